@@ -1,0 +1,78 @@
+// XML documents: built element by element and written pretty-printed, or read from text that may be broken.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/foundation/Error.h"
+
+struct _xmlDoc;
+struct _xmlNode;
+
+namespace clipwave {
+
+// A handle to one element of a document; as cheap to copy as a pointer. It is valid as long as its document.
+// Names may carry a prefix ("itunes:author"); they are written and compared as they stand.
+class XMLElement {
+ public:
+  XMLElement() = default;
+  explicit operator bool() const { return node_ != nullptr; }
+
+  // Appends an element with the given text, and answers it. Characters that XML cannot carry are left out of
+  // every text and attribute value; the rest is escaped when the document is written. The text is UTF-8; bytes that are not are
+  // replaced by U+FFFD.
+  XMLElement addChild(std::string_view name);
+  XMLElement addChild(std::string_view name, std::string_view text);
+  // Attributes are written in the order in which they were added. Also used for namespace declarations
+  // ("xmlns:itunes").
+  void addAttribute(std::string_view name, std::string_view value);
+
+  std::string name() const;  // with its prefix
+  // All text within, entities and CDATA sections resolved, white space as it stands.
+  std::string stringValue() const;
+  std::vector<XMLElement> elements() const;                         // child elements, in order
+  std::vector<XMLElement> elementsForName(std::string_view name) const;
+  std::optional<std::string> attribute(std::string_view name) const;
+  std::vector<std::pair<std::string, std::string>> attributes() const;
+
+ private:
+  friend class XMLDocument;
+  explicit XMLElement(_xmlNode* node) : node_(node) {}
+  _xmlNode* node_ = nullptr;
+};
+
+class XMLDocument {
+ public:
+  // An empty document, version 1.0, UTF-8, with this root element.
+  explicit XMLDocument(std::string_view rootName);
+  XMLDocument(XMLDocument&&) noexcept;
+  XMLDocument& operator=(XMLDocument&&) noexcept;
+  ~XMLDocument();
+
+  enum class Parsing { Strict, Tolerant };
+  // Reads a document. No entity is fetched, no document type is loaded, no entity is expanded but the predefined and
+  // numeric ones (Tolerant: HTML's named ones too), nothing touches the network; depth and attribute counts are
+  // bounded. Tolerant reads strictly first and repairs what fails, keeping its text: bare "&" and "<", undeclared prefixes, missing
+  // end tags, white space before the declaration. Fails when no element is left.
+  // `charset` names the encoding when something outside the text decided it ("" to look at mark and declaration).
+  static Result<XMLDocument> parse(std::string_view data, Parsing parsing, std::string_view charset = {});
+
+  XMLElement rootElement() const;
+  // Puts a processing instruction ahead of the root element, behind those that were put there before.
+  void addProcessingInstruction(std::string_view target, std::string_view data);
+  // The whole document with its declaration, one element per line, indented by two spaces a level; an element
+  // without content is a single empty-element tag.
+  std::string prettyPrinted() const;
+
+ private:
+  struct Free {
+    void operator()(_xmlDoc* document) const;
+  };
+  explicit XMLDocument(_xmlDoc* document) : document_(document) {}
+  std::unique_ptr<_xmlDoc, Free> document_;
+};
+
+}  // namespace clipwave
