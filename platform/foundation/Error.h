@@ -1,4 +1,5 @@
-// Failures as values: an error with a domain, a code and a sentence for a person, and the result that carries one.
+// Failures as values: an error with a domain, a code and a sentence for a person, and the result that carries
+// one.
 #pragma once
 
 #include <optional>
@@ -16,7 +17,7 @@ inline constexpr std::string_view NSCocoaErrorDomain = "NSCocoaErrorDomain";
 // Codes within NSCocoaErrorDomain that callers tell apart.
 enum ErrorCode : int {
   kFileNoSuchFileError = 4,
-  kFileLockingError = 255,              // another process holds the file
+  kFileLockingError = 255,  // another process holds the file
   kFileReadUnknownError = 256,
   kFileReadNoPermissionError = 257,
   kFileReadNoSuchFileError = 260,
@@ -31,7 +32,7 @@ enum ErrorCode : int {
   kValidationErrorMaximum = 2047,
   kPropertyListReadCorruptError = 3840,
   kPersistentStoreInvalidTypeError = 134000,
-  kPersistentStoreOpenError = 134080,          // unreadable, truncated or not XML
+  kPersistentStoreOpenError = 134080,                     // unreadable, truncated or not XML
   kPersistentStoreIncompatibleVersionHashError = 134100,  // written by a newer major version
 };
 
@@ -55,8 +56,10 @@ inline Error cocoaError(int code, std::string description) {
 template <class T>
 class [[nodiscard]] Result {
  public:
-  Result(T value) : state_(std::in_place_index<0>, std::move(value)) {}       // NOLINT(google-explicit-constructor)
-  Result(Error error) : state_(std::in_place_index<1>, std::move(error)) {}   // NOLINT(google-explicit-constructor)
+  Result(T value)
+      : state_(std::in_place_index<0>, std::move(value)) {}  // NOLINT(google-explicit-constructor)
+  Result(Error error)
+      : state_(std::in_place_index<1>, std::move(error)) {}  // NOLINT(google-explicit-constructor)
 
   bool ok() const { return state_.index() == 0; }
   explicit operator bool() const { return ok(); }

@@ -1,4 +1,5 @@
-// The main thread's event loop: timers, deferred calls and watched descriptors, in a default and a modal mode.
+// The main thread's event loop: timers, deferred calls and watched descriptors, in a default and a modal
+// mode.
 #pragma once
 
 #include <functional>
@@ -8,13 +9,14 @@
 
 namespace clipwave {
 
-// A scheduled call. The run loop keeps a valid timer alive; whoever scheduled it may keep it to invalidate it.
+// A scheduled call. The run loop keeps a valid timer alive; whoever scheduled it may keep it to invalidate
+// it.
 class Timer {
  public:
   virtual ~Timer() = default;
   virtual bool isValid() const = 0;
-  // The timer never fires again. What its function captured is released at the latest when the current call of it
-  // has returned. Safe inside its own function and more than once.
+  // The timer never fires again. What its function captured is released at the latest when the current call
+  // of it has returned. Safe inside its own function and more than once.
   virtual void invalidate() = 0;
 };
 
@@ -26,8 +28,8 @@ class DescriptorWatch {
 
 class RunLoop {
  public:
-  // Default: everything is delivered. Modal (while runModal is on the stack): timers, deferred calls, and watches made
-  // for the default mode wait; only watches and messages made for both modes come through.
+  // Default: everything is delivered. Modal (while runModal is on the stack): timers, deferred calls, and
+  // watches made for the default mode wait; only watches and messages made for both modes come through.
   enum class Mode { Default, Modal };
   enum class Delivery { DefaultOnly, DefaultAndModal };
   enum class Readiness { Readable, Writable };
@@ -40,8 +42,8 @@ class RunLoop {
   virtual std::shared_ptr<Timer> scheduleTimer(Seconds interval, Function function) = 0;
   // Calls `function` every `interval` (> 0). Turns that were missed are not made up for.
   virtual std::shared_ptr<Timer> scheduleRepeatingTimer(Seconds interval, Function function) = 0;
-  // Calls `function` in the next pass of the loop; calls deferred by deferred calls wait for the pass after that.
-  // Calls come in the order in which they were deferred, before the timers of that pass.
+  // Calls `function` in the next pass of the loop; calls deferred by deferred calls wait for the pass after
+  // that. Calls come in the order in which they were deferred, before the timers of that pass.
   virtual void performLater(Function function) = 0;
   // Calls `function` from the loop, from any thread; the only operation that another thread may use.
   virtual void performFromAnyThread(Function function) = 0;
@@ -57,13 +59,14 @@ class RunLoop {
   virtual void stopModal() = 0;
   virtual Mode mode() const = 0;
 
-  // One turn: the calls deferred before it, then the timers that were due at its start (whether a timer is still valid is
-  // asked when it fires), then ready descriptors. Waits up to `wait` for something to do. Answers whether
-  // anything was called.
+  // One turn: the calls deferred before it, then the timers that were due at its start (whether a timer is
+  // still valid is asked when it fires), then ready descriptors. Waits up to `wait` for something to do.
+  // Answers whether anything was called.
   virtual bool runOnce(Seconds wait) = 0;
   // Whether a deferred call or a timer of zero remaining delay is waiting.
   virtual bool hasPendingWork() const = 0;
-  // Turns while there are deferred calls or due timers, without waiting; ends at the latest after `turns` turns.
+  // Turns while there are deferred calls or due timers, without waiting; ends at the latest after `turns`
+  // turns.
   void runUntilIdle(int turns = 10'000) {
     while (turns-- > 0 && hasPendingWork()) runOnce(Seconds(0));
   }

@@ -30,15 +30,15 @@ class TimeZone {
   const void* zone_;
 };
 
-// Writes a date with a calendar format and English names. Understood: %a %A %b %B %d (two digits) %e (no leading zero,
-// no blank) %m %Y %y %H %I %p %M %S %F (milliseconds, three digits) %j %z (+hhmm) %Z (the zone's name) %%. Any other letter
-// is written as it stands, with its %.
+// Writes a date with a calendar format and English names. Understood: %a %A %b %B %d (two digits) %e (no
+// leading zero, no blank) %m %Y %y %H %I %p %M %S %F (milliseconds, three digits) %j %z (+hhmm) %Z (the
+// zone's name) %%. Any other letter is written as it stands, with its %.
 std::string formatCalendarDate(Date date, std::string_view format, const TimeZone& zone);
 
 // "2009-03-04T02:05:09Z"; whole seconds.
 std::string iso8601(Date date);
-// "2009-03-04T02:05:09Z", with an offset instead of Z, with a fraction, or without the time of day (midnight UTC). Nothing for
-// other text or a date that is in no calendar.
+// "2009-03-04T02:05:09Z", with an offset instead of Z, with a fraction, or without the time of day (midnight
+// UTC). Nothing for other text or a date that is in no calendar.
 std::optional<Date> dateFromISO8601(std::string_view text);
 // The calendar year of the date in the zone.
 int calendarYear(Date date, const TimeZone& zone);

@@ -6,9 +6,10 @@
 
 namespace clipwave {
 
-// RFC 2396: every byte of `text` (UTF-8) outside the legal URL characters becomes "%" and two upper-case hexadecimal
-// digits; "%" and "#" are not legal characters. Of the others, those in `charactersToLeaveUnescaped` stand and those in
-// `legalURLCharactersToBeEscaped` are escaped all the same. Both lists are ASCII.
+// RFC 2396: every byte of `text` (UTF-8) outside the legal URL characters becomes "%" and two upper-case
+// hexadecimal digits; "%" and "#" are not legal characters. Of the others, those in
+// `charactersToLeaveUnescaped` stand and those in `legalURLCharactersToBeEscaped` are escaped all the same.
+// Both lists are ASCII.
 std::string stringByAddingPercentEscapes(std::string_view text, std::string_view charactersToLeaveUnescaped,
                                          std::string_view legalURLCharactersToBeEscaped);
 

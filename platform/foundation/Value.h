@@ -26,27 +26,40 @@ class Handle {
   virtual ~Handle() = default;
 };
 
-// Sixteen bytes. Strings, data, arrays and dictionaries are immutable and shared between copies, so that copying
-// is cheap; the sharing is not counted atomically, and a value must not be handed to another thread.
+// Sixteen bytes. Strings, data, arrays and dictionaries are immutable and shared between copies, so that
+// copying is cheap; the sharing is not counted atomically, and a value must not be handed to another thread.
 // A value never owns the record it refers to: the object context does.
 class Value {
  public:
-  enum class Kind : std::uint8_t { Null, Boolean, Integer, Real, Date, String, Data, Array, Dictionary, Record, Handle };
+  enum class Kind : std::uint8_t {
+    Null,
+    Boolean,
+    Integer,
+    Real,
+    Date,
+    String,
+    Data,
+    Array,
+    Dictionary,
+    Record,
+    Handle
+  };
 
   Value() = default;
-  Value(std::nullptr_t) {}                      // NOLINT(google-explicit-constructor)
-  Value(bool boolean);                          // NOLINT(google-explicit-constructor)
-  Value(int integer);                           // NOLINT(google-explicit-constructor)
-  Value(std::int64_t integer);                  // NOLINT(google-explicit-constructor)
-  Value(double real);                           // NOLINT(google-explicit-constructor)
-  Value(clipwave::Date date);                   // NOLINT(google-explicit-constructor)
-  Value(std::string_view string);               // NOLINT(google-explicit-constructor)
-  Value(const std::string& string) : Value(std::string_view(string)) {}  // NOLINT(google-explicit-constructor)
-  Value(const char* string) : Value(std::string_view(string)) {}         // NOLINT(google-explicit-constructor)
-  Value(clipwave::Array array);                 // NOLINT(google-explicit-constructor)
-  Value(clipwave::Dictionary dictionary);       // NOLINT(google-explicit-constructor)
+  Value(std::nullptr_t) {}         // NOLINT(google-explicit-constructor)
+  Value(bool boolean);             // NOLINT(google-explicit-constructor)
+  Value(int integer);              // NOLINT(google-explicit-constructor)
+  Value(std::int64_t integer);     // NOLINT(google-explicit-constructor)
+  Value(double real);              // NOLINT(google-explicit-constructor)
+  Value(clipwave::Date date);      // NOLINT(google-explicit-constructor)
+  Value(std::string_view string);  // NOLINT(google-explicit-constructor)
+  Value(const std::string& string)
+      : Value(std::string_view(string)) {}                        // NOLINT(google-explicit-constructor)
+  Value(const char* string) : Value(std::string_view(string)) {}  // NOLINT(google-explicit-constructor)
+  Value(clipwave::Array array);                                   // NOLINT(google-explicit-constructor)
+  Value(clipwave::Dictionary dictionary);                         // NOLINT(google-explicit-constructor)
   // A null pointer gives the absent value.
-  Value(ManagedObject* record);                 // NOLINT(google-explicit-constructor)
+  Value(ManagedObject* record);                     // NOLINT(google-explicit-constructor)
   Value(std::shared_ptr<clipwave::Handle> handle);  // NOLINT(google-explicit-constructor)
   template <class T>
   Value(const std::optional<T>& value) : Value() {  // NOLINT(google-explicit-constructor)
@@ -65,14 +78,15 @@ class Value {
   bool isString() const { return kind_ == Kind::String; }
 
   // Each reader answers for the kind that it names and has a stated answer for every other kind.
-  // Booleans: true or false; a number is true when not zero; a string is true for "YES", "yes", "true", "1" and
-  // other non-zero numbers; everything else is false.
+  // Booleans: true or false; a number is true when not zero; a string is true for "YES", "yes", "true", "1"
+  // and other non-zero numbers; everything else is false.
   bool boolValue() const;
-  // Numbers: reals truncate toward zero and saturate; a string gives its leading decimal number, else 0; true is 1.
+  // Numbers: reals truncate toward zero and saturate; a string gives its leading decimal number, else 0; true
+  // is 1.
   std::int64_t integerValue() const;
   double doubleValue() const;
-  // The text or the bytes; an empty view for every other kind. The view lives as long as any copy of the value;
-  // the character behind its end is NUL.
+  // The text or the bytes; an empty view for every other kind. The view lives as long as any copy of the
+  // value; the character behind its end is NUL.
   std::string_view stringValue() const;
   std::string_view dataValue() const;
   // The text, or nothing for every other kind.

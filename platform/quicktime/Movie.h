@@ -19,8 +19,9 @@ class Movie : public Handle {
 class MovieOpener {
  public:
   virtual ~MovieOpener() = default;
-  // The movie at an absolute path, or none: no such file, no permission, not a movie (no audio or video stream),
-  // or damaged beyond telling. Reads this one local file and nothing that it may refer to. Never throws, never prints.
+  // The movie at an absolute path, or none: no such file, no permission, not a movie (no audio or video
+  // stream), or damaged beyond telling. Reads this one local file and nothing that it may refer to. Never
+  // throws, never prints.
   virtual std::shared_ptr<Movie> movieWithPath(std::string_view path) = 0;
 };
 
