@@ -135,11 +135,12 @@ ExitStatus runSet(Companion& companion, const CommandLine& arguments) {
     if (!value) return usageError(value.error().localizedDescription);
     assignments.push_back({key, *value});
   }
-  // The keys whose values can be refused come first: a refusal then finds nothing else changed.
-  std::stable_partition(assignments.begin(), assignments.end(),
+  // The keys whose values can be refused come first, and of these the title last: it moves a folder on disk.
+  const auto refusable =
+      std::stable_partition(assignments.begin(), assignments.end(),
+                            [](const Assignment& a) { return a.key == "protocolTag" || a.key == "vcTitle"; });
+  std::stable_partition(assignments.begin(), refusable,
                         [](const Assignment& a) { return a.key == "protocolTag"; });
-  std::stable_partition(assignments.begin(), assignments.end(),
-                        [](const Assignment& a) { return a.key == "vcTitle"; });
 
   if (!assign(companion, **record, assignments)) return kFailed;
   return companion.finish();
