@@ -30,8 +30,8 @@ class SystemClock final : public Clock {
   void advanceTo(Seconds) override {}
 };
 
-// Stands still until it is turned. A run loop on this clock never sleeps for a timer: when nothing else is due it
-// turns the clock to the next timer at once.
+// Stands still until it is turned. A run loop on this clock never sleeps for a timer: when nothing else is
+// due it turns the clock to the next timer at once.
 class TestClock final : public Clock {
  public:
   explicit TestClock(Date start = Date::fromSeconds(1'236'000'000)) : now_(start) {}

@@ -35,9 +35,9 @@ class FileHandle {
   virtual void closeFile() = 0;
 };
 
-// Paths are absolute, UTF-8 or whatever bytes the file system holds. Every operation follows symbolic links in
-// all but the last component; what it does with the last is said where it matters. Failures are answered, never thrown; only the
-// operations that answer a Result say why.
+// Paths are absolute, UTF-8 or whatever bytes the file system holds. Every operation follows symbolic links
+// in all but the last component; what it does with the last is said where it matters. Failures are answered,
+// never thrown; only the operations that answer a Result say why.
 class FileManager {
  public:
   virtual ~FileManager() = default;
@@ -45,23 +45,27 @@ class FileManager {
   // Whether anything exists there (a dangling link does not). `isDirectory` is set when something does.
   virtual bool fileExistsAtPath(std::string_view path, bool* isDirectory = nullptr) = 0;
   virtual std::optional<FileAttributes> fileAttributesAtPath(std::string_view path, bool traverseLink) = 0;
-  // Makes one folder; its parent must exist. With `mode`, exactly these permissions; otherwise 0777 less the umask.
+  // Makes one folder; its parent must exist. With `mode`, exactly these permissions; otherwise 0777 less the
+  // umask.
   virtual Result<void> createDirectoryAtPath(std::string_view path, std::optional<unsigned> mode = {}) = 0;
   // Makes an empty file, or empties the one that is there.
   virtual Result<void> createFileAtPath(std::string_view path) = 0;
   // Removes a file, a link (not its target), or a folder with all that it holds.
   virtual Result<void> removeFileAtPath(std::string_view path) = 0;
   // Renames, or copies and then removes where the two lie on different volumes (contents, permissions and
-  // modification dates kept). Fails when something exists at `toPath`. A move that failed leaves the source whole and no part of the destination.
+  // modification dates kept). Fails when something exists at `toPath`. A move that failed leaves the source
+  // whole and no part of the destination.
   virtual Result<void> movePath(std::string_view path, std::string_view toPath) = 0;
   // Names in the folder, without "." and "..", in no defined order.
   virtual Result<std::vector<std::string>> directoryContentsAtPath(std::string_view path) = 0;
   virtual Result<std::string> contentsAtPath(std::string_view path) = 0;
-  // All or nothing, also when the power fails: a side file in the same folder (made so that nobody's link is followed), flushed, moved into
-  // place, the folder flushed. A file that was there keeps its permissions; a new one gets `mode`. A link at `path`
-  // is replaced unless it leads to a regular file: then that file is.
-  virtual Result<void> writeAtomically(std::string_view data, std::string_view path, unsigned mode = 0644) = 0;
-  // A new file's name: `pathTemplate` with its trailing Xs replaced so that the name is new; an empty file of mode 0600 stands there.
+  // All or nothing, also when the power fails: a side file in the same folder (made so that nobody's link is
+  // followed), flushed, moved into place, the folder flushed. A file that was there keeps its permissions; a
+  // new one gets `mode`. A link at `path` is replaced unless it leads to a regular file: then that file is.
+  virtual Result<void> writeAtomically(std::string_view data, std::string_view path,
+                                       unsigned mode = 0644) = 0;
+  // A new file's name: `pathTemplate` with its trailing Xs replaced so that the name is new; an empty file of
+  // mode 0600 stands there.
   virtual Result<std::string> makeTemporaryFile(std::string_view pathTemplate) = 0;
   // None when the file cannot be opened. Opening for writing neither makes nor empties a file.
   virtual std::unique_ptr<FileHandle> fileHandleForReadingAtPath(std::string_view path) = 0;
@@ -72,10 +76,11 @@ std::unique_ptr<FileManager> makeFileManager();
 
 // Pure path rules. A path is split into "/" (for an absolute path) and its non-empty components.
 std::vector<std::string> pathComponents(std::string_view path);
-std::string lastPathComponent(std::string_view path);             // "" for "" and "/" for "/"
+std::string lastPathComponent(std::string_view path);  // "" for "" and "/" for "/"
 std::string stringByDeletingLastPathComponent(std::string_view path);
 std::string stringByAppendingPathComponent(std::string_view path, std::string_view component);
-// What stands behind the last dot of the last component; "" when there is none or the dot is its first character.
+// What stands behind the last dot of the last component; "" when there is none or the dot is its first
+// character.
 std::string pathExtension(std::string_view path);
 std::string stringByDeletingPathExtension(std::string_view path);
 

@@ -11,7 +11,8 @@ namespace clipwave {
 class Log {
  public:
   virtual ~Log() = default;
-  // One line, without its line break; line breaks and control characters within are made visible by the real log.
+  // One line, without its line break; line breaks and control characters within are made visible by the real
+  // log.
   virtual void write(std::string_view line) = 0;
 };
 

@@ -30,9 +30,9 @@ class [[nodiscard]] Observation {
   std::function<void()> end_;
 };
 
-// The observers of one thing. Observers may end their own or another's observation, or begin new ones, while they are
-// being called: an ended one is not called any more, a new one is called from the next time on. The list itself may be
-// destroyed inside such a call.
+// The observers of one thing. Observers may end their own or another's observation, or begin new ones, while
+// they are being called: an ended one is not called any more, a new one is called from the next time on. The
+// list itself may be destroyed inside such a call.
 template <class... Arguments>
 class Observers {
  public:

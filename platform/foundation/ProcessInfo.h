@@ -16,8 +16,8 @@ class ProcessInfo {
   virtual std::string fullUserName() const = 0;  // the login name where no full name is known
   // $HOME, else the home folder that the user database names; "" when there is none.
   virtual std::string homeDirectory() const = 0;
-  // The per-user data folder ($XDG_DATA_HOME when absolute, else ~/.local/share), made with mode 0700 where a new account
-  // has none. Fails without a home folder, or where the path cannot be a folder.
+  // The per-user data folder ($XDG_DATA_HOME when absolute, else ~/.local/share), made with mode 0700 where a
+  // new account has none. Fails without a home folder, or where the path cannot be a folder.
   virtual Result<std::string> applicationSupportFolder() const = 0;
   // The per-user settings folder ($XDG_CONFIG_HOME when absolute, else ~/.config); not made.
   virtual Result<std::string> configurationFolder() const = 0;

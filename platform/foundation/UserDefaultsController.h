@@ -16,8 +16,9 @@ namespace clipwave {
 // All reads go through value(): the user's own value, else the initial one, else absent.
 class UserDefaultsController {
  public:
-  // Reads the user's values from the property list at `path`; a file that does not exist is an empty set. A file that
-  // cannot be read is told by loadError(): the initial values then serve alone, and nothing is written over the file.
+  // Reads the user's values from the property list at `path`; a file that does not exist is an empty set. A
+  // file that cannot be read is told by loadError(): the initial values then serve alone, and nothing is
+  // written over the file.
   UserDefaultsController(FileManager& files, std::string path);
 
   const std::optional<Error>& loadError() const { return loadError_; }
@@ -31,8 +32,8 @@ class UserDefaultsController {
   std::string string(std::string_view key) const { return std::string(value(key).stringValue()); }
   bool boolean(std::string_view key) const { return value(key).boolValue(); }
 
-  // Sets the user's value, or removes it when absent, and writes the file at once, all or nothing. On failure the
-  // value stays as it was, in memory and on disk.
+  // Sets the user's value, or removes it when absent, and writes the file at once, all or nothing. On failure
+  // the value stays as it was, in memory and on disk.
   Result<void> setValue(std::string_view key, Value value);
   bool isSetByUser(std::string_view key) const { return userValues_.contains(key); }
   // Every key that has a value, with the value that counts.
