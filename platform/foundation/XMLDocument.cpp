@@ -17,15 +17,20 @@
 namespace clipwave {
 namespace {
 
-const xmlChar* bytes(const char* text) { return reinterpret_cast<const xmlChar*>(text); }
-const xmlChar* bytes(std::string_view text) { return reinterpret_cast<const xmlChar*>(text.data()); }
+const xmlChar* bytes(const char* text) {
+  return reinterpret_cast<const xmlChar*>(text);
+}
+const xmlChar* bytes(std::string_view text) {
+  return reinterpret_cast<const xmlChar*>(text.data());
+}
 
 std::string_view view(const xmlChar* text) {
   return text == nullptr ? std::string_view() : std::string_view(reinterpret_cast<const char*>(text));
 }
 
-// Names stay as they are written, prefix and all: no tree of ours holds a namespace, so that there is none to look up
-// and none to go missing. They live in the document's dictionary, which spares an allocation for each.
+// Names stay as they are written, prefix and all: no tree of ours holds a namespace, so that there is none to
+// look up and none to go missing. They live in the document's dictionary, which spares an allocation for
+// each.
 xmlChar* sharedName(xmlDoc* document, std::string_view name) {
   const xmlChar* shared = xmlDictLookup(document->dict, bytes(name), static_cast<int>(name.size()));
   if (shared == nullptr) throw std::bad_alloc();
@@ -46,7 +51,8 @@ xmlNode* appendElement(xmlDoc* document, xmlNode* parent, xmlChar* name) {
   return node;
 }
 
-// `text` must be fit for XML. Works on an element without content and on a new attribute alike: both begin as an xmlNode does.
+// `text` must be fit for XML. Works on an element without content and on a new attribute alike: both begin as
+// an xmlNode does.
 template <class Node>
 void setOnlyText(Node* node, std::string_view text) {
   if (text.empty()) return;
@@ -82,7 +88,16 @@ struct ParseState {
   bool metUnknownEntity = false;
 };
 
-ParseState& stateOf(void* context) { return *static_cast<ParseState*>(static_cast<xmlParserCtxt*>(context)->_private); }
+ParseState& stateOf(void* context) {
+  return *static_cast<ParseState*>(static_cast<xmlParserCtxt*>(context)->_private);
+}
+
+// Has the parser report names as they stand and look up no prefixes; it settles that itself, otherwise,
+// before it begins.
+void startDocument(void* context) {
+  xmlSAX2StartDocument(context);
+  static_cast<xmlParserCtxt*>(context)->sax2 = 0;
+}
 
 void startElement(void* context, const xmlChar* name, const xmlChar** attributes) {
   auto* parser = static_cast<xmlParserCtxt*>(context);
@@ -125,7 +140,8 @@ void declareAttribute(void* context, const xmlChar*, const xmlChar*, int, int, c
   xmlFreeEnumeration(tree);
   if (defaultValue == nullptr) return;
   ParseState& state = stateOf(context);
-  if (!state.error) state.error = cocoaError(kPropertyListReadCorruptError, "The document type declares attribute values.");
+  if (!state.error)
+    state.error = cocoaError(kPropertyListReadCorruptError, "The document type declares attribute values.");
   xmlStopParser(static_cast<xmlParserCtxt*>(context));
 }
 
@@ -135,14 +151,15 @@ void noteError(void* context, xmlErrorPtr problem) {
   if (!state.error) {
     std::string message(view(bytes(problem->message)));
     while (!message.empty() && message.back() == '\n') message.pop_back();
-    state.error = cocoaError(kPropertyListReadCorruptError, "Line " + std::to_string(problem->line) + ": " + message);
+    state.error =
+        cocoaError(kPropertyListReadCorruptError, "Line " + std::to_string(problem->line) + ": " + message);
   }
   // Going on would only take time, on text whose structure nothing vouches for.
   xmlStopParser(static_cast<xmlParserCtxt*>(context));
 }
 
 void prepareHandlers(xmlSAXHandler& handlers) {
-  // Without the handlers that know namespaces the parser reports names as they stand.
+  handlers.startDocument = startDocument;
   handlers.startElementNs = nullptr;
   handlers.endElementNs = nullptr;
   handlers.startElement = startElement;
@@ -169,7 +186,8 @@ xmlDoc* parsed(std::string_view text, ParseState& state) {
   parser->_private = &state;
   int options = XML_PARSE_NONET | XML_PARSE_NOCDATA | XML_PARSE_IGNORE_ENC;
   if (state.recovering) options |= XML_PARSE_RECOVER;
-  xmlDoc* document = xmlCtxtReadMemory(parser, text.data(), static_cast<int>(text.size()), nullptr, "UTF-8", options);
+  xmlDoc* document =
+      xmlCtxtReadMemory(parser, text.data(), static_cast<int>(text.size()), nullptr, "UTF-8", options);
   if (document == nullptr) {
     // A parse that was stopped leaves what it had read.
     xmlFreeDoc(parser->myDoc);
@@ -178,7 +196,8 @@ xmlDoc* parsed(std::string_view text, ParseState& state) {
   } else if (xmlDocGetRootElement(document) == nullptr || state.error) {
     xmlFreeDoc(document);
     document = nullptr;
-    if (!state.error) state.error = cocoaError(kPropertyListReadCorruptError, "The document holds no element.");
+    if (!state.error)
+      state.error = cocoaError(kPropertyListReadCorruptError, "The document holds no element.");
   }
   xmlFreeParserCtxt(parser);
   if (document != nullptr) {
@@ -191,7 +210,8 @@ xmlDoc* parsed(std::string_view text, ParseState& state) {
 // The library reads its indentation from settings that anyone in the process may have changed.
 class StandardIndentation {
  public:
-  StandardIndentation() : indents_(xmlIndentTreeOutput), indent_(xmlTreeIndentString), noEmptyTags_(xmlSaveNoEmptyTags) {
+  StandardIndentation()
+      : indents_(xmlIndentTreeOutput), indent_(xmlTreeIndentString), noEmptyTags_(xmlSaveNoEmptyTags) {
     xmlIndentTreeOutput = 1;
     xmlTreeIndentString = "  ";
     xmlSaveNoEmptyTags = 0;
@@ -235,9 +255,21 @@ void XMLElement::addAttribute(std::string_view name, std::string_view value) {
   }
 }
 
-std::string XMLElement::name() const { return std::string(view(node_->name)); }
+std::string XMLElement::name() const {
+  return std::string(view(node_->name));
+}
 
-std::string XMLElement::stringValue() const { return textWithin(node_); }
+std::string XMLElement::stringValue() const {
+  return textWithin(node_);
+}
+
+std::string XMLElement::ownText() const {
+  std::string text;
+  for (const xmlNode* child = node_->children; child != nullptr; child = child->next) {
+    if (child->type == XML_TEXT_NODE || child->type == XML_CDATA_SECTION_NODE) text += view(child->content);
+  }
+  return text;
+}
 
 std::vector<XMLElement> XMLElement::elements() const {
   std::vector<XMLElement> found;
@@ -274,19 +306,23 @@ XMLDocument::XMLDocument(std::string_view rootName) : document_(xmlNewDoc(bytes(
   if (document_ == nullptr) throw std::bad_alloc();
   document_->dict = xmlDictCreate();
   document_->encoding = xmlStrdup(bytes("UTF-8"));
-  appendElement(document_.get(), reinterpret_cast<xmlNode*>(document_.get()), sharedName(document_.get(), rootName));
+  appendElement(document_.get(), reinterpret_cast<xmlNode*>(document_.get()),
+                sharedName(document_.get(), rootName));
 }
 
 XMLDocument::XMLDocument(XMLDocument&&) noexcept = default;
 XMLDocument& XMLDocument::operator=(XMLDocument&&) noexcept = default;
 XMLDocument::~XMLDocument() = default;
 
-void XMLDocument::Free::operator()(xmlDoc* document) const { xmlFreeDoc(document); }
+void XMLDocument::Free::operator()(xmlDoc* document) const {
+  xmlFreeDoc(document);
+}
 
 Result<XMLDocument> XMLDocument::parse(std::string_view data, Parsing parsing, std::string_view charset) {
   const bool tolerant = parsing == Parsing::Tolerant;
   std::optional<std::string> text = decodedXML(data, charset, tolerant);
-  if (!text) return cocoaError(kPropertyListReadCorruptError, "The document's bytes do not fit its encoding.");
+  if (!text)
+    return cocoaError(kPropertyListReadCorruptError, "The document's bytes do not fit its encoding.");
   ParseState strictly;
   if (hasCrowdedXMLTag(*text)) {
     strictly.error = cocoaError(kPropertyListReadCorruptError, "A tag carries too many attributes.");
@@ -305,13 +341,16 @@ Result<XMLDocument> XMLDocument::parse(std::string_view data, Parsing parsing, s
   return document;
 }
 
-XMLElement XMLDocument::rootElement() const { return XMLElement(xmlDocGetRootElement(document_.get())); }
+XMLElement XMLDocument::rootElement() const {
+  return XMLElement(xmlDocGetRootElement(document_.get()));
+}
 
 void XMLDocument::addProcessingInstruction(std::string_view target, std::string_view data) {
   std::string content = textFitForXML(data);
   // The instruction would end there.
   for (std::size_t at = 0; (at = content.find("?>", at)) != std::string::npos;) content.insert(at + 1, " ");
-  xmlNode* instruction = xmlNewDocPI(document_.get(), bytes(std::string(target).c_str()), bytes(content.c_str()));
+  xmlNode* instruction =
+      xmlNewDocPI(document_.get(), bytes(std::string(target).c_str()), bytes(content.c_str()));
   if (instruction == nullptr) throw std::bad_alloc();
   xmlAddPrevSibling(xmlDocGetRootElement(document_.get()), instruction);
 }

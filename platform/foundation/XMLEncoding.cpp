@@ -17,7 +17,9 @@ constexpr char16_t kWindows1252[32] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0
                                        0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                        0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
 
-std::uint8_t byteAt(std::string_view text, std::size_t i) { return static_cast<std::uint8_t>(text[i]); }
+std::uint8_t byteAt(std::string_view text, std::size_t i) {
+  return static_cast<std::uint8_t>(text[i]);
+}
 
 // Eight bytes of printable ASCII at once: no high bit, and none below a blank.
 bool eightArePlain(const char* bytes) {
@@ -43,7 +45,8 @@ std::string upperCased(std::string_view text) {
   return upper;
 }
 
-// The label without quotes and blanks, in capitals; empty when it holds anything that no encoding's name does.
+// The label without quotes and blanks, in capitals; empty when it holds anything that no encoding's name
+// does.
 std::string cleanedLabel(std::string_view label) {
   constexpr std::string_view kAround = " \t\r\n\"'";
   const std::size_t first = label.find_first_not_of(kAround);
@@ -69,7 +72,9 @@ std::string declaredEncoding(std::string_view data) {
   return end == std::string_view::npos ? std::string() : cleanedLabel(head.substr(at + 1, end - at - 1));
 }
 
-bool isUTF8Label(std::string_view label) { return label == "UTF-8" || label == "UTF8"; }
+bool isUTF8Label(std::string_view label) {
+  return label == "UTF-8" || label == "UTF8";
+}
 
 bool isLatin1Label(std::string_view label) {
   constexpr std::string_view kLabels[] = {"ISO-8859-1",   "ISO8859-1", "ISO_8859-1", "LATIN1", "LATIN-1",

@@ -15,11 +15,12 @@ inline constexpr std::size_t kMostXMLLevels = 200;
 // Whether a tag in the well-formed beginning of `text` carries more than kMostXMLAttributes.
 bool hasCrowdedXMLTag(std::string_view text);
 
-// The element that `text` (UTF-8) holds, well-formed and with nothing around it: bare "&" and "<" are escaped, HTML's
-// named characters resolved, attributes quoted and each kept once, missing end tags supplied and stray
-// ones dropped. An element whose end tag is missing ends where its text does, or before the next element of its own name, or with its
-// parent. Comments, instructions and document types are left out, and so are tags below kMostXMLLevels and
-// attributes beyond kMostXMLAttributes. Nothing when there is no element. Takes time in proportion to the text.
+// The element that `text` (UTF-8) holds, well-formed and with nothing around it: bare "&" and "<" are
+// escaped, HTML's named characters resolved, attributes quoted and each kept once, missing end tags supplied
+// and stray ones dropped. An element whose end tag is missing ends where its text does, or before the next
+// element of its own name, or with its parent. Comments, instructions and document types are left out, and so
+// are tags below kMostXMLLevels and attributes beyond kMostXMLAttributes. Nothing when there is no element.
+// Takes time in proportion to the text.
 std::optional<std::string> repairedXML(std::string_view text);
 
 }  // namespace clipwave
