@@ -22,8 +22,8 @@ class XMLElement {
   explicit operator bool() const { return node_ != nullptr; }
 
   // Appends an element with the given text, and answers it. Characters that XML cannot carry are left out of
-  // every text and attribute value; the rest is escaped when the document is written. The text is UTF-8; bytes that are not are
-  // replaced by U+FFFD.
+  // every text and attribute value; the rest is escaped when the document is written. The text is UTF-8;
+  // bytes that are not are replaced by U+FFFD.
   XMLElement addChild(std::string_view name);
   XMLElement addChild(std::string_view name, std::string_view text);
   // Attributes are written in the order in which they were added. Also used for namespace declarations
@@ -33,7 +33,9 @@ class XMLElement {
   std::string name() const;  // with its prefix
   // All text within, entities and CDATA sections resolved, white space as it stands.
   std::string stringValue() const;
-  std::vector<XMLElement> elements() const;                         // child elements, in order
+  // The text that stands directly in the element, without that of its child elements.
+  std::string ownText() const;
+  std::vector<XMLElement> elements() const;  // child elements, in order
   std::vector<XMLElement> elementsForName(std::string_view name) const;
   std::optional<std::string> attribute(std::string_view name) const;
   std::vector<std::pair<std::string, std::string>> attributes() const;
@@ -53,11 +55,12 @@ class XMLDocument {
   ~XMLDocument();
 
   enum class Parsing { Strict, Tolerant };
-  // Reads a document. No entity is fetched, no document type is loaded, no entity is expanded but the predefined and
-  // numeric ones (Tolerant: HTML's named ones too), nothing touches the network; depth and attribute counts are
-  // bounded. Tolerant reads strictly first and repairs what fails, keeping its text: bare "&" and "<", undeclared prefixes, missing
-  // end tags, white space before the declaration. Fails when no element is left.
-  // `charset` names the encoding when something outside the text decided it ("" to look at mark and declaration).
+  // Reads a document. No entity is fetched, no document type is loaded, no entity is expanded but the
+  // predefined and numeric ones (Tolerant: HTML's named ones too), nothing touches the network; depth and
+  // attribute counts are bounded. Tolerant reads strictly first and repairs what fails, keeping its text:
+  // bare "&" and "<", undeclared prefixes, missing end tags, white space before the declaration. Fails when
+  // no element is left. `charset` names the encoding when something outside the text decided it ("" to look
+  // at mark and declaration).
   static Result<XMLDocument> parse(std::string_view data, Parsing parsing, std::string_view charset = {});
 
   XMLElement rootElement() const;
