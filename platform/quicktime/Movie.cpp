@@ -67,8 +67,8 @@ Input openInput(const std::string& path, Deadline& deadline) {
   AVDictionary* options = nullptr;
   av_dict_set(&options, "protocol_whitelist", "file", 0);
   av_dict_set(&options, "format_whitelist", kContainers, 0);
-  // Without the prefix a name such as "foo:bar.mov" would be taken for a protocol. A failed opening frees the
-  // input.
+  // The prefix says that it is a file, so that no name is ever taken for a protocol. A failed opening frees
+  // the input.
   const int code = avformat_open_input(&input, ("file:" + path).c_str(), nullptr, &options);
   av_dict_free(&options);
   return Input(code < 0 ? nullptr : input);
