@@ -33,6 +33,8 @@ class XMLElement {
   std::string name() const;  // with its prefix
   // All text within, entities and CDATA sections resolved, white space as it stands.
   std::string stringValue() const;
+  // The text that stands directly in the element, without that of its child elements.
+  std::string ownText() const;
   std::vector<XMLElement> elements() const;  // child elements, in order
   std::vector<XMLElement> elementsForName(std::string_view name) const;
   std::optional<std::string> attribute(std::string_view name) const;
