@@ -152,6 +152,16 @@ bool isReference(std::string_view text) {
   return error == std::errc() && last == name.data() + name.size() && isXMLCharacter(code);
 }
 
+// Where the CDATA section or the comment ends that the byte at `at` lies in; npos outside of one.
+std::size_t endOfLiteralSection(std::string_view text, std::size_t at) {
+  const std::size_t start = text.rfind("<!", at);
+  if (start == text.npos) return text.npos;
+  const bool isComment = text.substr(start).starts_with("<!--");
+  if (!isComment && !text.substr(start).starts_with("<![CDATA[")) return text.npos;
+  const std::size_t end = text.find(isComment ? "-->" : "]]>", start);
+  return end != text.npos && end > at ? end : text.npos;
+}
+
 std::optional<std::size_t> findInvalidUTF8(std::string_view text) {
   for (std::size_t i = 0; i < text.size();) {
     std::uint64_t word = 0;
@@ -324,8 +334,12 @@ std::optional<std::int64_t> parseInteger(std::string_view text) {
 std::optional<std::size_t> findIllFormed(std::string_view text) {
   constexpr std::string_view kBlanks = " \t\r\n";
   if (const std::size_t nul = text.find('\0'); nul != text.npos) return nul;
-  for (std::size_t at = text.find('&'); at != text.npos; at = text.find('&', at + 1))
-    if (!isReference(text.substr(at))) return at;
+  for (std::size_t at = text.find('&'); at != text.npos; at = text.find('&', at + 1)) {
+    if (isReference(text.substr(at))) continue;
+    const std::size_t end = endOfLiteralSection(text, at);
+    if (end == text.npos) return at;
+    at = end;
+  }
   if (const auto invalid = findInvalidUTF8(text)) return invalid;
   const std::size_t byteOrderMark = text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
   const std::size_t first = text.find_first_not_of(kBlanks, byteOrderMark);
