@@ -19,8 +19,8 @@ using Names = std::set<std::string>;
 
 // Every room with those that it may include besides itself.
 const std::map<std::string, Names>& rooms() {
-  static const Names kPlatform = {"platform/foundation", "platform/coredata", "platform/appkit", "platform/quicktime",
-                                  "platform/dotmac"};
+  static const Names kPlatform = {"platform/foundation", "platform/coredata", "platform/appkit",
+                                  "platform/quicktime", "platform/dotmac"};
   static const auto kBelow = [](Names names) {
     names.insert(kPlatform.begin(), kPlatform.end());
     return names;
@@ -46,9 +46,10 @@ const std::map<std::string, Names>& rooms() {
 // The beginnings of third-party headers, and the one room whose .cpp files may include them.
 const std::map<std::string, std::string>& libraries() {
   static const std::map<std::string, std::string> kLibraries = {
-      {"libxml/", "platform/foundation"},   {"curl/", "platform/foundation"}, {"date/", "platform/foundation"},
-      {"nlohmann/", "platform/foundation"}, {"pugixml", "platform/coredata"}, {"libav", "platform/quicktime"},
-      {"libsw", "platform/quicktime"},      {"libsecret/", "platform/dotmac"}};
+      {"libxml/", "platform/foundation"}, {"curl/", "platform/foundation"},
+      {"date/", "platform/foundation"},   {"nlohmann/", "platform/foundation"},
+      {"pugixml", "platform/coredata"},   {"libav", "platform/quicktime"},
+      {"libsw", "platform/quicktime"},    {"libsecret/", "platform/dotmac"}};
   return kLibraries;
 }
 
