@@ -31,12 +31,9 @@ class Handle {
 // A value never owns the record it refers to: the object context does.
 class Value {
  public:
-<<<<<<< HEAD
-=======
 // g++ 12 takes an enumerator for a shadow of the type of the same name, scoped though it is.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wshadow"
->>>>>>> foundationA
   enum class Kind : std::uint8_t {
     Null,
     Boolean,
@@ -50,10 +47,7 @@ class Value {
     Record,
     Handle
   };
-<<<<<<< HEAD
-=======
 #pragma GCC diagnostic pop
->>>>>>> foundationA
 
   Value() = default;
   Value(std::nullptr_t) {}         // NOLINT(google-explicit-constructor)

@@ -1,7 +1,5 @@
 #include "platform/foundation/XMLRepair.h"
 
-#include <libxml/HTMLparser.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <unordered_map>
@@ -9,6 +7,7 @@
 
 #include "platform/foundation/XMLEncoding.h"
 #include "platform/foundation/XMLTag.h"
+#include "platform/foundation/XMLText.h"
 
 namespace clipwave {
 namespace {
@@ -201,80 +200,6 @@ void matchTags(std::string_view text, std::vector<Token>& tokens) {
   while (!open.empty()) closeLast(true);
 }
 
-void appendEscaped(std::string& out, std::string_view literal) {
-  for (char c : literal) {
-    switch (c) {
-      case '&':
-        out += "&amp;";
-        break;
-      case '<':
-        out += "&lt;";
-        break;
-      case '>':
-        out += "&gt;";
-        break;
-      case '"':
-        out += "&quot;";
-        break;
-      default:
-        out += c;
-    }
-  }
-}
-
-// The character that the digits of a reference name; 0 when XML cannot carry it. Numbers of Windows-1252's
-// own characters are what their authors saw.
-char32_t referencedCharacter(std::string_view digits, unsigned base) {
-  char32_t value = 0;
-  for (char c : digits) {
-    const auto digit = static_cast<unsigned>(c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10);
-    value = std::min<char32_t>(value * base + digit, 0x110000);
-  }
-  if (value >= 0x80 && value < 0xA0) value = windows1252Character(static_cast<std::uint8_t>(value));
-  return isXMLCharacter(value) ? value : 0;
-}
-
-// Resolves the reference at the start of `text`; answers its length, or 0 when there is none.
-std::size_t appendReference(std::string& out, std::string_view text) {
-  const std::string_view body = text.substr(1, text.substr(0, 40).find(';') - 1);
-  if (body.size() + 1 >= std::min<std::size_t>(text.size(), 40) || body.empty()) return 0;
-  if (body[0] == '#') {
-    const bool hexadecimal = body.size() > 1 && (body[1] == 'x' || body[1] == 'X');
-    const std::string_view digits = body.substr(hexadecimal ? 2 : 1);
-    const std::string_view allowed = hexadecimal ? "0123456789abcdefABCDEF" : "0123456789";
-    if (digits.empty() || digits.find_first_not_of(allowed) != std::string_view::npos) return 0;
-    const char32_t character = referencedCharacter(digits, hexadecimal ? 16 : 10);
-    // A reference stands where the character itself would mean something else to the parser.
-    if (character != 0 && character < 0x80) {
-      out += "&#" + std::to_string(static_cast<unsigned>(character)) + ";";
-    } else if (character != 0) {
-      appendUTF8(out, character);
-    }
-    return body.size() + 2;
-  }
-  if (body == "amp" || body == "lt" || body == "gt" || body == "quot" || body == "apos") {
-    out.append(text.substr(0, body.size() + 2));
-    return body.size() + 2;
-  }
-  const std::string name(body);
-  const htmlEntityDesc* entity = htmlEntityLookup(reinterpret_cast<const xmlChar*>(name.c_str()));
-  if (entity == nullptr) return 0;
-  appendUTF8(out, entity->value);
-  return body.size() + 2;
-}
-
-void appendText(std::string& out, std::string_view text) {
-  while (!text.empty()) {
-    const std::size_t ampersand = std::min(text.find('&'), text.size());
-    appendEscaped(out, text.substr(0, ampersand));
-    text.remove_prefix(ampersand);
-    if (text.empty()) return;
-    const std::size_t length = appendReference(out, text);
-    if (length == 0) out += "&amp;";
-    text.remove_prefix(std::max<std::size_t>(length, 1));
-  }
-}
-
 // Writes the tokens as one well-formed element.
 class Writer {
  public:
@@ -306,7 +231,7 @@ class Writer {
       case Token::Kind::CharacterData:
         if (open_.empty()) break;  // junk around the document
         if (content.find_first_not_of(kBlanks) != std::string_view::npos) open_.back().hasText = true;
-        token.kind == Token::Kind::Text ? appendText(out_, content) : appendEscaped(out_, content);
+        token.kind == Token::Kind::Text ? appendRepairedXML(out_, content) : appendEscapedXML(out_, content);
         break;
       case Token::Kind::Start:
       case Token::Kind::Empty:
@@ -365,7 +290,7 @@ class Writer {
       out_ += ' ';
       out_ += attribute.name;
       out_ += "=\"";
-      appendText(out_, attribute.value);
+      appendRepairedXML(out_, attribute.value);
       out_ += '"';
       return written.size() < kMostXMLAttributes;
     });
