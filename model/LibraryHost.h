@@ -43,6 +43,9 @@ class LibraryHost {
   virtual std::optional<DotMacMember> dotMacMember() = 0;
   // A critical alert with the button "OK", modal for the application.
   virtual void showCriticalAlert(const std::string& title, const std::string& message) = 0;
+  // The entry of the strings table (the resource "<table>.plist", a dictionary) for `key`; the key itself
+  // when there is none.
+  virtual std::string localizedString(const std::string& key, const std::string& /*table*/) { return key; }
 };
 
 }  // namespace clipwave

@@ -13,6 +13,10 @@ namespace clipwave {
 inline constexpr std::string_view kChannelEntity = "Channel";
 inline constexpr std::string_view kVodcastEntity = "Vodcast";
 inline constexpr std::string_view kImageEntity = "Image";
+// The stored queries: images whose `url` is the variable "URL"; channels that still carry the placeholder
+// URL.
+inline constexpr std::string_view kFetchImages = "fetchImages";
+inline constexpr std::string_view kDefaultURLFetch = "defaultURLFetch1";
 // The URL that a channel carries until the user has said where it is to be found.
 inline constexpr std::string_view kPlaceholderURL = "http://127.0.0.1/";
 

@@ -30,13 +30,16 @@ class Vodcast final : public ManagedObject {
   // Of the held movie: "01:02:05"; "" when none is held.
   std::string vcDuration();
   std::optional<std::string> mediaTimeString();
-  // Bytes; the low 32 bits of the file's size.
+  // Bytes; the low 32 bits of the file's size, 0 while there is no file. Setting keeps the low 32 bits.
   std::int64_t size();
+  void setSize(const Value& bytes);
+  // Unit and text of the size in full, also where `size` cannot hold it.
   std::optional<std::string> mediaSizeUnit();
   void setMediaSizeUnit(const Value& unit);
   std::string mediaSizeString();
   void setMediaSizeString(const Value& text);
   void updateSize();
+  // Holds nothing of its own; setting it only tells its observers.
   std::string movieInfo();
   std::optional<std::string> timezone();
   std::optional<std::string> mediaURL();
@@ -51,6 +54,13 @@ class Vodcast final : public ManagedObject {
   void awakeFromInsert() override;
 
  private:
+  // The opened movie, when it is held already.
+  std::shared_ptr<Movie> heldMovie() const;
+  // The alias of the file at `path`; nothing, with a log line, when no reference to it can be made.
+  std::optional<Value> aliasOfFile(std::string_view path);
+  void storeFile(const Value& path, const Value& alias);
+  std::int64_t sizeToShow();
+
   LibraryHost& host_;
 };
 

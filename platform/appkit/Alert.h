@@ -26,6 +26,8 @@ struct Alert {
   std::string alternateButton = {};  // "" for none
   std::string otherButton = {};
   std::optional<AlertCheckBox> checkBox = {};
+  // What is asked about (a file's name), for a shell that answers by itself; not shown.
+  std::string subject = {};
 };
 
 }  // namespace clipwave

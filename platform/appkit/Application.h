@@ -72,7 +72,8 @@ class Application {
   void beginOpenPanelSheet(OpenPanel panel, Window& window, std::function<void(OpenPanelAnswer)> ended);
 
   // Attaches `sheet` to `window` and shows it; modal for that window only. `ended` is called by endSheet with
-  // its code, before endSheet returns; it is the end handler that orders the sheet out.
+  // its code, before endSheet returns; it is the end handler that orders the sheet out (without a handler
+  // endSheet does). Does nothing when `sheet` is a sheet already.
   void beginSheet(Window& sheet, Window& window, std::function<void(int returnCode)> ended);
   // Does nothing when `sheet` is no sheet at the moment.
   void endSheet(Window& sheet, int returnCode = 0);
@@ -97,6 +98,7 @@ class Application {
   ApplicationDelegate* delegate_ = nullptr;
   std::map<Window*, std::pair<Window*, std::function<void(int)>>> sheets_;
   bool terminated_ = false;
+  bool terminating_ = false;  // while the delegate is being asked
 };
 
 }  // namespace clipwave

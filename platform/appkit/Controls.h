@@ -29,6 +29,8 @@ class TextField : public Element {
   void edit(std::string_view text);
   bool isEditing() const { return editing_; }
   // Ends the edit: validator, then commit. True when nothing was pending. A refusal leaves the text as typed.
+  // Asked again while validator or commit still run (an alert of theirs takes the focus away), it answers
+  // false and asks neither.
   bool commitEditing();
   // Drops the edit: the text is again what it was before.
   void discardEditing();
@@ -41,6 +43,7 @@ class TextField : public Element {
   std::string stringValue_;
   std::string valueBeforeEditing_;
   bool editing_ = false;
+  bool committing_ = false;
   Validator validator_;
   Commit commit_;
 };

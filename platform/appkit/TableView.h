@@ -14,6 +14,12 @@ namespace clipwave {
 
 enum class TableDropOperation { On = 0, Above = 1 };
 
+// Codes of keys that stand for no character.
+inline constexpr unsigned NSUpArrowFunctionKey = 0xF700;
+inline constexpr unsigned NSDownArrowFunctionKey = 0xF701;
+inline constexpr unsigned NSHomeFunctionKey = 0xF729;
+inline constexpr unsigned NSEndFunctionKey = 0xF72B;
+
 struct KeyEvent {
   enum Modifier : unsigned { Shift = 1, Control = 2, Option = 4, Command = 8 };
   // The first character without modifiers, as a code: 127 is the Backspace key's Delete character.
@@ -39,7 +45,8 @@ class TableView : public View {
   Delegate* delegate() const { return delegate_; }
 
   // Binds an aspect of the table to a controller's key path: "content" to "arrangedObjects" makes the table
-  // show the controller's records and share its selection. The controller is not owned.
+  // show the controller's records and share its selection; observers of the table are told when either
+  // changes. The controller is not owned and must be unbound before it goes.
   virtual void bind(std::string_view binding, ArrayController* toObject, std::string_view withKeyPath);
   virtual void unbind(std::string_view binding);
   ArrayController* contentController() const { return contentController_; }
@@ -52,15 +59,18 @@ class TableView : public View {
   // A selection by the user: the delegate is asked first. False when it refuses.
   bool selectRowIndexes(const IndexSet& rows);
 
-  // Where the current drag would land.
+  // Where the current drag would land; row -1 when there is no drag.
   void setDropRow(int row, TableDropOperation operation);
   int dropRow() const { return dropRow_; }
   TableDropOperation dropOperation() const { return dropOperation_; }
   // A drag of a registered type over the table, then its drop: the delegate is asked as the platform does.
   unsigned draggingUpdated(const DraggingInfo& info, int row, TableDropOperation operation);
   bool performDrop(const DraggingInfo& info, int row, TableDropOperation operation);
+  // The drag left the table without a drop.
+  void draggingExited() { setDropRow(-1, TableDropOperation::Above); }
 
-  // A key press. The base table handles the keys that move the selection; true when the key was used.
+  // A key press. The base table handles the keys that move the selection (up, down, home and end; with Shift
+  // they extend it); true when the key was used.
   virtual bool keyDown(const KeyEvent& event);
 
  private:
@@ -69,6 +79,8 @@ class TableView : public View {
   std::vector<std::string> draggedTypes_;
   int dropRow_ = -1;
   TableDropOperation dropOperation_ = TableDropOperation::Above;
+  Observation selectionObservation_;
+  Observation arrangedObservation_;
 };
 
 }  // namespace clipwave

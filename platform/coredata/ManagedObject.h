@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/coredata/ManagedObjectModel.h"
@@ -22,6 +23,16 @@ enum class ChangeKind {
   FilledValue,  // marks the record changed and is no undo step: a value computed on first read, a refreshed
                 // alias
   Unrecorded,   // neither: a transient value
+};
+
+// What a newer version of this program stored with a record (or beside the records) and this one does not
+// know, as XML text that is ready to be written again.
+struct UnknownContent {
+  std::string attributes;                           // of the record's element, each with a leading blank
+  std::string elements;                             // inside the record's element
+  std::vector<std::pair<int, std::string>> onKeys;  // attributes of known keys, by position
+
+  bool empty() const { return attributes.empty() && elements.empty() && onKeys.empty(); }
 };
 
 // Owned by its context; records refer to each other without owning. Deferred calls hold a record by
@@ -53,17 +64,20 @@ class ManagedObject : public std::enable_shared_from_this<ManagedObject> {
   // An edit being committed: validated exactly once, then set.
   Validation commitValue(std::string_view key, Value proposed);
 
-  // The plain stored value, no getter, no filling.
+  // The plain stored value, no getter, no filling. Absent for an unknown key.
   const Value& primitiveValue(std::string_view key) const;
+  // The same by the key's position in the entity.
+  const Value& primitiveValue(int index) const { return values_[static_cast<std::size_t>(index)]; }
   // Stores the plain value without its setter. `announce` tells the observers of the key and of its
-  // dependents.
+  // dependents. A relationship's key takes the way of setValue; nothing happens for an unknown key.
   void setPrimitiveValue(std::string_view key, Value value, ChangeKind kind = ChangeKind::Edit,
                          bool announce = true);
   // Tells the observers of a key that has no stored value of its own, and of its dependents.
   void didChangeValue(std::string_view key);
 
   // Relationships. The inverse side is kept in step, observers of both sides are told, and all of it is one
-  // undo step.
+  // undo step. Only records of one context can be related; nothing happens otherwise, for another key, or for
+  // an object that is (or is not) there already.
   ManagedObject* relatedObject(std::string_view toOneKey) const;
   const std::vector<ManagedObject*>& relatedObjects(std::string_view toManyKey) const;
   void addObject(ManagedObject& object, std::string_view toManyKey);
@@ -81,16 +95,37 @@ class ManagedObject : public std::enable_shared_from_this<ManagedObject> {
 
  private:
   friend class ManagedObjectContext;
-  friend class XMLStore;
+  friend class RelationshipChange;
+  friend class StoreReader;
+  friend class StoreWriter;
   struct ObserverTable;
+
+  Value& slot(int index) { return values_[static_cast<std::size_t>(index)]; }
+  std::vector<ManagedObject*>& toMany(int index) {
+    return toMany_[static_cast<std::size_t>(entity_->toManySlot(index))];
+  }
+  const std::vector<ManagedObject*>& toMany(int index) const {
+    return toMany_[static_cast<std::size_t>(entity_->toManySlot(index))];
+  }
+  const PropertyDescription& propertyAt(int index) const {
+    return entity_->properties()[static_cast<std::size_t>(index)];
+  }
+  Value valueAt(int index);
+  bool setRelatedObject(int index, ManagedObject* object);
+  void store(int index, Value value, ChangeKind kind, bool announced);
+  void announce(int index);
+  Validation validateAt(int index, Value& proposed);
+  Validation checkType(int index, const Value& value) const;
 
   const EntityDescription* entity_;
   ManagedObjectContext* context_ = nullptr;
   std::int64_t objectID_ = 0;
-  std::vector<Value> values_;                        // by position; to-many positions stay absent
-  std::vector<std::vector<ManagedObject*>> toMany_;  // in the order of the entity's to-many keys
-  std::unique_ptr<ObserverTable> observers_;         // made with the first observer
-  std::unique_ptr<std::string> unknown_;             // what a newer version stored with it, as it stood
+  bool isChanged_ = false;           // is among the context's records to be validated
+  bool isLeaving_ = false;           // is being deleted: a cascade must not come back to it
+  std::unique_ptr<Value[]> values_;  // by position; to-many positions stay absent
+  std::unique_ptr<std::vector<ManagedObject*>[]> toMany_;
+  std::unique_ptr<ObserverTable> observers_;  // made with the first observer
+  std::unique_ptr<UnknownContent> unknown_;
 };
 
 }  // namespace clipwave

@@ -5,11 +5,10 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
+#include "platform/coredata/AttributeIndex.h"
 #include "platform/coredata/ManagedObject.h"
 #include "platform/coredata/PersistentStoreCoordinator.h"
 #include "platform/coredata/UndoManager.h"
@@ -28,25 +27,11 @@ class Editor {
   virtual void discardEditing() = 0;
 };
 
-// Which records have which text as the plain value of one indexed attribute.
-class AttributeIndex {
- public:
-  // The records with this text, in no defined order.
-  std::size_t count(std::string_view text) const;
-  // Grows whenever some text is left without a record: until then, what was taken is still taken.
-  std::uint64_t releases() const { return releases_; }
+// Of a fetch request that names an entity or a key that the model does not know; in NSCocoaErrorDomain.
+inline constexpr int kFetchRequestError = 134060;
 
- private:
-  friend class ManagedObjectContext;
-  void add(std::string_view text, ManagedObject* object);
-  void remove(std::string_view text, ManagedObject* object);
-  const std::vector<ManagedObject*>* find(std::string_view text) const;
-
-  std::unordered_map<std::string, std::vector<ManagedObject*>> objects_;
-  std::uint64_t releases_ = 0;
-};
-
-// What happened to the records, told to lists after it happened.
+// What happened to the records, told to lists after it happened. A new record is told when its
+// awakeFromInsert is over. A changed value is told once, for its own key and not for each dependent one.
 struct ContextChange {
   enum class Kind { Inserted, Deleted, ValueChanged };
   Kind kind;
@@ -58,6 +43,9 @@ class ManagedObjectContext {
  public:
   // Takes the coordinator and the records that it read.
   ManagedObjectContext(std::unique_ptr<PersistentStoreCoordinator> coordinator, RunLoop& runLoop);
+  ManagedObjectContext(const ManagedObjectContext&) = delete;
+  ManagedObjectContext& operator=(const ManagedObjectContext&) = delete;
+  // Records that someone still holds are left without a context.
   ~ManagedObjectContext();
 
   PersistentStoreCoordinator& persistentStoreCoordinator() { return *coordinator_; }
@@ -98,16 +86,32 @@ class ManagedObjectContext {
 
  private:
   friend class ManagedObject;
+  friend class RelationshipChange;
   struct EntityTable;
+
+  EntityTable* table(std::string_view entityName) const;
+  EntityTable& tableOf(const ManagedObject& object) const;
+  void addToIndexes(EntityTable& table, ManagedObject& object);
+  void removeFromIndexes(EntityTable& table, const ManagedObject& object);
+  // What a record tells before and after it changes.
+  void willReplace(ManagedObject& object, int index, const Value& old, const Value& now);
+  void markChanged(ManagedObject& object, int index);
+  void markChanged(ManagedObject& object);
+  // Bring a record into the store and take it out, each with the undo step that does the other.
+  void place(std::shared_ptr<ManagedObject> object);
+  void putBack(std::shared_ptr<ManagedObject> object);
+  void takeOut(ManagedObject& object);
+  void cascade(ManagedObject& object);
+  void nullify(ManagedObject& object);
+  void nullifyReferencesTo(ManagedObject& object);
+  Result<void> validateForSave();
 
   std::unique_ptr<PersistentStoreCoordinator> coordinator_;
   RunLoop& runLoop_;
   UndoManager undoManager_;
-  std::map<std::string, std::unique_ptr<EntityTable>, std::less<>> tables_;
-  std::unordered_map<std::int64_t, ManagedObject*> objectsByID_;
-  std::int64_t nextObjectID_ = 1;
-  std::string version_;
-  std::string unknown_;
+  std::vector<std::unique_ptr<EntityTable>> tables_;  // in the model's order
+  std::map<std::int64_t, ManagedObject*> changed_;    // inserted or changed since the last save
+  StoreContent content_;                              // of the file, but for the records
   bool hasChanges_ = false;
   std::vector<Editor*> editors_;
   Observers<const ContextChange&> observers_;

@@ -64,12 +64,20 @@ class EntityDescription {
 
   // `factory` makes a record of the class that belongs to this entity.
   EntityDescription(std::string name, Factory factory, std::vector<PropertyDescription> properties);
+  EntityDescription(const EntityDescription&) = delete;
+  EntityDescription& operator=(const EntityDescription&) = delete;
 
   const std::string& name() const { return name_; }
   const std::vector<PropertyDescription>& properties() const { return properties_; }
   // The position of a key in properties(), or -1 for an unknown key. Constant time.
-  int indexOf(std::string_view key) const;
+  int indexOf(std::string_view key) const {
+    const auto found = indexes_.find(key);
+    return found == indexes_.end() ? -1 : found->second;
+  }
   const PropertyDescription* property(std::string_view key) const;
+  // How many of the properties are to-many relationships, and the place among them of the one at `index`.
+  int toManyCount() const { return toManyCount_; }
+  int toManySlot(int index) const { return slots_[static_cast<std::size_t>(index)]; }
 
   // Observers of `derived` are told that it changed whenever one of `sources` changes, also through several
   // steps. Call before any record of the entity exists.
@@ -86,6 +94,8 @@ class EntityDescription {
   Factory factory_;
   std::vector<PropertyDescription> properties_;
   std::unordered_map<std::string_view, int> indexes_;
+  std::vector<int> slots_;  // -1 for everything but a to-many relationship
+  int toManyCount_ = 0;
   std::vector<std::vector<int>> direct_;      // source -> derived keys as declared
   std::vector<std::vector<int>> dependents_;  // their transitive closure
 };

@@ -14,14 +14,16 @@
 
 namespace clipwave {
 
+class StoreLock;
+
 inline constexpr std::string_view NSXMLStoreType = "XML";
 
 // The records of a store and what else its file held.
 struct StoreContent {
   std::vector<std::shared_ptr<ManagedObject>> objects;  // in the file's order
   std::int64_t nextObjectID = 1;
-  std::string version;  // of the file, as it stood; "" for a new store
-  std::string unknown;  // entities that this version does not know, as they stood
+  std::string version;     // of the file, as it stood; "" for a new store
+  UnknownContent unknown;  // attributes of the whole file, and records of entities, unknown to this version
 };
 
 class PersistentStoreCoordinator {
@@ -29,6 +31,8 @@ class PersistentStoreCoordinator {
   // `model` and `files` must outlive the coordinator.
   PersistentStoreCoordinator(const ManagedObjectModel& model, FileManager& files);
   ~PersistentStoreCoordinator();
+  PersistentStoreCoordinator(const PersistentStoreCoordinator&) = delete;
+  PersistentStoreCoordinator& operator=(const PersistentStoreCoordinator&) = delete;
 
   const ManagedObjectModel& model() const { return model_; }
   const std::string& path() const { return path_; }
@@ -37,8 +41,8 @@ class PersistentStoreCoordinator {
   // it. A file that does not exist is an empty store. Fails with the path in the description, leaving the
   // file as it is and holding no lock: kFileLockingError (another process has it open),
   // kFileReadNoPermissionError and the other read errors, kPersistentStoreOpenError (truncated, not XML, not
-  // a library), kPersistentStoreIncompatibleVersionHashError (a newer major version),
-  // kPersistentStoreInvalidTypeError (another type than NSXMLStoreType).
+  // a library, or a coordinator that has its store already), kPersistentStoreIncompatibleVersionHashError (a
+  // newer major version), kPersistentStoreInvalidTypeError (another type than NSXMLStoreType).
   Result<void> addPersistentStore(std::string_view type, std::string_view path);
   // What was read; once, for the context that takes the records over.
   StoreContent takeContent();
@@ -51,8 +55,9 @@ class PersistentStoreCoordinator {
   const ManagedObjectModel& model_;
   FileManager& files_;
   std::string path_;
-  int lockDescriptor_ = -1;
+  std::unique_ptr<StoreLock> lock_;
   bool fileExists_ = false;
+  std::size_t size_ = 0;  // of the file when it was last read or written
   StoreContent content_;
 };
 

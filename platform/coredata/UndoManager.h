@@ -21,8 +21,9 @@ class UndoManager {
   // Names a group for as long as it is on a stack.
   using GroupID = std::uint64_t;
 
-  explicit UndoManager(RunLoop& runLoop);
-  ~UndoManager();
+  explicit UndoManager(RunLoop& runLoop) : runLoop_(runLoop) {}
+  UndoManager(const UndoManager&) = delete;
+  UndoManager& operator=(const UndoManager&) = delete;
 
   // Adds the step that takes a change back to the open group (opening one when needed). While undoing, it
   // becomes a redo step. A new step outside undo and redo forgets what could be redone. Ignored while
@@ -45,8 +46,10 @@ class UndoManager {
   // Closes the open group first. Nothing happens when there is nothing to undo.
   void undo();
   void redo();
-  bool canUndo() const;
-  bool canRedo() const;
+  bool canUndo() const {
+    return !undoStack_.empty() || (open_ && (open_->isExplicit || !open_->steps.empty()));
+  }
+  bool canRedo() const { return !redoStack_.empty(); }
   bool isUndoing() const { return state_ == State::Undoing; }
   bool isRedoing() const { return state_ == State::Redoing; }
   void removeAllActions();
@@ -67,19 +70,23 @@ class UndoManager {
     std::vector<Function> steps;
     bool isExplicit = false;
   };
+  void open(bool isExplicit);
   void closeOpenGroup();
-  void replay(std::vector<Group>& from, State state);
+  void replay(std::vector<Group>& from, std::vector<Group>& onto, State state);
+  Group* undoableGroup(GroupID group);
 
   RunLoop& runLoop_;
   std::vector<Group> undoStack_;
   std::vector<Group> redoStack_;
-  std::unique_ptr<Group> open_;
+  std::unique_ptr<Group> open_;    // what the current event or the caller is adding to
+  std::unique_ptr<Group> mirror_;  // while undoing or redoing: the group that takes that back
   GroupID nextID_ = 1;
+  GroupID target_ = 0;  // of performInGroup; 0 for none
   State state_ = State::Idle;
   int disabled_ = 0;
   int explicitDepth_ = 0;
   Observers<> observers_;
-  std::shared_ptr<bool> alive_;  // what deferred closings check before they touch this object
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  // what a deferred closing looks at first
 };
 
 }  // namespace clipwave

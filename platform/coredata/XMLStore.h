@@ -1,8 +1,8 @@
 // The store's file format: the whole library as one XML text, read and written in one go.
 #pragma once
 
+#include <cstddef>
 #include <string>
-#include <string_view>
 
 #include "platform/coredata/ManagedObjectModel.h"
 #include "platform/coredata/PersistentStoreCoordinator.h"
@@ -17,7 +17,8 @@ class XMLStore {
 
   // Reads the text (and destroys it on the way, which saves a copy). Errors are described without the path.
   static Result<StoreContent> read(std::string text, const ManagedObjectModel& model);
-  static std::string write(const StoreContent& content);
+  // `expectedSize` in bytes saves growing the text on the way.
+  static std::string write(const StoreContent& content, std::size_t expectedSize = 0);
 };
 
 }  // namespace clipwave

@@ -29,7 +29,7 @@ class Bundle {
 };
 
 // Where the resources lie: beside the build's executables, or in the installed data folder. The first of the
-// candidates that holds an "Info.plist", given the path of the running executable.
+// candidates that holds an "Info.plist", given the path of the running executable; "" when none does.
 std::string findResourceFolder(FileManager& files, std::string_view executablePath);
 
 }  // namespace clipwave

@@ -45,16 +45,20 @@ class RunLoop {
   // Calls `function` in the next pass of the loop; calls deferred by deferred calls wait for the pass after
   // that. Calls come in the order in which they were deferred, before the timers of that pass.
   virtual void performLater(Function function) = 0;
-  // Calls `function` from the loop, from any thread; the only operation that another thread may use.
+  // Calls `function` from the loop, as a call deferred in the order of arrival; from any thread. The only
+  // operation that another thread may use; the loop must outlive that thread's use of it.
   virtual void performFromAnyThread(Function function) = 0;
-  // Calls `function` in each turn in which `descriptor` is ready. The descriptor stays the caller's.
+  // Calls `function` in each turn in which `descriptor` is ready, closed at its other end, or broken; not
+  // again while it is being called. The descriptor stays the caller's.
   virtual std::unique_ptr<DescriptorWatch> watch(int descriptor, Readiness readiness, Function function,
                                                  Delivery delivery = Delivery::DefaultOnly) = 0;
 
-  // Runs turns until stop() is called. May be nested.
+  // Runs turns until stop() is called, which ends the innermost run(); a modal run within it goes on to its
+  // own end. May be nested; within a modal run the mode stays modal.
   virtual void run() = 0;
   virtual void stop() = 0;
-  // Runs in modal mode until stopModal(). May be nested; modes are restored on return.
+  // Runs in modal mode until stopModal(), which ends the innermost. May be nested; modes are restored on
+  // return.
   virtual void runModal() = 0;
   virtual void stopModal() = 0;
   virtual Mode mode() const = 0;
@@ -63,7 +67,8 @@ class RunLoop {
   // still valid is asked when it fires), then ready descriptors. Waits up to `wait` for something to do.
   // Answers whether anything was called.
   virtual bool runOnce(Seconds wait) = 0;
-  // Whether a deferred call or a timer of zero remaining delay is waiting.
+  // Whether a deferred call or a timer of zero remaining delay is waiting; false in modal mode, which
+  // delivers none.
   virtual bool hasPendingWork() const = 0;
   // Turns while there are deferred calls or due timers, without waiting; ends at the latest after `turns`
   // turns.
@@ -72,7 +77,9 @@ class RunLoop {
   }
 };
 
-// The loop of the companion and the tests, on poll(). `clock` must outlive the loop.
+// The loop of the companion and the tests, on poll(). `clock` must outlive the loop. On a clock that is
+// turned by hand it does not sleep while a timer waits: a turn that finds nothing to do turns the clock to
+// the next timer, or by `wait` when that is sooner.
 std::unique_ptr<RunLoop> makeRunLoop(Clock& clock);
 
 }  // namespace clipwave

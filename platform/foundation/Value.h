@@ -31,6 +31,9 @@ class Handle {
 // A value never owns the record it refers to: the object context does.
 class Value {
  public:
+// g++ 12 takes an enumerator for a shadow of the type of the same name, scoped though it is.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wshadow"
   enum class Kind : std::uint8_t {
     Null,
     Boolean,
@@ -44,6 +47,7 @@ class Value {
     Record,
     Handle
   };
+#pragma GCC diagnostic pop
 
   Value() = default;
   Value(std::nullptr_t) {}         // NOLINT(google-explicit-constructor)
@@ -67,15 +71,30 @@ class Value {
   }
   static Value data(std::string_view bytes);
 
-  Value(const Value& other) noexcept;
-  Value(Value&& other) noexcept;
-  Value& operator=(const Value& other) noexcept;
-  Value& operator=(Value&& other) noexcept;
-  ~Value();
+  Value(const Value& other) noexcept : kind_(other.kind_), payload_(other.payload_) {
+    retain();
+  }
+  Value(Value&& other) noexcept
+      : kind_(std::exchange(other.kind_, Kind::Null)), payload_(std::exchange(other.payload_, Payload{})) {}
+  // By value, so that what this value held is let go of last: assigning an element of the own array is safe.
+  Value& operator=(Value other) noexcept {
+    std::swap(kind_, other.kind_);
+    std::swap(payload_, other.payload_);
+    return *this;
+  }
+  ~Value() {
+    if (sharesContent() && --payload_.shared->references == 0) destroyContent();
+  }
 
-  Kind kind() const { return kind_; }
-  bool isNull() const { return kind_ == Kind::Null; }
-  bool isString() const { return kind_ == Kind::String; }
+  Kind kind() const {
+    return kind_;
+  }
+  bool isNull() const {
+    return kind_ == Kind::Null;
+  }
+  bool isString() const {
+    return kind_ == Kind::String;
+  }
 
   // Each reader answers for the kind that it names and has a stated answer for every other kind.
   // Booleans: true or false; a number is true when not zero; a string is true for "YES", "yes", "true", "1"
@@ -102,22 +121,37 @@ class Value {
   friend bool operator==(const Value& a, const Value& b);
 
  private:
-  struct Bytes;      // shared string or data
-  struct Container;  // shared array, dictionary or handle
-  void release() noexcept;
-  void retain() const noexcept;
+  // What copies share; the content follows in memory. Empty strings, data and containers share nothing.
+  struct Shared {
+    std::uint32_t references = 1;
+  };
+  struct Bytes;
+  template <class T>
+  struct Box;
+  union Payload {
+    std::int64_t integer = 0;
+    bool boolean;
+    double real;
+    Shared* shared;
+    ManagedObject* record;
+  };
+
+  static Payload makeBytes(std::string_view bytes);
+  bool sharesContent() const {
+    return kind_ >= Kind::String && kind_ != Kind::Record && payload_.shared != nullptr;
+  }
+  void retain() const noexcept {
+    if (sharesContent()) ++payload_.shared->references;
+  }
+  void destroyContent() noexcept;
+  std::string_view bytes() const;
+  template <class T>
+  const T& boxed() const;
 
   Kind kind_ = Kind::Null;
-  union {
-    bool boolean_;
-    std::int64_t integer_ = 0;
-    double real_;
-    Bytes* bytes_;
-    Container* container_;
-    ManagedObject* record_;
-  };
+  Payload payload_;
 };
 
-static_assert(sizeof(void*) != 8 || alignof(std::int64_t) == 8);
+static_assert(sizeof(Value) == 16);
 
 }  // namespace clipwave

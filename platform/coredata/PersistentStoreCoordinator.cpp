@@ -1,0 +1,68 @@
+#include "platform/coredata/PersistentStoreCoordinator.h"
+
+#include <utility>
+
+#include "platform/coredata/StoreLock.h"
+#include "platform/coredata/XMLStore.h"
+
+namespace clipwave {
+namespace {
+
+Error aboutStore(std::string_view what, std::string_view path, const Error& cause) {
+  Error error = cause;
+  error.localizedDescription =
+      "The library at " + std::string(path) + " " + std::string(what) + ". " + cause.localizedDescription;
+  return error;
+}
+
+}  // namespace
+
+PersistentStoreCoordinator::PersistentStoreCoordinator(const ManagedObjectModel& model, FileManager& files)
+    : model_(model), files_(files) {}
+
+PersistentStoreCoordinator::~PersistentStoreCoordinator() = default;
+
+Result<void> PersistentStoreCoordinator::addPersistentStore(std::string_view type, std::string_view path) {
+  constexpr std::string_view kCannotBeOpened = "cannot be opened";
+  if (type != NSXMLStoreType) {
+    return aboutStore(kCannotBeOpened, path,
+                      cocoaError(kPersistentStoreInvalidTypeError,
+                                 "There is no kind of store named “" + std::string(type) + "”."));
+  }
+  if (lock_) {
+    return aboutStore(kCannotBeOpened, path,
+                      cocoaError(kPersistentStoreOpenError, "Another library is open in its place."));
+  }
+  auto lock = StoreLock::acquire(std::string(path) + ".lock");
+  if (!lock) return aboutStore(kCannotBeOpened, path, lock.error());
+  Result<std::string> text = files_.contentsAtPath(path);
+  const bool exists = text.ok();
+  if (exists) {
+    size_ = text->size();
+    Result<StoreContent> content = XMLStore::read(std::move(*text), model_);
+    if (!content) return aboutStore(kCannotBeOpened, path, content.error());
+    content_ = std::move(*content);
+  } else if (text.error().code != kFileReadNoSuchFileError && text.error().code != kFileNoSuchFileError) {
+    // Not an empty library: what is there and cannot be read must not be overwritten.
+    return aboutStore(kCannotBeOpened, path, text.error());
+  }
+  lock_ = std::move(*lock);
+  path_ = path;
+  fileExists_ = exists;
+  return {};
+}
+
+StoreContent PersistentStoreCoordinator::takeContent() {
+  return std::exchange(content_, {});
+}
+
+Result<void> PersistentStoreCoordinator::write(const StoreContent& content) {
+  const std::string text = XMLStore::write(content, size_);
+  if (Result<void> written = files_.writeAtomically(text, path_); !written)
+    return aboutStore("cannot be saved", path_, written.error());
+  size_ = text.size();
+  fileExists_ = true;
+  return {};
+}
+
+}  // namespace clipwave

@@ -1,0 +1,340 @@
+#include "platform/coredata/StoreText.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstring>
+
+namespace clipwave::storetext {
+namespace {
+
+enum class Class : std::uint8_t { Plain, Escaped, Illegal, Multibyte };
+
+constexpr std::array<Class, 256> kClasses = [] {
+  std::array<Class, 256> classes{};
+  for (std::size_t c = 0; c < 256; ++c) {
+    if (c < 0x20) classes[c] = Class::Illegal;
+    if (c >= 0x80) classes[c] = Class::Multibyte;
+  }
+  for (const char c : {'\t', '\n', '\x7f'}) classes[static_cast<unsigned char>(c)] = Class::Plain;
+  for (const char c : {'&', '<', '>', '\r'}) classes[static_cast<unsigned char>(c)] = Class::Escaped;
+  return classes;
+}();
+
+Class classOf(char c) {
+  return kClasses[static_cast<unsigned char>(c)];
+}
+
+bool isXMLCharacter(std::uint32_t c) {
+  if (c < 0x20) return c == '\t' || c == '\n' || c == '\r';
+  return c < 0xD800 || (c >= 0xE000 && c < 0xFFFE) || (c >= 0x10000 && c <= 0x10FFFF);
+}
+
+// The length of the UTF-8 sequence at the start of `text` (which is not ASCII); 0 when it is none, or stands
+// for no character of XML.
+std::size_t sequenceLength(std::string_view text) {
+  const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const unsigned lead = byte(0);
+  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+  if (lead < 0xC2 || lead > 0xF4 || text.size() < length) return 0;
+  std::uint32_t code = lead & (0xFFU >> (length + 1));
+  for (std::size_t i = 1; i < length; ++i) {
+    if ((byte(i) & 0xC0U) != 0x80U) return 0;
+    code = code << 6U | (byte(i) & 0x3FU);
+  }
+  constexpr std::uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
+  return code >= kSmallest[length] && isXMLCharacter(code) ? length : 0;
+}
+
+void appendEscaped(std::string& out, char c) {
+  switch (c) {
+    case '&':
+      out += "&amp;";
+      break;
+    case '<':
+      out += "&lt;";
+      break;
+    case '>':
+      out += "&gt;";
+      break;
+    case '"':
+      out += "&quot;";
+      break;
+    default:
+      out += "&#";
+      appendInteger(out, c);
+      out += ';';
+  }
+}
+
+constexpr std::string_view kBase64 = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+constexpr std::array<std::int8_t, 256> kBase64Values = [] {
+  std::array<std::int8_t, 256> values{};
+  values.fill(-1);
+  for (std::size_t i = 0; i < kBase64.size(); ++i)
+    values[static_cast<unsigned char>(kBase64[i])] = static_cast<std::int8_t>(i);
+  return values;
+}();
+
+// Days since 1970-01-01 of a date of the proleptic Gregorian calendar, and back, counted in eras of 400 years
+// that begin on 1 March. (The standard's calendar ends at the year 32767; a date here need not.)
+std::int64_t daysFromCivil(std::int64_t year, std::int64_t month, std::int64_t day) {
+  if (month <= 2) --year;
+  const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
+  const std::int64_t yearOfEra = year - era * 400;
+  const std::int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
+  return era * 146'097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719'468;
+}
+
+struct Civil {
+  std::int64_t year, month, day;
+};
+
+Civil civilFromDays(std::int64_t days) {
+  days += 719'468;
+  const std::int64_t era = (days >= 0 ? days : days - 146'096) / 146'097;
+  const std::int64_t dayOfEra = days - era * 146'097;
+  const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36'524 - dayOfEra / 146'096) / 365;
+  const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+  const std::int64_t shifted = (5 * dayOfYear + 2) / 153;
+  const std::int64_t month = shifted + (shifted < 10 ? 3 : -9);
+  return {yearOfEra + era * 400 + (month <= 2 ? 1 : 0), month, dayOfYear - (153 * shifted + 2) / 5 + 1};
+}
+
+void appendPadded(std::string& out, std::int64_t number, std::size_t width) {
+  std::array<char, 20> digits;
+  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+  const auto length = static_cast<std::size_t>(end - digits.data());
+  if (length < width) out.append(width - length, '0');
+  out.append(digits.data(), length);
+}
+
+// Takes exactly `width` digits and the character `after` off the front.
+std::optional<std::int64_t> takeNumber(std::string_view& text, std::size_t width, char after) {
+  if (text.size() <= width || text[width] != after) return std::nullopt;
+  std::int64_t number = 0;
+  for (const char c : text.substr(0, width)) {
+    if (c < '0' || c > '9') return std::nullopt;
+    number = number * 10 + (c - '0');
+  }
+  text.remove_prefix(width + 1);
+  return number;
+}
+
+std::optional<Date> dateFrom(std::int64_t seconds, std::int64_t microseconds) {
+  // From the second above for dates before 1970, so that the smallest date does not overflow on the way.
+  if (seconds < 0) {
+    ++seconds;
+    microseconds -= 1'000'000;
+  }
+  std::int64_t total = 0;
+  if (__builtin_mul_overflow(seconds, std::int64_t{1'000'000}, &total) ||
+      __builtin_add_overflow(total, microseconds, &total))
+    return std::nullopt;
+  return Date{total};
+}
+
+// Whether a reference ("&amp;", "&#13;") stands at the start of `text`.
+bool isReference(std::string_view text) {
+  const std::size_t end = text.substr(0, 12).find(';');
+  if (end == std::string_view::npos) return false;
+  std::string_view name = text.substr(1, end - 1);
+  if (!name.starts_with('#')) {
+    constexpr std::string_view kNames[] = {"amp", "lt", "gt", "quot", "apos"};
+    return std::find(std::begin(kNames), std::end(kNames), name) != std::end(kNames);
+  }
+  const bool isHexadecimal = name.starts_with("#x");
+  name.remove_prefix(isHexadecimal ? 2 : 1);
+  std::uint32_t code = 0;
+  const auto [last, error] =
+      std::from_chars(name.data(), name.data() + name.size(), code, isHexadecimal ? 16 : 10);
+  return error == std::errc() && last == name.data() + name.size() && isXMLCharacter(code);
+}
+
+std::optional<std::size_t> findInvalidUTF8(std::string_view text) {
+  for (std::size_t i = 0; i < text.size();) {
+    std::uint64_t word = 0;
+    while (i + sizeof word <= text.size()) {
+      std::memcpy(&word, text.data() + i, sizeof word);
+      if ((word & 0x8080808080808080U) != 0) break;
+      i += sizeof word;
+    }
+    if (i >= text.size()) break;
+    const std::size_t length =
+        static_cast<unsigned char>(text[i]) < 0x80 ? 1 : sequenceLength(text.substr(i));
+    if (length == 0) return i;
+    i += length;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+bool appendText(std::string& out, std::string_view text) {
+  const auto special =
+      std::find_if(text.begin(), text.end(), [](char c) { return classOf(c) != Class::Plain; });
+  if (special == text.end()) {
+    out += text;
+    return true;
+  }
+  const std::size_t start = out.size();
+  std::size_t i = static_cast<std::size_t>(special - text.begin());
+  out += text.substr(0, i);
+  while (i < text.size()) {
+    std::size_t length = 1;
+    switch (classOf(text[i])) {
+      case Class::Plain:
+        out += text[i];
+        break;
+      case Class::Escaped:
+        appendEscaped(out, text[i]);
+        break;
+      case Class::Multibyte:
+        length = sequenceLength(text.substr(i));
+        if (length != 0) {
+          out += text.substr(i, length);
+          break;
+        }
+        [[fallthrough]];
+      case Class::Illegal:
+        out.resize(start);
+        return false;
+    }
+    i += length;
+  }
+  return true;
+}
+
+void appendAttribute(std::string& out, std::string_view name, std::string_view value) {
+  out += ' ';
+  out += name;
+  out += "=\"";
+  for (const char c : value) {
+    if (c == '"' || c == '\t' || c == '\n' || classOf(c) == Class::Escaped) {
+      appendEscaped(out, c);
+    } else if (classOf(c) != Class::Illegal) {
+      out += c;
+    }
+  }
+  out += '"';
+}
+
+void appendBase64(std::string& out, std::string_view bytes) {
+  std::size_t i = 0;
+  const auto byte = [bytes](std::size_t at) {
+    return static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[at]));
+  };
+  const auto digit = [](std::uint32_t group, unsigned shift) { return kBase64[group >> shift & 63U]; };
+  for (; i + 3 <= bytes.size(); i += 3) {
+    const std::uint32_t group = byte(i) << 16U | byte(i + 1) << 8U | byte(i + 2);
+    const char digits[] = {digit(group, 18), digit(group, 12), digit(group, 6), digit(group, 0)};
+    out.append(digits, 4);
+  }
+  const std::size_t left = bytes.size() - i;
+  if (left == 0) return;
+  const std::uint32_t group = byte(i) << 16U | (left == 2 ? byte(i + 1) << 8U : 0);
+  out += digit(group, 18);
+  out += digit(group, 12);
+  out += left == 2 ? digit(group, 6) : '=';
+  out += '=';
+}
+
+std::optional<std::string> parseBase64(std::string_view text) {
+  if (text.size() % 4 != 0) return std::nullopt;
+  std::size_t padding = 0;
+  while (padding < 2 && padding < text.size() && text[text.size() - 1 - padding] == '=') ++padding;
+  std::string bytes;
+  bytes.reserve(text.size() / 4 * 3);
+  for (std::size_t i = 0; i < text.size(); i += 4) {
+    const std::size_t digits = i + 4 == text.size() ? 4 - padding : 4;
+    std::uint32_t group = 0;
+    for (std::size_t j = 0; j < 4; ++j) {
+      const int value = j < digits ? kBase64Values[static_cast<unsigned char>(text[i + j])] : 0;
+      if (value < 0) return std::nullopt;
+      group = group << 6U | static_cast<std::uint32_t>(value);
+    }
+    for (std::size_t j = 1; j < digits; ++j) bytes += static_cast<char>(group >> (24 - 8 * j) & 255U);
+  }
+  return bytes;
+}
+
+void appendDate(std::string& out, Date date) {
+  const std::int64_t seconds = date.wholeSeconds();
+  const std::int64_t microseconds = (date.microseconds % 1'000'000 + 1'000'000) % 1'000'000;
+  const std::int64_t secondOfDay = (seconds % 86'400 + 86'400) % 86'400;
+  const Civil civil = civilFromDays((seconds - secondOfDay) / 86'400);
+  if (civil.year < 0) out += '-';
+  if (civil.year > 9999) out += '+';
+  appendPadded(out, civil.year < 0 ? -civil.year : civil.year, 4);
+  out += '-';
+  appendPadded(out, civil.month, 2);
+  out += '-';
+  appendPadded(out, civil.day, 2);
+  out += 'T';
+  appendPadded(out, secondOfDay / 3600, 2);
+  out += ':';
+  appendPadded(out, secondOfDay / 60 % 60, 2);
+  out += ':';
+  appendPadded(out, secondOfDay % 60, 2);
+  if (microseconds != 0) {
+    out += '.';
+    appendPadded(out, microseconds, 6);
+  }
+  out += 'Z';
+}
+
+std::optional<Date> parseDate(std::string_view text) {
+  const bool isNegative = text.starts_with('-');
+  if (isNegative || text.starts_with('+')) text.remove_prefix(1);
+  const std::size_t yearDigits = text.find('-');
+  if (yearDigits < 4 || yearDigits > 6) return std::nullopt;
+  const auto year = takeNumber(text, yearDigits, '-');
+  const auto month = takeNumber(text, 2, '-');
+  const auto day = takeNumber(text, 2, 'T');
+  const auto hour = takeNumber(text, 2, ':');
+  const auto minute = takeNumber(text, 2, ':');
+  const bool hasFraction = text.size() > 2 && text[2] == '.';
+  const auto second = takeNumber(text, 2, hasFraction ? '.' : 'Z');
+  const auto microsecond = hasFraction ? takeNumber(text, 6, 'Z') : 0;
+  if (!year || !month || !day || !hour || !minute || !second || !microsecond || !text.empty())
+    return std::nullopt;
+  if (*hour > 23 || *minute > 59 || *second > 59) return std::nullopt;
+  const std::int64_t days = daysFromCivil(isNegative ? -*year : *year, *month, *day);
+  // What is no day of the calendar comes back as another one.
+  if (*month > 12) return std::nullopt;
+  const Civil civil = civilFromDays(days);
+  if (civil.month != *month || civil.day != *day) return std::nullopt;
+  return dateFrom(days * 86'400 + *hour * 3600 + *minute * 60 + *second, *microsecond);
+}
+
+void appendInteger(std::string& out, std::int64_t number) {
+  std::array<char, 20> digits;
+  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+  out.append(digits.data(), static_cast<std::size_t>(end - digits.data()));
+}
+
+std::optional<std::int64_t> parseInteger(std::string_view text) {
+  std::int64_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
+std::optional<std::size_t> findIllFormed(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t\r\n";
+  if (const std::size_t nul = text.find('\0'); nul != text.npos) return nul;
+  for (std::size_t at = text.find('&'); at != text.npos; at = text.find('&', at + 1))
+    if (!isReference(text.substr(at))) return at;
+  if (const auto invalid = findInvalidUTF8(text)) return invalid;
+  const std::size_t byteOrderMark = text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
+  const std::size_t first = text.find_first_not_of(kBlanks, byteOrderMark);
+  if (first == text.npos || text[first] != '<') return byteOrderMark;
+  // The parser passes over text behind the last tag: what is left of an older, longer file, say.
+  const std::size_t end = text.find('>', text.rfind('<'));
+  if (end == text.npos) return text.size();
+  const std::size_t after = text.find_first_not_of(kBlanks, end + 1);
+  return after == text.npos ? std::nullopt : std::optional(after);
+}
+
+}  // namespace clipwave::storetext

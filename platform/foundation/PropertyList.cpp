@@ -1,0 +1,234 @@
+#include "platform/foundation/PropertyList.h"
+
+#include <charconv>
+#include <cstdint>
+#include <limits>
+#include <system_error>
+
+#include "platform/foundation/TimeZone.h"
+#include "platform/foundation/XMLDocument.h"
+
+namespace clipwave {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+constexpr std::string_view kBase64Digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+Error corrupt(std::string reason) {
+  return cocoaError(kPropertyListReadCorruptError, "The property list cannot be read: " + reason);
+}
+
+Error unreadable(std::string_view what, std::string_view text) {
+  return corrupt("\"" + std::string(text) + "\" is no " + std::string(what) + ".");
+}
+
+std::string_view trimmed(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::string base64(std::string_view bytes) {
+  std::string text;
+  for (std::size_t i = 0; i < bytes.size(); i += 3) {
+    const std::string_view group = bytes.substr(i, 3);
+    std::uint32_t bits = 0;
+    for (std::size_t k = 0; k < 3; ++k)
+      bits = bits << 8 | (k < group.size() ? static_cast<std::uint8_t>(group[k]) : 0u);
+    for (std::size_t k = 0; k < 4; ++k)
+      text += k <= group.size() ? kBase64Digits[bits >> (18 - 6 * k) & 63] : '=';
+  }
+  return text;
+}
+
+std::optional<std::string> bytesFromBase64(std::string_view text) {
+  std::string bytes;
+  std::uint32_t bits = 0;
+  int held = 0;
+  bool ended = false;
+  for (char c : text) {
+    if (kBlanks.find(c) != std::string_view::npos) continue;
+    if (c == '=') {
+      ended = true;
+      continue;
+    }
+    const std::size_t digit = kBase64Digits.find(c);
+    if (ended || digit == std::string_view::npos) return std::nullopt;
+    bits = bits << 6 | static_cast<std::uint32_t>(digit);
+    held += 6;
+    if (held >= 8) {
+      held -= 8;
+      bytes += static_cast<char>(bits >> held & 0xFF);
+    }
+  }
+  if (held >= 6) return std::nullopt;  // a lone digit is no byte
+  return bytes;
+}
+
+Result<Value> readInteger(std::string_view text) {
+  std::string_view digits = trimmed(text);
+  const bool negative = digits.starts_with('-');
+  if (negative || digits.starts_with('+')) digits.remove_prefix(1);
+  const bool hexadecimal = digits.starts_with("0x") || digits.starts_with("0X");
+  if (hexadecimal) digits.remove_prefix(2);
+  std::uint64_t magnitude = 0;
+  const char* end = digits.data() + digits.size();
+  const auto [stop, problem] = std::from_chars(digits.data(), end, magnitude, hexadecimal ? 16 : 10);
+  if (stop != end || problem == std::errc::invalid_argument) return unreadable("integer", text);
+  constexpr auto kMost = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+  const bool outside = problem == std::errc::result_out_of_range || magnitude > kMost;
+  if (outside)
+    return Value(negative ? std::numeric_limits<std::int64_t>::min()
+                          : std::numeric_limits<std::int64_t>::max());
+  const auto integer = static_cast<std::int64_t>(magnitude);
+  return Value(negative ? -integer : integer);
+}
+
+Result<Value> readReal(std::string_view text) {
+  std::string_view digits = trimmed(text);
+  if (digits.starts_with('+')) digits.remove_prefix(1);
+  double real = 0;
+  const char* end = digits.data() + digits.size();
+  const auto [stop, problem] = std::from_chars(digits.data(), end, real);
+  if (stop != end || problem != std::errc()) return unreadable("number", text);
+  return Value(real);
+}
+
+Result<Value> read(const XMLElement& element);
+
+// Containers hold elements and nothing else.
+std::optional<Error> looseText(const XMLElement& element) {
+  const std::string text = element.ownText();
+  if (trimmed(text).empty()) return std::nullopt;
+  return corrupt("Text stands between the elements of \"" + element.name() + "\".");
+}
+
+Result<Value> readArray(const XMLElement& element) {
+  if (const auto problem = looseText(element)) return *problem;
+  Array array;
+  for (const XMLElement& child : element.elements()) {
+    Result<Value> value = read(child);
+    if (!value) return value;
+    array.push_back(std::move(*value));
+  }
+  return Value(std::move(array));
+}
+
+Result<Value> readDictionary(const XMLElement& element) {
+  if (const auto problem = looseText(element)) return *problem;
+  Dictionary dictionary;
+  std::optional<std::string> key;
+  for (const XMLElement& child : element.elements()) {
+    const bool isKey = child.name() == "key";
+    if (isKey == key.has_value()) {
+      return corrupt(isKey ? "The key \"" + *key + "\" has no value." : "A value has no key.");
+    }
+    if (isKey) {
+      key = child.stringValue();
+      continue;
+    }
+    Result<Value> value = read(child);
+    if (!value) return value;
+    dictionary.insert_or_assign(*std::exchange(key, std::nullopt), std::move(*value));
+  }
+  if (key) return corrupt("The key \"" + *key + "\" has no value.");
+  return Value(std::move(dictionary));
+}
+
+Result<Value> read(const XMLElement& element) {
+  const std::string kind = element.name();
+  if (kind == "dict") return readDictionary(element);
+  if (kind == "array") return readArray(element);
+  if (kind == "true") return Value(true);
+  if (kind == "false") return Value(false);
+  const std::string text = element.stringValue();
+  if (kind == "string") return Value(text);
+  if (kind == "integer") return readInteger(text);
+  if (kind == "real") return readReal(text);
+  if (kind == "date") {
+    const std::optional<Date> date = dateFromISO8601(trimmed(text));
+    if (!date) return unreadable("date", text);
+    return Value(*date);
+  }
+  if (kind == "data") {
+    const std::optional<std::string> bytes = bytesFromBase64(text);
+    if (!bytes) return unreadable("data", text);
+    return Value::data(*bytes);
+  }
+  return corrupt("\"" + kind + "\" is no kind of value.");
+}
+
+std::string realText(double real) {
+  char buffer[32];
+  const auto [end, problem] = std::to_chars(buffer, buffer + sizeof buffer, real);
+  return problem == std::errc() ? std::string(buffer, end) : "0";
+}
+
+bool canBeWritten(const Value& value) {
+  return !value.isNull() && value.kind() != Value::Kind::Record && value.kind() != Value::Kind::Handle;
+}
+
+void write(XMLElement& parent, const Value& value) {
+  switch (value.kind()) {
+    case Value::Kind::Boolean:
+      parent.addChild(value.boolValue() ? "true" : "false");
+      break;
+    case Value::Kind::Integer:
+      parent.addChild("integer", std::to_string(value.integerValue()));
+      break;
+    case Value::Kind::Real:
+      parent.addChild("real", realText(value.doubleValue()));
+      break;
+    case Value::Kind::Date:
+      parent.addChild("date", iso8601(*value.dateValue()));
+      break;
+    case Value::Kind::String:
+      parent.addChild("string", value.stringValue());
+      break;
+    case Value::Kind::Data:
+      parent.addChild("data", base64(value.dataValue()));
+      break;
+    case Value::Kind::Array: {
+      XMLElement array = parent.addChild("array");
+      for (const Value& item : value.arrayValue()) write(array, item);
+      break;
+    }
+    case Value::Kind::Dictionary: {
+      XMLElement dictionary = parent.addChild("dict");
+      for (const auto& [key, item] : value.dictionaryValue()) {
+        if (!canBeWritten(item)) continue;
+        dictionary.addChild("key", key);
+        write(dictionary, item);
+      }
+      break;
+    }
+    case Value::Kind::Null:
+    case Value::Kind::Record:
+    case Value::Kind::Handle:
+      break;
+  }
+}
+
+}  // namespace
+
+Result<Value> propertyListFromData(std::string_view data) {
+  const Result<XMLDocument> document = XMLDocument::parse(data, XMLDocument::Parsing::Strict);
+  if (!document) return corrupt(document.error().localizedDescription);
+  const XMLElement root = document->rootElement();
+  if (root.name() != "plist") return corrupt("The root element is \"" + root.name() + "\", not \"plist\".");
+  if (const auto problem = looseText(root)) return *problem;
+  const std::vector<XMLElement> values = root.elements();
+  if (values.size() != 1)
+    return corrupt("It holds " + std::to_string(values.size()) + " values instead of one.");
+  return read(values.front());
+}
+
+std::string dataFromPropertyList(const Value& value) {
+  XMLDocument document("plist");
+  XMLElement root = document.rootElement();
+  root.addAttribute("version", "1.0");
+  write(root, value);
+  return document.prettyPrinted();
+}
+
+}  // namespace clipwave
