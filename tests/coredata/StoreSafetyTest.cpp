@@ -120,30 +120,30 @@ TEST_F(StoreSafetyTest, ASaveKeepsThePermissionsOfTheFile) {
 // The child gives all records the number of the save and reports each save that has returned. Whenever it is
 // killed, the file must hold one whole save, and none older than the last that was reported.
 TEST_F(StoreSafetyTest, AProcessKilledAtAnyInstantLeavesTheLastSaveWhole) {
-  constexpr int kKills = 250;
   std::mt19937 random(7);
-  std::uniform_int_distribution<int> microseconds(0, 12'000);
+  std::uniform_int_distribution<int> microseconds(0, 8000);
   open();
   for (int i = 0; i < 300; ++i) insert("Channel", "0");
   ASSERT_TRUE(context->save().ok());
   context.reset();
-  int advances = 0;
-  int last = 0;
-  for (int kills = 0; kills < kKills; ++kills) {
+  int stored = 0;
+  for (int kills = 0; kills < 200; ++kills) {
     int reports[2];
     ASSERT_EQ(::pipe2(reports, O_CLOEXEC), 0);
     const pid_t child = fork([&] {
       if (!tryToOpen()) return;
       const auto channels = fetch({.entityName = "Channel"});
-      for (int number = last + 1;; ++number) {
+      for (int number = stored + 1;; ++number) {
         for (ManagedObject* channel : channels) channel->setValue("vcTitle", std::to_string(number));
         if (!context->save() || ::write(reports[1], &number, sizeof number) != sizeof number) return;
       }
     });
     ::close(reports[1]);
+    // From the first save on, so that the kill meets a process that is saving, however slow the machine.
+    int reported = 0;
+    ASSERT_EQ(::read(reports[0], &reported, sizeof reported), static_cast<ssize_t>(sizeof reported));
     std::this_thread::sleep_for(std::chrono::microseconds(microseconds(random)));
     kill(child);
-    int reported = last;
     for (int number = 0; ::read(reports[0], &number, sizeof number) == sizeof number;) reported = number;
     ::close(reports[0]);
 
@@ -151,15 +151,11 @@ TEST_F(StoreSafetyTest, AProcessKilledAtAnyInstantLeavesTheLastSaveWhole) {
     ASSERT_TRUE(opened.ok()) << opened.error().localizedDescription;
     const auto channels = fetch({.entityName = "Channel"});
     ASSERT_EQ(channels.size(), 300U);
-    const int stored = static_cast<int>(channels[0]->value("vcTitle").integerValue());
+    stored = static_cast<int>(channels[0]->value("vcTitle").integerValue());
     for (ManagedObject* channel : channels) ASSERT_EQ(channel->value("vcTitle").integerValue(), stored);
     ASSERT_TRUE(stored == reported || stored == reported + 1) << stored << " after " << reported;
-    if (stored != last) ++advances;
-    last = stored;
     context.reset();
   }
-  // The kills must have met saves, or this has tested nothing.
-  EXPECT_GT(advances, kKills / 4);
 }
 
 }  // namespace
