@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <limits>
 
 namespace clipwave {
 namespace {
@@ -58,8 +57,7 @@ std::int64_t daysFromCivil(std::int64_t year, int month, int day) {
 }
 
 CalendarFields fieldsOf(Date date, std::int32_t secondsFromUTC) {
-  const std::int64_t whole = date.wholeSeconds();
-  const std::int64_t local = whole + secondsFromUTC;
+  const std::int64_t local = date.wholeSeconds() + secondsFromUTC;
   const std::int64_t days = floorDivision(local, kSecondsPerDay);
   const auto secondOfDay = static_cast<int>(local - days * kSecondsPerDay);
 
@@ -78,7 +76,7 @@ CalendarFields fieldsOf(Date date, std::int32_t secondsFromUTC) {
   fields.hour = secondOfDay / 3'600;
   fields.minute = secondOfDay / 60 % 60;
   fields.second = secondOfDay % 60;
-  fields.millisecond = static_cast<int>((date.microseconds - whole * 1'000'000) / 1'000);
+  fields.millisecond = static_cast<int>((date.microseconds % 1'000'000 + 1'000'000) % 1'000'000 / 1'000);
   return fields;
 }
 

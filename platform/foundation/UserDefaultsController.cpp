@@ -50,6 +50,7 @@ void UserDefaultsController::setInitialValues(Dictionary values) {
 }
 
 Value UserDefaultsController::value(std::string_view key) const {
+  if (const auto argument = argumentValues_.find(key); argument != argumentValues_.end()) return argument->second;
   const auto found = userValues_.find(key);
   return found != userValues_.end() ? found->second : lookUp(initialValues_, key);
 }
@@ -75,7 +76,8 @@ Result<void> UserDefaultsController::setValue(std::string_view key, Value newVal
 }
 
 Dictionary UserDefaultsController::allValues() const {
-  Dictionary all = userValues_;
+  Dictionary all = argumentValues_;
+  all.insert(userValues_.begin(), userValues_.end());
   all.insert(initialValues_.begin(), initialValues_.end());
   return all;
 }

@@ -13,7 +13,7 @@
 
 namespace clipwave {
 
-// All reads go through value(): the user's own value, else the initial one, else absent.
+// All reads go through value(): this process's own value, else the user's, else the initial one, else absent.
 class UserDefaultsController {
  public:
   // Reads the user's values from the property list at `path`; a file that does not exist is an empty set. A
@@ -27,6 +27,9 @@ class UserDefaultsController {
   // Replaces the whole table of initial values.
   void setInitialValues(Dictionary values);
   const Dictionary& initialValues() const { return initialValues_; }
+
+  // Values given for this process only: they win over the user's own and are never written.
+  void setArgumentValues(Dictionary values) { argumentValues_ = std::move(values); }
 
   Value value(std::string_view key) const;
   std::string string(std::string_view key) const { return std::string(value(key).stringValue()); }
@@ -46,6 +49,7 @@ class UserDefaultsController {
   FileManager& files_;
   std::string path_;
   std::optional<Error> loadError_;
+  Dictionary argumentValues_;
   Dictionary initialValues_;
   Dictionary userValues_;
   std::map<std::string, Observers<>, std::less<>> observers_;

@@ -59,7 +59,8 @@ class XMLDocument {
   // predefined and numeric ones (Tolerant: HTML's named ones too), nothing touches the network; depth and
   // attribute counts are bounded. Tolerant reads strictly first and repairs what fails, keeping its text:
   // bare "&" and "<", undeclared prefixes, missing end tags, white space before the declaration. Fails when
-  // no element is left. `charset` names the encoding when something outside the text decided it ("" to look
+  // no element is left, with kPropertyListReadCorruptError and the reason; that of a strict parse says the
+  // line. `charset` names the encoding when something outside the text decided it ("" to look
   // at mark and declaration).
   static Result<XMLDocument> parse(std::string_view data, Parsing parsing, std::string_view charset = {});
 
@@ -67,7 +68,8 @@ class XMLDocument {
   // Puts a processing instruction ahead of the root element, behind those that were put there before.
   void addProcessingInstruction(std::string_view target, std::string_view data);
   // The whole document with its declaration, one element per line, indented by two spaces a level; an element
-  // without content is a single empty-element tag.
+  // without content is a single empty-element tag. In a document that was read, white space between elements
+  // stands.
   std::string prettyPrinted() const;
 
  private:

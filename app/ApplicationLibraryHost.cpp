@@ -1,0 +1,23 @@
+#include "app/ApplicationLibraryHost.h"
+
+#include "platform/dotmac/MemberAccount.h"
+
+namespace clipwave {
+
+ManagedObject* ApplicationLibraryHost::selectedChannel() {
+  const IndexSet& selected = channelController_.selectionIndexes();
+  if (selected.size() != 1) return nullptr;
+  return channelController_.arrangedObjects()[*selected.begin()];
+}
+
+std::optional<DotMacMember> ApplicationLibraryHost::dotMacMember() {
+  const auto account = DMMemberAccount::accountFromPreferences(services_.defaults);
+  if (!account) return std::nullopt;
+  return DotMacMember{account->name(), account->homePageBaseURL()};
+}
+
+void ApplicationLibraryHost::showCriticalAlert(const std::string& title, const std::string& message) {
+  services_.application.runCriticalAlertPanel(title, message, "OK");
+}
+
+}  // namespace clipwave

@@ -1,0 +1,217 @@
+#include "app/Controller.h"
+
+#include "model/Channel.h"
+
+namespace clipwave {
+
+namespace {
+
+FeedMappings mappingsFromResource(const Bundle& bundle, std::string_view name) {
+  FeedMappings mappings;
+  for (const auto& [element, attribute] : bundle.dictionaryForResource(name)) {
+    if (attribute.isString()) mappings[element] = std::string(attribute.stringValue());
+  }
+  return mappings;
+}
+
+// The entry may be one text or a list of them; feeds carry one.
+std::string mimeType(const Dictionary& documentType) {
+  const auto entry = documentType.find("CFBundleTypeMIMETypes");
+  if (entry == documentType.end()) return {};
+  const Array& list = entry->second.arrayValue();
+  return std::string(list.empty() ? entry->second.stringValue() : list.front().stringValue());
+}
+
+}  // namespace
+
+Controller::Controller(const ApplicationServices& services, lanternAppDelegate& delegate,
+                       MainInterface& interface)
+    : services_(services),
+      delegate_(delegate),
+      interface_(interface),
+      languageDataSource_(services.bundle),
+      feedPreparation_({services.application,
+                        services.files,
+                        services.log,
+                        interface.channelController,
+                        {languageDataSource_, types_}}),
+      publishRun_({services.application, services.log, interface.channelController,
+                   [this] { return delegate_.managedObjectContext(); },
+                   [this](int protocolTag) { return makeBackEnd(protocolTag); }},
+                  feedPreparation_,
+                  {interface.mainWindow, interface.publishButton, interface.copyStatus,
+                   interface.copyStatusTextField, interface.statusWindow, interface.statusTextView}),
+      episodeListEditing_(
+          {services.application, services.files, services.workspace, services.defaults, types_},
+          {interface.mainWindow, interface.vcastTableView, interface.channelTableView, interface.previewPane,
+           interface.prefWindow, interface.editImagePropsWindow, interface.vodcastController,
+           interface.channelController, interface.imageController}),
+      windowLayout_(interface.mainWindow, interface.lowerView, interface.channelController,
+                    services.defaults) {
+  installInitialDefaults();
+  interface_.vcastTableView.setDelegate(&episodeListEditing_);
+  interface_.channelTableView.setDelegate(&episodeListEditing_);
+  interface_.publishButton.setAction([this] {
+    if (!publishRun_.isCopying()) localBackEnds_.clear();
+    publishRun_.save();
+  });
+}
+
+Controller::~Controller() {
+  observations_.clear();
+  interface_.publishButton.setAction(nullptr);
+  interface_.vcastTableView.setDelegate(nullptr);
+  interface_.channelTableView.setDelegate(nullptr);
+}
+
+void Controller::installInitialDefaults() {
+  // Without the resource there are no initial values at all.
+  if (!services_.bundle.pathForResource("defaults", "plist")) return;
+  Dictionary values = services_.bundle.dictionaryForResource("defaults");
+  values["defaultAuthor"] = services_.process.fullUserName();
+  services_.defaults.setInitialValues(std::move(values));
+}
+
+void Controller::awakeFromNib() {
+  observeNotifications();
+  observeChannelSelection();
+  loadMappings();
+  registerForDrags();
+  setSortOrders();
+  startUpdateCheck();
+  loadMovieTypes();
+  scrollOptionsToTop();
+  observeNewMovies();
+  publishRun_.setIsCopying(false);
+  addedNewChannel_ = false;
+  fetchChannels();
+  addFirstChannel();
+}
+
+void Controller::awakeWithoutWindow() {
+  loadMappings();
+  setSortOrders();
+  loadMovieTypes();
+  fetchChannels();
+}
+
+void Controller::observeNotifications() {
+  observations_.push_back(services_.notifications.observe(
+      kProtocolDidChange, [this](const Notification&) { protocolChanged(); }));
+  observations_.push_back(
+      services_.notifications.observe("recordingStarted", [this](const Notification& notification) {
+        if (recordingObserver_ != nullptr) recordingObserver_->recordingStarted(notification);
+      }));
+}
+
+void Controller::observeChannelSelection() {
+  observations_.push_back(interface_.channelController.observeSelectedObjects(
+      [this] { observeValueForKeyPath("selectedObjects"); }));
+}
+
+void Controller::loadMappings() {
+  vodcastMappings_ = mappingsFromResource(services_.bundle, "vcmappings");
+  channelMappings_ = mappingsFromResource(services_.bundle, "channelmappings");
+}
+
+void Controller::registerForDrags() {
+  interface_.vcastTableView.registerForDraggedTypes({std::string(NSFilenamesPboardType)});
+  interface_.channelTableView.registerForDraggedTypes({std::string(NSFilenamesPboardType)});
+}
+
+void Controller::setSortOrders() {
+  interface_.channelController.setSortDescriptors({{"vcTitle", true}});
+  interface_.vodcastController.setSortDescriptors({{"vcPublishDate", false}});
+}
+
+void Controller::startUpdateCheck() {
+  if (services_.urls == nullptr || !services_.defaults.boolean("shouldCheckForUpdate")) return;
+  updateCheck_ = std::make_unique<UpdateCheck>(
+      UpdateCheck::Services{services_.application, services_.workspace, services_.bundle, services_.log,
+                            *services_.urls, interface_.mainWindow});
+  updateCheck_->start(services_.defaults.string("updateURL"));
+}
+
+void Controller::loadMovieTypes() {
+  types_.clear();
+  const Dictionary& info = services_.bundle.infoDictionary();
+  const auto documentTypes = info.find("CFBundleDocumentTypes");
+  if (documentTypes == info.end()) return;
+  for (const Value& entry : documentTypes->second.arrayValue()) {
+    const Dictionary& documentType = entry.dictionaryValue();
+    const auto extensions = documentType.find("CFBundleTypeExtensions");
+    if (extensions == documentType.end()) continue;
+    for (const Value& extension : extensions->second.arrayValue()) {
+      types_[std::string(extension.stringValue())] = mimeType(documentType);
+    }
+  }
+}
+
+void Controller::scrollOptionsToTop() {
+  for (ScrollView* pane : {&interface_.advancedOptionsScrollView, &interface_.advancedOptionsRSSScrollView}) {
+    pane->scrollPoint({0, pane->documentSize().height});
+  }
+}
+
+void Controller::observeNewMovies() {
+  observations_.push_back(
+      services_.notifications.observe("movieCreated", [this](const Notification& notification) {
+        if (recordingObserver_ != nullptr) recordingObserver_->newMovie(notification);
+      }));
+}
+
+void Controller::fetchChannels() {
+  // Builds the store stack; where that fails the user has been told, and the lists stay empty.
+  if (delegate_.managedObjectContext() == nullptr) return;
+  interface_.channelController.fetch();
+  interface_.imageController.fetch();
+}
+
+void Controller::addFirstChannel() {
+  if (interface_.channelController.managedObjectContext() == nullptr) return;
+  if (!interface_.channelController.arrangedObjects().empty()) return;
+  addedNewChannel_ = true;
+  interface_.channelController.add();
+}
+
+void Controller::observeValueForKeyPath(std::string_view keyPath) {
+  if (keyPath == "selectedObjects") windowLayout_.updateWindowSize();
+  if (addedNewChannel_) {
+    interface_.mainWindow.makeFirstResponder(&interface_.channelTitleTextField);
+    addedNewChannel_ = false;
+  }
+}
+
+void Controller::protocolChanged() {
+  windowLayout_.updateWindowSize();
+}
+
+WindowController& Controller::aboutWindowController() {
+  if (!aboutWindowController_) {
+    aboutWindowController_ = std::make_unique<WindowController>("About");
+    services_.interfaces.loadWindow(*aboutWindowController_);
+  }
+  return *aboutWindowController_;
+}
+
+void Controller::showAboutWindow() {
+  aboutWindowController().window().makeKeyAndOrderFront();
+}
+
+std::shared_ptr<CopyBackEnd> Controller::makeBackEnd(int protocolTag) {
+  if (protocolTag == kDotMacMethod) return nullptr;
+  auto backEnd = std::make_shared<CopyFilesLocally>(LocalCopyServices{
+      services_.application, services_.runLoop, services_.files, services_.defaults, services_.log});
+  localBackEnds_.push_back(backEnd);
+  return backEnd;
+}
+
+std::vector<std::string> Controller::transferTroubles() const {
+  std::vector<std::string> troubles;
+  for (const auto& backEnd : localBackEnds_) {
+    troubles.insert(troubles.end(), backEnd->troubles().begin(), backEnd->troubles().end());
+  }
+  return troubles;
+}
+
+}  // namespace clipwave

@@ -1,0 +1,111 @@
+// The main window's controller: start-up, wiring and the user defaults; owns each concern of the window and
+// hands it out by name.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/ApplicationServices.h"
+#include "app/MainInterface.h"
+#include "app/UpdateCheck.h"
+#include "app/lanternAppDelegate.h"
+#include "model/LanguageDataSource.h"
+#include "platform/foundation/Observation.h"
+#include "publish/FeedPreparation.h"
+#include "publish/PublishRun.h"
+#include "transfer/CopyFilesLocally.h"
+#include "ui/EpisodeListEditing.h"
+#include "ui/WindowLayout.h"
+
+namespace clipwave {
+
+// Feed element name to attribute name.
+using FeedMappings = std::map<std::string, std::string, std::less<>>;
+
+// Who makes episodes of recordings; called on the recorder's notifications.
+class RecordingObserver {
+ public:
+  virtual ~RecordingObserver() = default;
+  virtual void recordingStarted(const Notification& notification) = 0;
+  virtual void newMovie(const Notification& notification) = 0;
+};
+
+class Controller {
+ public:
+  // Installs the initial values of the user defaults. Everything passed in outlives the controller.
+  Controller(const ApplicationServices& services, lanternAppDelegate& delegate, MainInterface& interface);
+  // Stops observing.
+  ~Controller();
+  Controller(const Controller&) = delete;
+  Controller& operator=(const Controller&) = delete;
+
+  // The whole start-up of the window, once its interface is there.
+  void awakeFromNib();
+  // What a process without a window needs of it: the tables, the sort orders and the fetch. No update check,
+  // and no first channel for an empty library.
+  void awakeWithoutWindow();
+
+  void observeValueForKeyPath(std::string_view keyPath);
+  // The publish method of a channel was set: re-lays the window.
+  void protocolChanged();
+  WindowController& aboutWindowController();
+  void showAboutWindow();
+  // None, or who handles recordings from now on; not owned.
+  void setRecordingObserver(RecordingObserver* observer) { recordingObserver_ = observer; }
+
+  ArrayController& channelController() { return interface_.channelController; }
+  ArrayController& vodcastController() { return interface_.vodcastController; }
+  ArrayController& imageController() { return interface_.imageController; }
+  MainInterface& interface() { return interface_; }
+  FeedPreparation& feedPreparation() { return feedPreparation_; }
+  PublishRun& publishRun() { return publishRun_; }
+  EpisodeListEditing& episodeListEditing() { return episodeListEditing_; }
+  WindowLayout& windowLayout() { return windowLayout_; }
+  const LanguageDataSource& languageDataSource() const { return languageDataSource_; }
+  const FeedMappings& vodcastMappings() const { return vodcastMappings_; }
+  const FeedMappings& channelMappings() const { return channelMappings_; }
+  const MovieTypes& types() const { return types_; }
+  FeedTables feedTables() const { return {languageDataSource_, types_}; }
+  bool addedNewChannel() const { return addedNewChannel_; }
+  // What the local back-ends of the last publish run passed over in silence.
+  std::vector<std::string> transferTroubles() const;
+
+ private:
+  void installInitialDefaults();
+  void observeNotifications();
+  void observeChannelSelection();
+  void loadMappings();
+  void registerForDrags();
+  void setSortOrders();
+  void startUpdateCheck();
+  void loadMovieTypes();
+  void scrollOptionsToTop();
+  void observeNewMovies();
+  void fetchChannels();
+  void addFirstChannel();
+  std::shared_ptr<CopyBackEnd> makeBackEnd(int protocolTag);
+
+  ApplicationServices services_;
+  lanternAppDelegate& delegate_;
+  MainInterface& interface_;
+  bool addedNewChannel_ = false;
+  LanguageDataSource languageDataSource_;
+  FeedMappings vodcastMappings_;
+  FeedMappings channelMappings_;
+  MovieTypes types_;
+  std::vector<std::shared_ptr<CopyFilesLocally>> localBackEnds_;  // of the last publish run
+  FeedPreparation feedPreparation_;
+  PublishRun publishRun_;
+  EpisodeListEditing episodeListEditing_;
+  WindowLayout windowLayout_;
+  std::unique_ptr<UpdateCheck> updateCheck_;
+  std::unique_ptr<WindowController> aboutWindowController_;
+  RecordingObserver* recordingObserver_ = nullptr;
+  std::vector<Observation> observations_;
+};
+
+}  // namespace clipwave

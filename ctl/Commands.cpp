@@ -1,0 +1,64 @@
+#include "ctl/Commands.h"
+
+#include <unistd.h>
+
+#include <filesystem>
+
+namespace clipwave {
+
+const std::vector<Command>& commandTable() {
+  static const std::vector<Command> kTable = {
+      {"channels", "", "List the library's channels",
+       "One channel a line: its id, its mark for publishing (*), the number of its episodes, its title and "
+       "its\n"
+       "destination. Never saves.\n",
+       0, true, runChannels},
+      {"show", "[CHANNEL] [--json]", "Show the whole library or one channel",
+       "Every attribute that is set, by its key, and the episodes. With --json every attribute, absent ones "
+       "as null,\n"
+       "dates as ISO 8601 in UTC. Never saves.\n",
+       0, true, runShow},
+      {"new", "[TITLE]", "Add a channel",
+       "The channel gets its defaults, then the title. Prints the title that it has.\n", 0, true, runNew},
+      {"open", "FILE...", "Add a channel with an episode for each movie file",
+       "As when the desktop opens the files with Clipwave. Prints the new channel's title.\n", 1, true,
+       runOpen},
+      {"add", "CHANNEL FILE...", "Add an episode to a channel for each movie file",
+       "As when the files are dropped onto the channel.\n", 2, true, runAdd},
+      {"set", "CHANNEL[/EPISODE] KEY=VALUE...", "Set attributes of a channel or an episode",
+       "Keys are those that show prints. KEY= clears an attribute; booleans are 0 and 1; dates are ISO 8601, "
+       "such as\n"
+       "2009-03-04T02:05:09Z. Either all of the values are set or none.\n",
+       2, true, runSet},
+      {"feed", "CHANNEL", "Write a channel's feed to standard output", "Never saves.\n", 1, true, runFeed},
+      {"publish", "[--replace|--keep]", "Publish every channel marked for it",
+       "Prints the subscription links of the channels published. Files that exist at the destination: "
+       "--replace\n"
+       "replaces them, --keep keeps them but for the feeds; without either they are asked about on a "
+       "terminal, and\n"
+       "elsewhere replaced when the default noConfirm is 1, else the run ends.\n",
+       0, true, runPublish},
+      {"defaults", "[KEY[=VALUE]...]", "Show or set the user defaults",
+       "Without arguments all of them. KEY= goes back to the initial value; booleans are 0 and 1.\n", 0,
+       false, runDefaults},
+  };
+  return kTable;
+}
+
+ExitStatus usageError(const std::string& message) {
+  printError("clipwavectl", message);
+  return kUsage;
+}
+
+ExitStatus failure(const Error& error) {
+  printError("clipwavectl", error.localizedDescription);
+  return kFailed;
+}
+
+std::string absolutePath(const std::string& path) {
+  std::error_code error;
+  const auto absolute = std::filesystem::absolute(path, error);
+  return error ? path : absolute.lexically_normal().string();
+}
+
+}  // namespace clipwave

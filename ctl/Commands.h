@@ -1,0 +1,43 @@
+// The companion's commands: one table from which the dispatch and the help are made.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "ctl/Companion.h"
+
+namespace clipwave {
+
+using CommandLine = std::vector<std::string>;
+
+struct Command {
+  std::string name;
+  std::string arguments;  // as the synopsis shows them
+  std::string summary;    // one line
+  std::string help;       // the rest of --help; ends in a line break
+  std::size_t fewestArguments;
+  bool opensLibrary;
+  ExitStatus (*run)(Companion& companion, const CommandLine& arguments);
+};
+
+const std::vector<Command>& commandTable();
+
+// Reports wrong usage of a command.
+ExitStatus usageError(const std::string& message);
+// Reports a failure.
+ExitStatus failure(const Error& error);
+// The absolute form of a path given on the command line.
+std::string absolutePath(const std::string& path);
+
+// One file of source a group of commands.
+ExitStatus runChannels(Companion& companion, const CommandLine& arguments);
+ExitStatus runShow(Companion& companion, const CommandLine& arguments);
+ExitStatus runFeed(Companion& companion, const CommandLine& arguments);
+ExitStatus runNew(Companion& companion, const CommandLine& arguments);
+ExitStatus runOpen(Companion& companion, const CommandLine& arguments);
+ExitStatus runAdd(Companion& companion, const CommandLine& arguments);
+ExitStatus runSet(Companion& companion, const CommandLine& arguments);
+ExitStatus runPublish(Companion& companion, const CommandLine& arguments);
+ExitStatus runDefaults(Companion& companion, const CommandLine& arguments);
+
+}  // namespace clipwave

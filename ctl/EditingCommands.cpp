@@ -1,0 +1,149 @@
+// The commands that change the library: new, open, add, set.
+#include <algorithm>
+#include <iostream>
+#include <optional>
+
+#include "ctl/Commands.h"
+#include "ctl/RecordLookup.h"
+#include "ctl/RecordText.h"
+#include "platform/coredata/UndoManager.h"
+
+namespace clipwave {
+
+namespace {
+
+// Commits a value as an edited field would; false after the refusal was reported.
+bool commit(Companion& companion, ManagedObject& record, const std::string& key, const Value& value) {
+  const Validation validation = record.commitValue(key, value);
+  if (validation.valid) return true;
+  if (validation.error) {
+    const Error shown = companion.delegate().willPresentError(*validation.error);
+    printError("clipwavectl", shown.localizedDescription);
+  } else {
+    printError("clipwavectl", key + " cannot be set to \"" + valueText(value) + "\".");
+  }
+  return false;
+}
+
+// The absolute paths of movie files that can be read; nothing after the first one that is none was reported.
+std::optional<std::vector<std::string>> moviePaths(Companion& companion, CommandLine::const_iterator begin,
+                                                   CommandLine::const_iterator end) {
+  std::vector<std::string> paths;
+  for (auto argument = begin; argument != end; ++argument) {
+    const std::string path = absolutePath(*argument);
+    bool isDirectory = false;
+    if (!companion.files().fileExistsAtPath(path, &isDirectory) || isDirectory) {
+      printError("clipwavectl", "There is no file " + path + ".");
+      return std::nullopt;
+    }
+    if (!companion.controller().episodeListEditing().isMovieFile(path)) {
+      printError("clipwavectl", path + " is not a movie file that Clipwave knows.");
+      return std::nullopt;
+    }
+    paths.push_back(path);
+  }
+  return paths;
+}
+
+// Prints the title of the one channel that is selected now.
+void printSelectedTitle(Companion& companion) {
+  for (ManagedObject* channel : companion.controller().channelController().selectedObjects()) {
+    std::cout << channel->value("vcTitle").stringValue() << '\n';
+  }
+}
+
+}  // namespace
+
+ExitStatus runNew(Companion& companion, const CommandLine& arguments) {
+  if (arguments.size() > 1) return usageError("new takes one title at the most.");
+  ManagedObject* channel = companion.controller().channelController().add();
+  companion.runLoop().runUntilIdle();
+  if (!arguments.empty() && !commit(companion, *channel, "vcTitle", Value(arguments.front()))) return kFailed;
+  const ExitStatus status = companion.finish();
+  if (status == kDone) printSelectedTitle(companion);
+  return status;
+}
+
+ExitStatus runOpen(Companion& companion, const CommandLine& arguments) {
+  const auto paths = moviePaths(companion, arguments.begin(), arguments.end());
+  if (!paths) return kFailed;
+  companion.delegate().openFiles(*paths);
+  const ExitStatus status = companion.finish();
+  if (status == kDone) printSelectedTitle(companion);
+  return status;
+}
+
+ExitStatus runAdd(Companion& companion, const CommandLine& arguments) {
+  ArrayController& channels = companion.controller().channelController();
+  const auto channel = findChannel(channels, arguments.front());
+  if (!channel) return failure(channel.error());
+  const auto paths = moviePaths(companion, arguments.begin() + 1, arguments.end());
+  if (!paths) return kFailed;
+
+  const auto& arranged = channels.arrangedObjects();
+  const auto row = static_cast<int>(std::find(arranged.begin(), arranged.end(), *channel) - arranged.begin());
+  Array files;
+  for (const std::string& path : *paths) files.emplace_back(path);
+  DraggingInfo drag;
+  drag.draggingPasteboard.declareTypes({std::string(NSFilenamesPboardType)});
+  drag.draggingPasteboard.setPropertyList(std::move(files), NSFilenamesPboardType);
+  if (!companion.controller().episodeListEditing().acceptDrop(companion.interface().channelTableView, drag,
+                                                              row, TableDropOperation::On)) {
+    printError("clipwavectl", "The files could not be added.");
+    return kFailed;
+  }
+  return companion.finish();
+}
+
+namespace {
+
+struct Assignment {
+  std::string key;
+  Value value;
+};
+
+// The publish method is more than its number: .Mac needs an account and brings URLs of its own.
+bool setPublishMethod(Companion& companion, Channel& channel, const Value& tag) {
+  if (tag.integerValue() != kDotMacMethod) return commit(companion, channel, "protocolTag", tag);
+  printError("No .Mac Account!", "This version of Clipwave publishes into folders only.");
+  return false;
+}
+
+// Sets one value after the other; false after the first refusal was reported.
+bool assign(Companion& companion, ManagedObject& record, const std::vector<Assignment>& assignments) {
+  return std::all_of(assignments.begin(), assignments.end(), [&](const Assignment& assignment) {
+    if (assignment.key == "protocolTag") {
+      return setPublishMethod(companion, static_cast<Channel&>(record), assignment.value);
+    }
+    return commit(companion, record, assignment.key, assignment.value);
+  });
+}
+
+}  // namespace
+
+ExitStatus runSet(Companion& companion, const CommandLine& arguments) {
+  const auto record = findRecord(companion.controller().channelController(), arguments.front());
+  if (!record) return failure(record.error());
+  std::vector<Assignment> assignments;
+  for (auto argument = arguments.begin() + 1; argument != arguments.end(); ++argument) {
+    const std::size_t equals = argument->find('=');
+    if (equals == std::string::npos || equals == 0) return usageError(*argument + " is not KEY=VALUE.");
+    const std::string key = argument->substr(0, equals);
+    std::string text = argument->substr(equals + 1);
+    if (key == "vcPath" && !text.empty()) text = absolutePath(text);
+    const auto value = valueFromText((*record)->entity(), key, text);
+    if (!value) return usageError(value.error().localizedDescription);
+    assignments.push_back({key, *value});
+  }
+  // The keys whose values can be refused come first, and of these the title last: it moves a folder on disk.
+  const auto refusable =
+      std::stable_partition(assignments.begin(), assignments.end(),
+                            [](const Assignment& a) { return a.key == "protocolTag" || a.key == "vcTitle"; });
+  std::stable_partition(assignments.begin(), refusable,
+                        [](const Assignment& a) { return a.key == "protocolTag"; });
+
+  if (!assign(companion, **record, assignments)) return kFailed;
+  return companion.finish();
+}
+
+}  // namespace clipwave

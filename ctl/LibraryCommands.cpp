@@ -1,0 +1,85 @@
+// The commands that only read the library: channels, show, feed.
+#include <iostream>
+
+#include "ctl/Commands.h"
+#include "ctl/RecordLookup.h"
+#include "ctl/RecordText.h"
+#include "platform/foundation/JSON.h"
+#include "publish/FeedDocument.h"
+
+namespace clipwave {
+
+ExitStatus runChannels(Companion& companion, const CommandLine& arguments) {
+  if (!arguments.empty()) return usageError("channels takes no arguments.");
+  for (ManagedObject* channel : companion.controller().channelController().arrangedObjects()) {
+    std::cout << channel->objectID() << '\t' << (channel->value("vcPublish").boolValue() ? '*' : '-') << '\t'
+              << channel->relatedObjects("children").size() << '\t' << channel->value("vcTitle").stringValue()
+              << '\t' << channel->value("mediaPath").stringValue() << '\n';
+  }
+  return companion.finishWithoutSaving();
+}
+
+namespace {
+
+void showAsText(const std::vector<ManagedObject*>& channels) {
+  bool isFirst = true;
+  for (ManagedObject* channel : channels) {
+    if (!isFirst) std::cout << '\n';
+    isFirst = false;
+    std::cout << recordText(*channel);
+    for (ManagedObject* episode : channel->relatedObjects("children")) {
+      std::cout << "\n  episode\n";
+      const std::string text = recordText(*episode);
+      for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = text.find('\n', start);
+        std::cout << "  " << text.substr(start, end - start + 1);
+        start = end + 1;
+      }
+    }
+  }
+}
+
+}  // namespace
+
+ExitStatus runShow(Companion& companion, const CommandLine& arguments) {
+  bool asJSON = false;
+  std::vector<std::string> names;
+  for (const std::string& argument : arguments) {
+    if (argument == "--json") {
+      asJSON = true;
+    } else if (argument.starts_with("--")) {
+      return usageError("show has no option " + argument + ".");
+    } else {
+      names.push_back(argument);
+    }
+  }
+  if (names.size() > 1) return usageError("show takes one channel at the most.");
+
+  ArrayController& list = companion.controller().channelController();
+  std::vector<ManagedObject*> channels = list.arrangedObjects();
+  if (!names.empty()) {
+    const auto channel = findChannel(list, names.front());
+    if (!channel) return failure(channel.error());
+    channels = {*channel};
+  }
+  if (!asJSON) {
+    showAsText(channels);
+    return companion.finishWithoutSaving();
+  }
+  Array dictionaries;
+  for (ManagedObject* channel : channels) dictionaries.push_back(recordDictionary(*channel));
+  std::cout << JSONFromValue(Dictionary{{"channels", std::move(dictionaries)}}) << '\n';
+  return companion.finishWithoutSaving();
+}
+
+ExitStatus runFeed(Companion& companion, const CommandLine& arguments) {
+  if (arguments.size() != 1) return usageError("feed takes one channel.");
+  const auto channel = findChannel(companion.controller().channelController(), arguments.front());
+  if (!channel) return failure(channel.error());
+  const XMLDocument feed =
+      makeFeedDocument(**channel, sortedEpisodes(**channel), companion.controller().feedTables());
+  std::cout << feed.prettyPrinted();
+  return companion.finishWithoutSaving();
+}
+
+}  // namespace clipwave

@@ -1,0 +1,69 @@
+#include "ctl/RecordLookup.h"
+
+#include <charconv>
+#include <optional>
+#include <vector>
+
+namespace clipwave {
+
+namespace {
+
+std::optional<std::int64_t> number(std::string_view text) {
+  std::int64_t value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
+// `noun` says what is looked for, in the error's words.
+Result<ManagedObject*> findAmong(const std::vector<ManagedObject*>& records, std::string_view name,
+                                 const std::string& noun) {
+  std::vector<ManagedObject*> named;
+  for (ManagedObject* record : records) {
+    if (record->primitiveValue("vcTitle").stringValue() == name && !name.empty()) named.push_back(record);
+  }
+  if (named.size() == 1) return named.front();
+  if (named.size() > 1) {
+    std::string message =
+        "More than one " + noun + " is titled " + std::string(name) + ". Name it by its id:";
+    for (const ManagedObject* record : named) message += " " + std::to_string(record->objectID());
+    return cocoaError(kFileReadUnknownError, message);
+  }
+  if (const auto id = number(name)) {
+    for (ManagedObject* record : records) {
+      if (record->objectID() == *id) return record;
+    }
+  }
+  return cocoaError(kFileNoSuchFileError, "There is no " + noun + " " + std::string(name) + ".");
+}
+
+}  // namespace
+
+Result<Channel*> findChannel(ArrayController& channels, std::string_view name) {
+  const auto found = findAmong(channels.content(), name, "channel");
+  if (!found) return found.error();
+  return static_cast<Channel*>(*found);
+}
+
+Result<Vodcast*> findEpisode(Channel& channel, std::string_view name) {
+  const auto found = findAmong(channel.relatedObjects("children"), name, "episode");
+  if (!found) return found.error();
+  return static_cast<Vodcast*>(*found);
+}
+
+Result<ManagedObject*> findRecord(ArrayController& channels, std::string_view name) {
+  const auto whole = findChannel(channels, name);
+  if (whole) return static_cast<ManagedObject*>(*whole);
+  std::optional<Error> inChannel;
+  for (std::size_t slash = name.find('/'); slash != std::string_view::npos;
+       slash = name.find('/', slash + 1)) {
+    const auto channel = findChannel(channels, name.substr(0, slash));
+    if (!channel) continue;
+    const auto episode = findEpisode(**channel, name.substr(slash + 1));
+    if (episode) return static_cast<ManagedObject*>(*episode);
+    inChannel = episode.error();
+  }
+  return inChannel ? *inChannel : whole.error();
+}
+
+}  // namespace clipwave

@@ -1,0 +1,40 @@
+// The application's shell in a terminal: alerts become lines on standard error, questions are asked only of a
+// person.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "platform/appkit/Application.h"
+
+namespace clipwave {
+
+class TerminalShell final : public ApplicationShell {
+ public:
+  // Answers a question in place of the user; nothing where it has no answer to it.
+  using Answerer = std::function<std::optional<Alert::Answer>(const Alert&)>;
+  void setAnswerer(Answerer answerer) { answerer_ = std::move(answerer); }
+  // Whether any alert was shown that was not answered by the answerer: the command has failed.
+  bool hasFailed() const { return failed_; }
+
+  Alert::Answer runAlert(Alert& alert) override;
+  OpenPanelAnswer runOpenPanel(const OpenPanel&) override { return {}; }
+  void beginAlertSheet(Alert alert, Window& window, std::function<void(Alert::Answer)> ended) override;
+  void beginOpenPanelSheet(OpenPanel panel, Window& window,
+                           std::function<void(OpenPanelAnswer)> ended) override;
+  void beep() override {}
+  void exitProcess(int status) override;
+
+ private:
+  Answerer answerer_;
+  bool failed_ = false;
+};
+
+// One line on standard error: "title: message".
+void printError(const std::string& title, const std::string& message);
+
+// Asks a person at the terminal what becomes of a file that exists; nothing where no person is there.
+std::optional<Alert::Answer> askAtTerminal(Alert& alert);
+
+}  // namespace clipwave

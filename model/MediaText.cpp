@@ -1,0 +1,84 @@
+#include "model/MediaText.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace clipwave {
+namespace {
+
+constexpr std::int64_t kGigabyte = 1'073'741'824;
+constexpr std::int64_t kMegabyte = 1'048'576;
+constexpr std::int64_t kKilobyte = 1'024;
+
+std::string twoDigits(int number) {
+  std::string text = std::to_string(number);
+  return text.size() < 2 ? "0" + text : text;
+}
+
+// Not printf: its decimal point follows the locale that the desktop sets.
+std::string twoDecimals(float number) {
+  std::array<char, 64> buffer;
+  const auto end =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed, 2);
+  return std::string(buffer.data(), end.ptr);
+}
+
+// The number that the text begins with, after blanks; 0 where it begins with none.
+float leadingNumber(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(" \t\n\r"), text.size()));
+  const bool negative = text.starts_with('-');
+  if (negative || text.starts_with('+')) text.remove_prefix(1);
+  const std::string_view begin = text.substr(0, text.starts_with('.') ? 2 : 1);
+  if (begin.empty() || begin.back() < '0' || begin.back() > '9') return 0;
+  float number = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (result.ec != std::errc()) return 0;
+  return negative ? -number : number;
+}
+
+}  // namespace
+
+std::string durationText(double seconds) {
+  auto t = static_cast<float>(seconds);
+  // A damaged file may claim anything; what an int cannot hold is no duration.
+  if (!(t >= 0 && t < 2e9F)) t = 0;
+  const int hours = static_cast<int>(t / 3600.0F);
+  const float rest = t - static_cast<float>(3600LL * hours);
+  const int minutes = static_cast<int>(rest / 60.0F);
+  const int wholeSeconds = static_cast<int>(rest - static_cast<float>(60 * minutes));
+  return twoDigits(hours) + ":" + twoDigits(minutes) + ":" + twoDigits(wholeSeconds);
+}
+
+std::string_view sizeUnit(std::int64_t bytes) {
+  if (bytes > kGigabyte) return "GB";
+  if (bytes > kMegabyte) return "MB";
+  if (bytes > kKilobyte) return "KB";
+  return "Bytes";
+}
+
+std::string sizeText(std::int64_t bytes) {
+  const auto x = static_cast<float>(bytes);
+  if (x > static_cast<float>(kGigabyte)) return twoDecimals(std::ldexp(x, -30));
+  if (x > static_cast<float>(kMegabyte)) return twoDecimals(std::ldexp(x, -20));
+  if (x > static_cast<float>(kKilobyte)) return twoDecimals(std::ldexp(x, -10));
+  return twoDecimals(x);
+}
+
+std::int32_t bytesFromText(std::string_view number, std::string_view unit) {
+  float multiplier = 1;
+  if (unit == "GB") multiplier = static_cast<float>(kGigabyte);
+  if (unit == "MB") multiplier = static_cast<float>(kMegabyte);
+  if (unit == "KB") multiplier = static_cast<float>(kKilobyte);
+  const float product = multiplier * leadingNumber(number);
+  if (!(std::abs(product) < 9e18F)) return 0;
+  return static_cast<std::int32_t>(static_cast<std::int64_t>(product));
+}
+
+std::string movieInfoText(std::string_view duration, std::int64_t fileSize) {
+  const float megabytes = std::ldexp(static_cast<float>(fileSize), -20);
+  return "Time:" + std::string(duration) + " Size:" + twoDecimals(megabytes) + " MB";
+}
+
+}  // namespace clipwave

@@ -1,0 +1,112 @@
+// The simple elements: text fields, buttons, pop-ups, progress indicators, scroll views.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/appkit/Element.h"
+
+namespace clipwave {
+
+// A one-line text field. Keystrokes arrive through edit(); the edit is pending until it is committed or
+// discarded.
+class TextField : public Element {
+ public:
+  // Asked with the proposed value before an edit is accepted (the delegate's control:isValidObject:).
+  using Validator = std::function<bool(const TextField&, std::string_view proposed)>;
+  // Takes the edited text over; false refuses it and the field stays in editing.
+  using Commit = std::function<bool(std::string_view text)>;
+
+  const std::string& stringValue() const { return stringValue_; }
+  // Sets the text from the program; drops a pending edit.
+  void setStringValue(std::string_view text);
+
+  // What the user typed, as it comes.
+  void edit(std::string_view text);
+  bool isEditing() const { return editing_; }
+  // Ends the edit: validator, then commit. True when nothing was pending. A refusal leaves the text as typed.
+  // Asked again while validator or commit still run (an alert of theirs takes the focus away), it answers
+  // false and asks neither.
+  bool commitEditing();
+  // Drops the edit: the text is again what it was before.
+  void discardEditing();
+  bool resignFirstResponder() override { return commitEditing(); }
+
+  void setValidator(Validator validator) { validator_ = std::move(validator); }
+  void setCommit(Commit commit) { commit_ = std::move(commit); }
+
+ private:
+  std::string stringValue_;
+  std::string valueBeforeEditing_;
+  bool editing_ = false;
+  bool committing_ = false;
+  Validator validator_;
+  Commit commit_;
+};
+
+class Button : public Element {
+ public:
+  using Action = std::function<void()>;
+
+  const std::string& title() const { return title_; }
+  void setTitle(std::string_view title) { assign(title_, std::string(title)); }
+  bool isOn() const { return on_; }
+  void setOn(bool on) { assign(on_, on); }
+  void setAction(Action action) { action_ = std::move(action); }
+  // A press by the user; nothing happens while the button is disabled.
+  void performClick() {
+    if (isEnabled() && action_) action_();
+  }
+
+ private:
+  std::string title_;
+  bool on_ = false;
+  Action action_;
+};
+
+class PopUpButton : public Element {
+ public:
+  struct Item {
+    std::string title;
+    int tag = 0;
+    bool operator==(const Item&) const = default;
+  };
+  const std::vector<Item>& items() const { return items_; }
+  void setItems(std::vector<Item> items) { assign(items_, std::move(items)); }
+  // The selected item's tag; nothing when no item has it.
+  std::optional<int> selectedTag() const { return selectedTag_; }
+  void selectItemWithTag(std::optional<int> tag) { assign(selectedTag_, tag); }
+
+ private:
+  std::vector<Item> items_;
+  std::optional<int> selectedTag_;
+};
+
+// An indeterminate, spinning indicator.
+class ProgressIndicator : public Element {
+ public:
+  bool isAnimating() const { return animating_; }
+  void startAnimation() { assign(animating_, true); }
+  void stopAnimation() { assign(animating_, false); }
+
+ private:
+  bool animating_ = false;
+};
+
+class ScrollView : public View {
+ public:
+  Size documentSize() const { return documentSize_; }
+  void setDocumentSize(Size size) { assign(documentSize_, size); }
+  Point scrolledTo() const { return scrolledTo_; }
+  void scrollPoint(Point point) { assign(scrolledTo_, point); }
+
+ private:
+  Size documentSize_;
+  Point scrolledTo_;
+};
+
+}  // namespace clipwave

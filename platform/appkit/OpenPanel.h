@@ -1,0 +1,24 @@
+// The platform's dialogue for choosing existing files or folders.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace clipwave {
+
+struct OpenPanel {
+  bool canChooseFiles = true;
+  bool canChooseDirectories = false;
+  bool canCreateDirectories = false;
+  bool allowsMultipleSelection = false;
+  std::string message = {};
+  std::string directory = {};  // where it opens; "" for the platform's choice
+  std::vector<std::string> allowedTypes =
+      {};  // file-name extensions and quoted HFS types; empty for every file
+};
+
+// The chosen paths; empty when the user cancelled.
+using OpenPanelAnswer = std::vector<std::string>;
+
+}  // namespace clipwave

@@ -1,0 +1,49 @@
+#include "platform/appkit/ArrayController.h"
+
+namespace clipwave {
+
+Value Selection::value(std::string_view key) const {
+  const std::vector<ManagedObject*> selected = controller_.selectedObjects();
+  if (selected.empty()) return {};
+  Value common = selected.front()->value(key);
+  for (std::size_t i = 1; i < selected.size(); ++i) {
+    if (selected[i]->value(key) != common) return {};
+  }
+  return common;
+}
+
+Selection::State Selection::state(std::string_view key) const {
+  const std::vector<ManagedObject*> selected = controller_.selectedObjects();
+  if (selected.empty()) return State::None;
+  if (selected.size() == 1) return State::Single;
+  const Value first = selected.front()->value(key);
+  for (std::size_t i = 1; i < selected.size(); ++i) {
+    if (selected[i]->value(key) != first) return State::MultipleValues;
+  }
+  return State::SameValue;
+}
+
+void Selection::setValue(std::string_view key, const Value& value) {
+  ++controller_.bulkChanges_;
+  for (ManagedObject* record : controller_.selectedObjects()) {
+    // What one record's change sets off may take another out of the list.
+    if (controller_.current().members_.contains(record)) record->setValue(key, value);
+  }
+  --controller_.bulkChanges_;
+  controller_.endBulkChange();
+}
+
+Validation Selection::commitValue(std::string_view key, const Value& value) {
+  Validation answer = Validation::ok();
+  ++controller_.bulkChanges_;
+  for (ManagedObject* record : controller_.selectedObjects()) {
+    if (!controller_.current().members_.contains(record)) continue;
+    answer = record->commitValue(key, value);
+    if (!answer.valid) break;
+  }
+  --controller_.bulkChanges_;
+  controller_.endBulkChange();
+  return answer;
+}
+
+}  // namespace clipwave

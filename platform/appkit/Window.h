@@ -1,0 +1,43 @@
+// A window or sheet: its title, its visibility, its content view and who in it has the keyboard focus.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/appkit/Element.h"
+
+namespace clipwave {
+
+class Window : public Element {
+ public:
+  Window() : firstResponder_(this) {}
+
+  const std::string& title() const { return title_; }
+  void setTitle(std::string_view title) { assign(title_, std::string(title)); }
+  View& contentView() { return contentView_; }
+
+  // The element with the keyboard focus; the window itself when no element has it. Never null.
+  Responder* firstResponder() const { return firstResponder_; }
+  // Moves the focus, to the window itself for null. The element that has it is asked first: false, and
+  // nothing changes, when it refuses.
+  bool makeFirstResponder(Responder* responder);
+
+  bool isVisible() const { return visible_; }
+  bool isKeyWindow() const { return key_; }
+  void makeKeyAndOrderFront();
+  void orderOut();
+
+  // The sheet on this window, or none. Application begins and ends sheets.
+  Window* attachedSheet() const { return attachedSheet_; }
+  void setAttachedSheet(Window* sheet) { assign(attachedSheet_, sheet); }
+
+ private:
+  std::string title_;
+  View contentView_;
+  Responder* firstResponder_;
+  Window* attachedSheet_ = nullptr;
+  bool visible_ = false;
+  bool key_ = false;
+};
+
+}  // namespace clipwave

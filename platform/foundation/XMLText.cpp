@@ -1,0 +1,92 @@
+#include "platform/foundation/XMLText.h"
+
+#include <libxml/HTMLparser.h>
+
+#include <algorithm>
+#include <cstdint>
+
+#include "platform/foundation/XMLEncoding.h"
+
+namespace clipwave {
+namespace {
+
+constexpr std::size_t kLongestReference = 40;
+
+// The character that the digits of a reference name; 0 when XML cannot carry it. Numbers of Windows-1252's
+// own characters are what their authors saw.
+char32_t referencedCharacter(std::string_view digits, unsigned base) {
+  char32_t value = 0;
+  for (char c : digits) {
+    const auto digit = static_cast<unsigned>(c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10);
+    value = std::min<char32_t>(value * base + digit, 0x110000);
+  }
+  if (value >= 0x80 && value < 0xA0) value = windows1252Character(static_cast<std::uint8_t>(value));
+  return isXMLCharacter(value) ? value : 0;
+}
+
+// Resolves the reference at the start of `text`; answers its length, or 0 when there is none.
+std::size_t appendReference(std::string& out, std::string_view text) {
+  const std::size_t end = text.substr(0, kLongestReference).find(';');
+  if (end == std::string_view::npos || end == 1) return 0;
+  const std::string_view body = text.substr(1, end - 1);
+  if (body[0] == '#') {
+    const bool hexadecimal = body.size() > 1 && (body[1] == 'x' || body[1] == 'X');
+    const std::string_view digits = body.substr(hexadecimal ? 2 : 1);
+    const std::string_view allowed = hexadecimal ? "0123456789abcdefABCDEF" : "0123456789";
+    if (digits.empty() || digits.find_first_not_of(allowed) != std::string_view::npos) return 0;
+    const char32_t character = referencedCharacter(digits, hexadecimal ? 16 : 10);
+    // A reference stands where the character itself would mean something else to the parser.
+    if (character != 0 && character < 0x80) {
+      out += "&#" + std::to_string(static_cast<unsigned>(character)) + ";";
+    } else if (character != 0) {
+      appendUTF8(out, character);
+    }
+    return end + 1;
+  }
+  if (body == "amp" || body == "lt" || body == "gt" || body == "quot" || body == "apos") {
+    out.append(text.substr(0, end + 1));
+    return end + 1;
+  }
+  const std::string name(body);
+  const htmlEntityDesc* entity = htmlEntityLookup(reinterpret_cast<const xmlChar*>(name.c_str()));
+  if (entity == nullptr) return 0;
+  appendUTF8(out, entity->value);
+  return end + 1;
+}
+
+}  // namespace
+
+void appendEscapedXML(std::string& out, std::string_view literal) {
+  for (char c : literal) {
+    switch (c) {
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '>':
+        out += "&gt;";
+        break;
+      case '"':
+        out += "&quot;";
+        break;
+      default:
+        out += c;
+    }
+  }
+}
+
+void appendRepairedXML(std::string& out, std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t ampersand = std::min(text.find('&'), text.size());
+    appendEscapedXML(out, text.substr(0, ampersand));
+    text.remove_prefix(ampersand);
+    if (text.empty()) return;
+    const std::size_t length = appendReference(out, text);
+    if (length == 0) out += "&amp;";
+    text.remove_prefix(std::max<std::size_t>(length, 1));
+  }
+}
+
+}  // namespace clipwave

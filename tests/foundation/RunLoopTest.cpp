@@ -1,0 +1,304 @@
+#include "platform/foundation/RunLoop.h"
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <thread>
+
+namespace clipwave {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class Pipe {
+ public:
+  Pipe() { EXPECT_EQ(::pipe(ends_.data()), 0); }
+  ~Pipe() {
+    ::close(ends_[0]);
+    closeWriting();
+  }
+  int reading() const { return ends_[0]; }
+  void put() const { EXPECT_EQ(::write(ends_[1], "x", 1), 1); }
+  void take() const {
+    char byte = 0;
+    EXPECT_EQ(::read(ends_[0], &byte, 1), 1);
+  }
+  void closeWriting() {
+    if (ends_[1] >= 0) ::close(ends_[1]);
+    ends_[1] = -1;
+  }
+
+ private:
+  std::array<int, 2> ends_{};
+};
+
+class RunLoopTest : public ::testing::Test {
+ protected:
+  RunLoop::Function note(std::string what) {
+    return [this, what = std::move(what)] { calls.push_back(what); };
+  }
+
+  TestClock clock;
+  std::unique_ptr<RunLoop> loop = makeRunLoop(clock);
+  std::vector<std::string> calls;
+};
+
+TEST_F(RunLoopTest, ATurnCallsDeferredCallsThenDueTimersThenDescriptors) {
+  const Pipe pipe;
+  pipe.put();
+  const auto watch = loop->watch(pipe.reading(), RunLoop::Readiness::Readable, note("descriptor"));
+  loop->scheduleTimer(Seconds(0), note("timer 1"));
+  loop->scheduleTimer(Seconds(0), note("timer 2"));
+  loop->performLater(note("deferred 1"));
+  loop->performLater(note("deferred 2"));
+  EXPECT_THAT(calls, IsEmpty());
+  EXPECT_TRUE(loop->runOnce(Seconds(0)));
+  EXPECT_THAT(calls, ElementsAre("deferred 1", "deferred 2", "timer 1", "timer 2", "descriptor"));
+}
+
+TEST_F(RunLoopTest, WhatACallSchedulesWaitsForTheNextTurn) {
+  loop->performLater([this] {
+    calls.push_back("deferred");
+    loop->performLater(note("second deferred"));
+    loop->scheduleTimer(Seconds(0), note("timer of the deferred"));
+  });
+  loop->scheduleTimer(Seconds(0), [this] {
+    calls.push_back("timer");
+    loop->scheduleTimer(Seconds(0), note("second timer"));
+  });
+  loop->runOnce(Seconds(0));
+  EXPECT_THAT(calls, ElementsAre("deferred", "timer"));
+  EXPECT_TRUE(loop->hasPendingWork());
+  loop->runOnce(Seconds(0));
+  EXPECT_THAT(calls,
+              ElementsAre("deferred", "timer", "second deferred", "timer of the deferred", "second timer"));
+  EXPECT_FALSE(loop->hasPendingWork());
+}
+
+TEST_F(RunLoopTest, TimersFireInTheOrderOfTheirTimesAndTheClockIsTurnedToEach) {
+  std::vector<double> times;
+  for (const double after : {3.0, 1.0, 2.0}) {
+    loop->scheduleTimer(Seconds(after), [&] { times.push_back(clock.uptime().count()); });
+  }
+  loop->scheduleTimer(Seconds(3600), [&] { loop->stop(); });
+  const Date start = clock.now();
+  loop->run();
+  EXPECT_THAT(times, ElementsAre(1.0, 2.0, 3.0));
+  EXPECT_EQ(clock.now().microseconds - start.microseconds, 3'600'000'000);
+}
+
+TEST_F(RunLoopTest, AWaitThatEndsBeforeTheNextTimerTurnsTheClockByTheWaitOnly) {
+  loop->scheduleTimer(Seconds(10), note("timer"));
+  EXPECT_FALSE(loop->runOnce(Seconds(4)));
+  EXPECT_EQ(clock.uptime(), Seconds(4));
+  EXPECT_FALSE(loop->runOnce(Seconds(0)));
+  EXPECT_EQ(clock.uptime(), Seconds(4));
+  EXPECT_TRUE(loop->runOnce(Seconds(100)));
+  EXPECT_EQ(clock.uptime(), Seconds(10));
+}
+
+TEST_F(RunLoopTest, ARepeatingTimerSkipsTheTurnsItMissedAndKeepsItsRhythm) {
+  std::vector<double> times;
+  loop->scheduleRepeatingTimer(Seconds(0.5), [&] {
+    times.push_back(clock.uptime().count());
+    if (times.size() == 2) clock.tick(Seconds(1.2));  // the call itself takes long
+  });
+  for (int turn = 0; turn < 4; ++turn) loop->runOnce(Seconds(10));
+  EXPECT_THAT(times, ElementsAre(0.5, 1.0, 2.5, 3.0));
+}
+
+TEST_F(RunLoopTest, ATimerEndedByAnEarlierCallOfTheSameTurnDoesNotFire) {
+  std::shared_ptr<Timer> second;
+  loop->scheduleTimer(Seconds(0), [&] { second->invalidate(); });
+  second = loop->scheduleTimer(Seconds(0), note("second"));
+  loop->runOnce(Seconds(0));
+  EXPECT_FALSE(second->isValid());
+  EXPECT_FALSE(loop->hasPendingWork());
+  EXPECT_THAT(calls, IsEmpty());
+}
+
+TEST_F(RunLoopTest, ATimerReleasesWhatItHoldsOnceItIsInvalid) {
+  auto held = std::make_shared<int>(1);
+  const std::weak_ptr<int> watching = held;
+  std::shared_ptr<Timer> timer;
+  timer = loop->scheduleRepeatingTimer(Seconds(1), [&, held = std::move(held)] {
+    timer->invalidate();
+    timer->invalidate();
+    calls.push_back(watching.expired() ? "released" : "held");
+  });
+  loop->runOnce(Seconds(5));
+  EXPECT_THAT(calls, ElementsAre("held"));
+  EXPECT_TRUE(watching.expired());
+  EXPECT_FALSE(loop->runOnce(Seconds(0)));
+
+  const auto last = loop->scheduleTimer(Seconds(1), note("never"));
+  loop.reset();
+  EXPECT_FALSE(last->isValid());
+  last->invalidate();
+}
+
+TEST_F(RunLoopTest, AModalRunDeliversOnlyWatchesMadeForIt) {
+  const Pipe ordinary, modal;
+  ordinary.put();
+  modal.put();
+  const auto first = loop->watch(ordinary.reading(), RunLoop::Readiness::Readable, [&] {
+    calls.push_back("ordinary");
+    ordinary.take();
+  });
+  const auto second = loop->watch(
+      modal.reading(), RunLoop::Readiness::Readable,
+      [&] {
+        calls.push_back(loop->mode() == RunLoop::Mode::Modal ? "modal" : "not modal");
+        EXPECT_FALSE(loop->hasPendingWork());
+        modal.take();
+        loop->stopModal();
+      },
+      RunLoop::Delivery::DefaultAndModal);
+  loop->scheduleTimer(Seconds(0), note("timer"));
+  loop->performLater(note("deferred"));
+  loop->performFromAnyThread(note("thread"));
+  loop->runModal();
+  EXPECT_THAT(calls, ElementsAre("modal"));
+  EXPECT_EQ(loop->mode(), RunLoop::Mode::Default);
+  loop->runOnce(Seconds(0));
+  EXPECT_THAT(calls, ElementsAre("modal", "deferred", "thread", "timer", "ordinary"));
+}
+
+TEST_F(RunLoopTest, ARunWithinACallTakesOverTheRestAndReturnsToTheOuterOne) {
+  loop->performLater([this] {
+    calls.push_back("outer begins");
+    loop->run();
+    calls.push_back("outer ends");
+    loop->performLater([this] { loop->stop(); });
+  });
+  loop->performLater(note("next"));
+  loop->scheduleTimer(Seconds(0), [this] {
+    calls.push_back("timer");
+    loop->stop();
+  });
+  loop->run();
+  EXPECT_THAT(calls, ElementsAre("outer begins", "next", "timer", "outer ends"));
+}
+
+TEST_F(RunLoopTest, StoppingFromWithinAModalRunEndsTheRunAroundIt) {
+  const Pipe pipe;
+  pipe.put();
+  const auto watch = loop->watch(
+      pipe.reading(), RunLoop::Readiness::Readable,
+      [&] {
+        pipe.take();
+        loop->stop();
+        calls.push_back("stopped");
+        loop->stopModal();
+      },
+      RunLoop::Delivery::DefaultAndModal);
+  loop->performLater([this] { loop->runModal(); });
+  loop->run();
+  EXPECT_THAT(calls, ElementsAre("stopped"));
+}
+
+TEST_F(RunLoopTest, ARepeatingTimerIsNotCalledAgainWithinItsOwnCall) {
+  loop->scheduleRepeatingTimer(Seconds(1), [this] {
+    calls.push_back("begin");
+    clock.tick(Seconds(5));
+    loop->runOnce(Seconds(0));
+    calls.push_back("end");
+  });
+  loop->runOnce(Seconds(1));
+  EXPECT_THAT(calls, ElementsAre("begin", "end"));
+}
+
+TEST_F(RunLoopTest, ATimerThatANestedTurnHasFiredDoesNotFireAgainInTheOuterOne) {
+  loop->scheduleRepeatingTimer(Seconds(1), note("timer"));
+  clock.tick(Seconds(1));
+  loop->performLater([this] { loop->runOnce(Seconds(0)); });
+  loop->runOnce(Seconds(0));
+  EXPECT_THAT(calls, ElementsAre("timer"));
+}
+
+TEST_F(RunLoopTest, AWatchEndsWhenItIsDestroyedAlsoInsideACallOfTheSameTurn) {
+  Pipe one, two;
+  one.put();
+  two.closeWriting();  // the end of the stream counts as ready
+  std::unique_ptr<DescriptorWatch> first, second;
+  first = loop->watch(one.reading(), RunLoop::Readiness::Readable, [&] {
+    calls.push_back("first");
+    first.reset();
+    second.reset();
+  });
+  second = loop->watch(two.reading(), RunLoop::Readiness::Readable, note("second"));
+  loop->runOnce(Seconds(0));
+  loop->runOnce(Seconds(0));
+  EXPECT_THAT(calls, ElementsAre("first"));
+  second = loop->watch(two.reading(), RunLoop::Readiness::Readable, note("second"));
+  loop->runOnce(Seconds(0));
+  EXPECT_THAT(calls, ElementsAre("first", "second"));
+}
+
+TEST_F(RunLoopTest, ADescriptorServedByANestedTurnIsNotServedAgainFromStaleKnowledge) {
+  const Pipe one, two;
+  one.put();
+  two.put();
+  const auto first = loop->watch(one.reading(), RunLoop::Readiness::Readable, [&] {
+    calls.push_back("first begins");
+    loop->runOnce(Seconds(0));
+    one.take();
+    calls.push_back("first ends");
+  });
+  const auto second = loop->watch(two.reading(), RunLoop::Readiness::Readable, [&] {
+    calls.push_back("second");
+    two.take();  // would block for ever the second time
+  });
+  loop->runOnce(Seconds(0));
+  EXPECT_THAT(calls, ElementsAre("first begins", "second", "first ends"));
+}
+
+TEST_F(RunLoopTest, ADescriptorThatIsReadyComesBeforeTheClockIsTurned) {
+  const Pipe pipe;
+  pipe.put();
+  const auto watch = loop->watch(pipe.reading(), RunLoop::Readiness::Readable, [&] {
+    calls.push_back("descriptor");
+    pipe.take();
+  });
+  loop->scheduleTimer(Seconds(60), note("time-out"));
+  loop->runOnce(Seconds(100));
+  EXPECT_THAT(calls, ElementsAre("descriptor"));
+  EXPECT_EQ(clock.uptime(), Seconds(0));
+}
+
+TEST(RunLoop, CallsFromOtherThreadsWakeItAndKeepTheirOrder) {
+  SystemClock clock;
+  const auto loop = makeRunLoop(clock);
+  const auto here = std::this_thread::get_id();
+  std::vector<int> numbers;
+  std::thread other([&] {
+    for (int number = 0; number < 1000; ++number) {
+      loop->performFromAnyThread([&, number] {
+        if (std::this_thread::get_id() == here) numbers.push_back(number);
+        if (number == 999) loop->stop();
+      });
+      if (number % 100 == 0) std::this_thread::sleep_for(Seconds(0.002));
+    }
+  });
+  loop->run();
+  other.join();
+  ASSERT_EQ(numbers.size(), 1000u);
+  EXPECT_TRUE(std::is_sorted(numbers.begin(), numbers.end()));
+}
+
+TEST(RunLoop, OnTheSystemsClockATimerComesAfterItsIntervalAndNotBefore) {
+  SystemClock clock;
+  const auto loop = makeRunLoop(clock);
+  const Seconds start = clock.uptime();
+  loop->scheduleTimer(Seconds(0.03), [&] { loop->stop(); });
+  loop->run();
+  EXPECT_GE(clock.uptime() - start, Seconds(0.03));
+  EXPECT_FALSE(loop->runOnce(Seconds(0.01)));
+}
+
+}  // namespace
+}  // namespace clipwave

@@ -1,0 +1,104 @@
+#include "platform/foundation/UserDefaultsController.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/foundation/Bundle.h"
+#include "tests/support/FakeFileManager.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace clipwave {
+namespace {
+
+using testing::FakeFileManager;
+using testing::readFile;
+using testing::TemporaryFolder;
+
+class UserDefaultsControllerTest : public ::testing::Test {
+ protected:
+  TemporaryFolder folder;
+  FakeFileManager files;
+  const std::string path = folder / "config/Clipwave/defaults.plist";
+};
+
+TEST_F(UserDefaultsControllerTest, TheUsersValueCountsBeforeTheInitialOneAndOutlivesTheProcess) {
+  {
+    UserDefaultsController defaults(files, path);
+    defaults.setInitialValues({{"noConfirm", false}, {"prefix", "Episode: "}});
+    ASSERT_TRUE(defaults.setValue("noConfirm", true));
+    ASSERT_TRUE(defaults.setValue("own", 7));
+  }
+  UserDefaultsController defaults(files, path);
+  defaults.setInitialValues({{"noConfirm", false}, {"prefix", "Episode: "}});
+  EXPECT_TRUE(defaults.boolean("noConfirm"));
+  EXPECT_EQ(defaults.string("prefix"), "Episode: ");
+  EXPECT_EQ(defaults.allValues(), (Dictionary{{"noConfirm", true}, {"own", 7}, {"prefix", "Episode: "}}));
+  ASSERT_TRUE(defaults.setValue("noConfirm", Value()));
+  EXPECT_FALSE(defaults.boolean("noConfirm"));
+  EXPECT_FALSE(UserDefaultsController(files, path).isSetByUser("noConfirm"));
+}
+
+TEST_F(UserDefaultsControllerTest, AFailedWriteKeepsTheOldValueEverywhereAndTellsNobody) {
+  UserDefaultsController defaults(files, path);
+  ASSERT_TRUE(defaults.setValue("author", "Alex"));
+  const std::string before = readFile(path);
+  int told = 0;
+  const auto observation = defaults.observe("author", [&] { ++told; });
+  files.fail("writeAtomically", path);
+  const auto refused = defaults.setValue("author", "Kim");
+  ASSERT_FALSE(refused.ok());
+  EXPECT_EQ(refused.error(), FakeFileManager::anyError());
+  EXPECT_EQ(defaults.string("author"), "Alex");
+  EXPECT_EQ(readFile(path), before);
+  EXPECT_EQ(told, 0);
+  files.failNothing();
+  EXPECT_TRUE(defaults.setValue("author", "Kim"));
+  EXPECT_EQ(told, 1);
+}
+
+TEST_F(UserDefaultsControllerTest, AFileThatCannotBeReadIsReportedAndNeverWrittenOver) {
+  for (const char* content : {"", "no property list", "<plist version=\"1.0\"><array/></plist>"}) {
+    folder.write("config/Clipwave/defaults.plist", content);
+    UserDefaultsController defaults(files, path);
+    defaults.setInitialValues({{"author", "Alex"}});
+    ASSERT_TRUE(defaults.loadError()) << content;
+    EXPECT_EQ(defaults.loadError()->code, kPropertyListReadCorruptError);
+    EXPECT_THAT(defaults.loadError()->localizedDescription, ::testing::HasSubstr(path));
+    EXPECT_EQ(defaults.string("author"), "Alex");
+    EXPECT_FALSE(defaults.setValue("author", "Kim").ok());
+    EXPECT_EQ(defaults.string("author"), "Alex");
+    EXPECT_EQ(readFile(path), content);
+  }
+  files.fail("contentsAtPath", path, cocoaError(kFileReadNoPermissionError, "Not yours."));
+  EXPECT_EQ(UserDefaultsController(files, path).loadError()->localizedDescription, "Not yours.");
+}
+
+TEST_F(UserDefaultsControllerTest, ObserversHearOfChangesOfTheValueThatCounts) {
+  UserDefaultsController defaults(files, path);
+  std::vector<std::string> heard;
+  const auto observation = defaults.observe("key", [&] { heard.push_back(defaults.string("key")); });
+  defaults.setInitialValues({{"key", "initial"}, {"other", 1}});
+  defaults.setInitialValues({{"key", "initial"}});
+  EXPECT_TRUE(defaults.setValue("key", "initial"));
+  EXPECT_TRUE(defaults.setValue("key", "mine"));
+  defaults.setInitialValues({{"key", "hidden behind mine"}});
+  EXPECT_TRUE(defaults.setValue("key", Value()));
+  EXPECT_THAT(heard, ::testing::ElementsAre("initial", "mine", "hidden behind mine"));
+}
+
+TEST_F(UserDefaultsControllerTest, ResourcesAreFoundBesideTheExecutableAndBrokenOnesAreEmpty) {
+  EXPECT_EQ(findResourceFolder(files, folder / "bin/clipwave"), "");
+  folder.write("resources/Info.plist",
+               "<plist><dict><key>CFBundleVersion</key><string>12</string></dict></plist>");
+  folder.write("resources/list.plist", "<plist><array/></plist>");
+  EXPECT_EQ(findResourceFolder(files, folder / "bin/clipwave"), folder / "resources");
+  folder.write("share/clipwave/Info.plist", "");
+  EXPECT_EQ(findResourceFolder(files, folder / "bin/clipwave"), folder / "share/clipwave");
+  const Bundle bundle(files, folder / "resources");
+  EXPECT_EQ(bundle.infoDictionary(), (Dictionary{{"CFBundleVersion", "12"}}));
+  EXPECT_EQ(bundle.pathForResource("list", "plist"), folder / "resources/list.plist");
+  EXPECT_EQ(bundle.pathForResource("none", "plist"), std::nullopt);
+  EXPECT_TRUE(bundle.dictionaryForResource("list").empty());
+}
+
+}  // namespace
+}  // namespace clipwave

@@ -1,0 +1,20 @@
+// Small real movies, made on the spot with the FFmpeg command-line tool.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/support/TemporaryFolder.h"
+
+namespace clipwave::testing {
+
+// Makes a movie of `seconds`, a moving pattern with a tone (in .mp3, .m4a and .wav the tone only), and
+// answers its path. The container follows from the name's extension. Throws std::runtime_error when the tool
+// fails.
+std::string makeMovie(const TemporaryFolder& folder, std::string_view name, double seconds = 1);
+
+// Runs the tool with arguments of the test's own; the last names what is made.
+void runFFmpeg(std::vector<std::string> arguments);
+
+}  // namespace clipwave::testing
