@@ -82,10 +82,11 @@ TEST_F(StoreSafetyTest, AnOpeningThatFailedHoldsNoLock) {
   EXPECT_EQ(tryToOpen().error().code, kFileReadNoSuchFileError);
 }
 
-TEST_F(StoreSafetyTest, AWriteThatFailsLeavesTheFileAndEveryChange) {
+TEST_F(StoreSafetyTest, AWriteThatFailsLeavesTheFileItsPermissionsAndEveryChange) {
   open();
   insert("Channel", "kept");
   ASSERT_TRUE(context->save().ok());
+  ASSERT_EQ(::chmod(path.c_str(), 0600), 0);
   const std::string before = testing::readFile(path);
   ManagedObject& unsaved = insert("Channel", "unsaved");
   for (const auto code : {kFileWriteOutOfSpaceError, kFileWriteVolumeReadOnlyError}) {
@@ -104,14 +105,6 @@ TEST_F(StoreSafetyTest, AWriteThatFailsLeavesTheFileAndEveryChange) {
   context->undoManager().redo();
   saveAndReopen();
   EXPECT_EQ(context->index("Channel", "vcTitle")->count("unsaved"), 1U);
-}
-
-TEST_F(StoreSafetyTest, ASaveKeepsThePermissionsOfTheFile) {
-  open();
-  ASSERT_TRUE(context->save().ok());
-  ASSERT_EQ(::chmod(path.c_str(), 0600), 0);
-  insert("Channel");
-  ASSERT_TRUE(context->save().ok());
   struct stat status = {};
   ASSERT_EQ(::stat(path.c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 07777U, 0600U);
