@@ -1,6 +1,9 @@
 // Copies files into a folder of a local or mounted volume, one chunk a turn of the run loop.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -26,13 +29,20 @@ struct LocalCopyServices {
 
 class CopyFilesLocally final : public CopyBackEnd {
  public:
-  explicit CopyFilesLocally(LocalCopyServices services);
+  // What is written in one turn of the run loop.
+  static constexpr std::size_t kChunkLength = 0x3FFFF;
+  // Files up to this length are in memory, whole, before their first chunk is written.
+  static constexpr std::int64_t kWholeFileLimit = 2'147'483'647;
+
+  // A back-end must be owned by a shared_ptr.
+  explicit CopyFilesLocally(LocalCopyServices services, std::int64_t wholeFileLimit = kWholeFileLimit);
   ~CopyFilesLocally() override;
 
   bool copyFiles(const std::vector<CopyEntry>& files, const std::optional<std::string>& toDirectory,
                  CopyDelegate& sender) override;
-  // Sends copyAborted before it returns, also when no copy is in progress and one was ever begun. The part of
-  // the file written so far stays.
+  // Sends copyAborted before it returns, also when no copy is in progress; only a back-end whose copyFiles
+  // never came past the checks of the folder has nobody to send it to. The part of the file written so far
+  // stays.
   void abort() override;
 
   // What went wrong without a callback: source files that could not be read whole, destination files that
@@ -42,6 +52,22 @@ class CopyFilesLocally final : public CopyBackEnd {
 
  private:
   struct ChunkState;
+
+  void copyNextItemInArray(std::deque<CopyEntry> files, const std::string& toDirectory);
+  std::unique_ptr<FileHandle> makeDestinationFile(const std::string& path);
+  std::unique_ptr<FileHandle> openSource(const CopyEntry& entry);
+  void readSource();
+  void updateCopy();
+  void finishFile();
+  void scheduleStep(void (CopyFilesLocally::*step)());
+  void noteTrouble(std::string sentence);
+
+  LocalCopyServices services_;
+  std::int64_t wholeFileLimit_;
+  CopyDelegate* delegate_ = nullptr;
+  std::shared_ptr<ChunkState> state_;  // the file being copied; none when no copy is in progress
+  // Not owned: the pending timer owns the back-end.
+  std::weak_ptr<Timer> timer_;
   std::vector<std::string> troubles_;
 };
 

@@ -25,6 +25,12 @@ class PosixFileHandle final : public FileHandle {
     if (file_.read(length, bytes) != 0) return std::nullopt;
     return bytes;
   }
+  std::optional<std::size_t> readDataAtOffset(std::int64_t offset, char* buffer,
+                                              std::size_t length) const override {
+    std::size_t count = 0;
+    if (file_.readAt(offset, buffer, length, count) != 0) return std::nullopt;
+    return count;
+  }
   std::int64_t size() const override { return file_.size(); }
   void closeFile() override { file_.close(); }
 
@@ -41,6 +47,8 @@ FileAttributes attributesOf(const struct stat& status) {
   attributes.size = status.st_size;
   attributes.modificationDate.microseconds =
       std::int64_t{status.st_mtim.tv_sec} * 1'000'000 + status.st_mtim.tv_nsec / 1000;
+  attributes.fileSystemNumber = status.st_dev;
+  attributes.fileSystemFileNumber = status.st_ino;
   return attributes;
 }
 

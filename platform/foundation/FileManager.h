@@ -18,6 +18,10 @@ struct FileAttributes {
   Type type = Type::Regular;
   std::int64_t size = 0;
   Date modificationDate;
+  // Which volume, and which file on it: two paths with the same pair lead to one and the same file. A file
+  // number of 0 tells nothing.
+  std::uint64_t fileSystemNumber = 0;
+  std::uint64_t fileSystemFileNumber = 0;
 };
 
 // An open file; closed when it is destroyed. Offsets and sizes are 64 bits.
@@ -29,6 +33,11 @@ class FileHandle {
   // Up to `length` bytes from where the last reading ended; fewer only at the end of the file. Nothing when
   // reading fails. Never raises a signal, however the file shrinks meanwhile.
   virtual std::optional<std::string> readDataOfLength(std::size_t length) = 0;
+  // Reads up to `length` bytes from `offset` on into `buffer` and answers how many; fewer only at the end of
+  // the file. Nothing when reading fails. Neither heeds nor moves the place where readDataOfLength goes on.
+  // Several threads may read at once, as long as none of them closes the file.
+  virtual std::optional<std::size_t> readDataAtOffset(std::int64_t offset, char* buffer,
+                                                      std::size_t length) const = 0;
   // The file's size now, as the open file tells it.
   virtual std::int64_t size() const = 0;
   // Closing twice does nothing. Writes and reads after closing fail.

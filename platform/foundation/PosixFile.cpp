@@ -82,6 +82,19 @@ int PosixFile::read(std::size_t length, std::string& bytes) try {
   return ENOMEM;
 }
 
+int PosixFile::readAt(std::int64_t offset, char* buffer, std::size_t length, std::size_t& count) const {
+  count = 0;
+  while (count < length) {
+    const ssize_t got =
+        ::pread(descriptor_, buffer + count, length - count, offset + static_cast<off_t>(count));
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return errno;
+    if (got == 0) break;
+    count += static_cast<std::size_t>(got);
+  }
+  return 0;
+}
+
 std::int64_t PosixFile::size() const {
   struct stat status {};
   return ::fstat(descriptor_, &status) == 0 ? status.st_size : 0;

@@ -31,6 +31,9 @@ class PosixFile {
   int writeAll(std::string_view bytes);
   // Appends up to `length` bytes to `bytes`; fewer only at the end of the file.
   int read(std::size_t length, std::string& bytes);
+  // Reads `length` bytes from `offset` on; `count` says how many there were. Leaves the place of read()
+  // alone.
+  int readAt(std::int64_t offset, char* buffer, std::size_t length, std::size_t& count) const;
   std::int64_t size() const;  // 0 when it cannot be told
   int sync();
   int close();

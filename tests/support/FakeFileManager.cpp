@@ -16,6 +16,12 @@ class FakeFileManager::Handle final : public FileHandle {
     if (manager_.access("readDataOfLength", path_, std::to_string(length))) return std::nullopt;
     return real_->readDataOfLength(length);
   }
+  std::optional<std::size_t> readDataAtOffset(std::int64_t offset, char* buffer,
+                                              std::size_t length) const override {
+    const std::string range = std::to_string(offset) + " " + std::to_string(length);
+    if (manager_.access("readDataAtOffset", path_, range)) return std::nullopt;
+    return real_->readDataAtOffset(offset, buffer, length);
+  }
   std::int64_t size() const override { return real_->size(); }
   void closeFile() override {
     manager_.accesses.push_back("closeFile " + path_);
@@ -45,7 +51,10 @@ std::optional<Error> FakeFileManager::access(std::string_view operation, std::st
                                              std::string_view more) {
   std::string line = std::string(operation) + " " + std::string(path);
   if (!more.empty()) line.append(" ").append(more);
-  accesses.push_back(std::move(line));
+  {
+    const std::lock_guard lock(mutex_);
+    accesses.push_back(std::move(line));
+  }
   for (const Failure& failure : failures_) {
     if (failure.operation == operation && (failure.path.empty() || failure.path == path)) {
       return failure.error;
