@@ -96,7 +96,7 @@ std::vector<Channel::KeyValue> Channel::newChannelValues() {
 
 ManagedObject* Channel::defaultImage() {
   const Value url = host_.defaults().value("defaultImageProperty");
-  if (url.isNull()) return nullptr;
+  if (url.stringValue().empty()) return nullptr;
   ManagedObjectContext& context = *managedObjectContext();
   const auto request = context.managedObjectModel().fetchRequestFromTemplate(kFetchImages, {{"URL", url}});
   if (!request) return nullptr;

@@ -19,10 +19,13 @@ namespace clipwave {
 // Movie file extension (exact, case-sensitive) to its MIME type.
 using MovieTypes = std::map<std::string, std::string, std::less<>>;
 
-// Writes nothing for an absent value.
+// Writes nothing for an absent value; an empty text gives an empty element.
 void addChildElementWithTitle(std::string_view title, const std::optional<std::string>& stringValue,
                               XMLElement toElement);
 void addChildElementWithTitle(std::string_view title, const Value& stringValue, XMLElement toElement);
+
+// The escaped public URL of the channel's feed; nothing while it has no URL or no file name.
+std::optional<std::string> channelFeedURL(Channel& channel);
 
 // The escaped public URL of an episode's movie, as link, guid and enclosure carry it; nothing while it has
 // none.

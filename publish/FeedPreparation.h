@@ -3,8 +3,9 @@
 
 #include <cstdint>
 #include <map>
-#include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/LanguageDataSource.h"
@@ -30,20 +31,25 @@ class FeedPreparation {
   };
   explicit FeedPreparation(Services services) : services_(services) {}
 
-  // `index`: into the content of the channel list (store order). The list returned is the one that
-  // filesToCopy() then holds: the movies marked for copying, newest first, then the feed file. When the feed
-  // cannot be written the process ends with status 1 after a beep and a log line.
+  // `index`: of a channel in the content of the channel list (store order). The list returned is the one that
+  // filesToCopy() then holds: the movies marked for copying, newest first, then the feed file, which stays
+  // where it was written. Movies that are not to be found are left out, with a log line. When the feed cannot
+  // be written the process ends with status 1 after a beep and a log line.
   const std::vector<CopyEntry>& prepareFilesForIndex(std::int32_t index);
 
   const std::vector<CopyEntry>& filesToCopy() const { return filesToCopy_; }
   void setFilesToCopy(std::vector<CopyEntry> files) { filesToCopy_ = std::move(files); }
-  // Feed URLs of the channels of this run, in run order; and by channel title.
+  // Feed URLs of the channels of this run, in run order; and by channel title. Channels without a feed URL
+  // are in neither.
   const std::vector<std::string>& pubURLs() const { return pubURLs_; }
   void setPubURLs(std::vector<std::string> urls) { pubURLs_ = std::move(urls); }
   const std::map<std::string, std::string>& urlsToLaunch() const { return urlsToLaunch_; }
   void setUrlsToLaunch(std::map<std::string, std::string> urls) { urlsToLaunch_ = std::move(urls); }
 
  private:
+  // The path of a new file with these bytes; nothing when it could not be written.
+  std::optional<std::string> writeTemporaryFile(std::string_view bytes);
+
   Services services_;
   std::vector<CopyEntry> filesToCopy_;
   std::vector<std::string> pubURLs_;

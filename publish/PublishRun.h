@@ -4,9 +4,8 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <string>
+#include <optional>
 #include <string_view>
-#include <vector>
 
 #include "platform/appkit/Application.h"
 #include "platform/appkit/Controls.h"
@@ -53,10 +52,13 @@ class PublishRun final : public CopyDelegate {
     BackEndFactory makeBackEnd;
   };
 
+  // Everything that is handed over must outlive the run.
   PublishRun(Services services, FeedPreparation& preparation, PublishElements elements);
+  // Aborts a transfer that goes on.
   ~PublishRun() override;
 
-  // Starts a run, or cancels the one in progress.
+  // Starts a run, or cancels the one in progress. A cancelled run is over when its back-end has answered with
+  // copyAborted.
   void save();
   void saveNextBatchOfFiles();
   void batchCopyCompleted();
@@ -75,11 +77,13 @@ class PublishRun final : public CopyDelegate {
   void setOnEnd(std::function<void(PublishOutcome, const std::optional<Error>&)> onEnd) {
     onEnd_ = std::move(onEnd);
   }
-  // Called at each finished file and each status line.
+  // Called at each status line, with its text, and at each finished file, with "%@ copied" of its name.
   void setOnProgress(std::function<void(std::string_view statusLine)> onProgress) {
     onProgress_ = std::move(onProgress);
   }
 
+  // What a back-end of an earlier run still sends, after it was cancelled, does not touch the run in
+  // progress.
   void fileCopied(const CopyEntry& entry) override;
   void updateCopyStatusForFile(std::string_view filename, int percentComplete) override;
   void copyCompleted(CopyBackEnd& backEnd) override;
@@ -87,6 +91,13 @@ class PublishRun final : public CopyDelegate {
   void copyAborted(CopyBackEnd& backEnd) override;
 
  private:
+  void cancel();
+  void showBadURLs();
+  void startTransfer(ManagedObject& channel);
+  void showStatus(std::string_view text);
+  bool isFromEarlierRun(const CopyBackEnd& backEnd) const {
+    return awaited_ != nullptr && awaited_ != &backEnd;
+  }
   void end(PublishOutcome outcome, const std::optional<Error>& error = {});
 
   Services services_;
@@ -94,6 +105,9 @@ class PublishRun final : public CopyDelegate {
   PublishElements elements_;
   bool isCopying_ = false;
   std::shared_ptr<CopyBackEnd> cf_;
+  // The back-end that the run listens to, also when Cancel has let go of it; none while no run is in
+  // progress. Compared, never followed.
+  const CopyBackEnd* awaited_ = nullptr;
   std::int32_t currentSaveIndex_ = 0;
   std::function<void(PublishOutcome, const std::optional<Error>&)> onEnd_;
   std::function<void(std::string_view)> onProgress_;

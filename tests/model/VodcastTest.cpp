@@ -1,0 +1,238 @@
+#include "model/Vodcast.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/foundation/TimeZone.h"
+#include "tests/support/FakeLibraryHost.h"
+
+namespace clipwave {
+namespace {
+
+using ::testing::ElementsAre;
+
+class VodcastTest : public ::testing::Test {
+ protected:
+  testing::FakeLibraryHost host_;
+  Channel& channel_ = host_.newChannelWithDefaults();
+  Vodcast& episode_ = host_.newEpisode(channel_);
+};
+
+void clearMovie(Vodcast& episode) {
+  for (const char* key : {"alias", "vcPath", "movie", "movieInfo", "mediaSizeString", "mediaSizeUnit",
+                          "mediaTimeString", "size"}) {
+    EXPECT_TRUE(episode.setValue(key, Value())) << key;
+  }
+}
+
+// Every value of the movie, as a list or a field would read it.
+std::vector<Value> movieValues(Vodcast& episode) {
+  std::vector<Value> values;
+  for (const char* key :
+       {"vcPath", "mediaSizeString", "mediaSizeUnit", "mediaTimeString", "size", "vcDuration", "movieInfo"}) {
+    values.push_back(episode.value(key));
+  }
+  return values;
+}
+
+TEST_F(VodcastTest, ANewEpisodeIsOfNowAndByTheSelectedChannelsAuthor) {
+  EXPECT_EQ(episode_.value("vcPublishDate"), Value(host_.testClock.now()));
+  EXPECT_TRUE(episode_.value("vcAuthor").isNull());
+  host_.selected = &channel_;
+  EXPECT_EQ(host_.newEpisode(channel_).value("vcAuthor"), Value("Alex Example"));
+  EXPECT_TRUE(episode_.value("vcPublish").boolValue() && episode_.value("vcCopy").boolValue());
+  EXPECT_EQ(episode_.value("vcExplicit"), Value(false));
+  EXPECT_EQ(episode_.value("block"), Value(false));
+}
+
+TEST_F(VodcastTest, AnEpisodeFindsItsMovieAfterAMove) {
+  const std::string path = host_.makeFile("clip.mov", 10);
+  episode_.setValue("vcPath", path);
+  const std::string moved = host_.folder.makeFolder("elsewhere") + "/renamed.mov";
+  ASSERT_TRUE(host_.fileManager.movePath(path, moved));
+
+  EXPECT_EQ(episode_.value("vcPath"), Value(moved));
+  EXPECT_EQ(episode_.primitiveValue("vcPath"), Value(path));
+  EXPECT_EQ(episode_.mediaFilename(), "renamed.mov");
+
+  host_.saveAndReopen();
+  auto& reread = static_cast<Vodcast&>(
+      *host_.context->executeFetchRequest({.entityName = std::string(kVodcastEntity)})->front());
+  EXPECT_EQ(reread.value("vcPath"), Value(moved));
+}
+
+TEST_F(VodcastTest, AGoneMovieReadsAsEmptyAndAPathToNothingStaysAsItIs) {
+  const std::string path = host_.makeFile("clip.mov", 10, 5);
+  episode_.setValue("vcPath", path);
+  ASSERT_TRUE(host_.fileManager.removeFileAtPath(path));
+  EXPECT_THAT(movieValues(episode_),
+              ElementsAre(Value(""), Value(""), Value(), Value(), Value(0), Value(""), Value("")));
+
+  Vodcast& other = host_.newEpisode(channel_);
+  other.setValue("vcPath", "/nowhere/clip.mov");
+  EXPECT_EQ(other.value("vcPath"), Value("/nowhere/clip.mov"));
+  EXPECT_TRUE(other.value("alias").isNull());
+}
+
+TEST_F(VodcastTest, AnAliasHeldWinsOverAPathThatNamesNoFile) {
+  const std::string path = host_.makeFile("clip.mov", 10);
+  episode_.setValue("vcPath", path);
+  episode_.setValue("vcPath", "/nowhere/other.mov");
+  EXPECT_EQ(episode_.value("vcPath"), Value(path));
+}
+
+TEST_F(VodcastTest, APathWithoutAnAliasGetsOneWhenItIsRead) {
+  const std::string path = host_.folder / "late.mov";
+  episode_.setValue("vcPath", path);
+  host_.makeFile("late.mov", 10);
+  EXPECT_EQ(episode_.value("vcPath"), Value(path));
+  EXPECT_FALSE(episode_.value("alias").isNull());
+  EXPECT_TRUE(host_.lines.lines.empty());
+}
+
+TEST_F(VodcastTest, DurationSizeAndInformationComeFromTheMovieOnFirstRead) {
+  episode_.setValue("vcPath", host_.makeFile("clip.mov", 3 * 1'048'576, 3725.9));
+  EXPECT_EQ(episode_.vcDuration(), "") << "the duration alone opens no movie";
+  EXPECT_EQ(episode_.value("mediaTimeString"), Value("01:02:05"));
+  EXPECT_THAT(movieValues(episode_),
+              ElementsAre(episode_.value("vcPath"), Value("3.00"), Value("MB"), Value("01:02:05"),
+                          Value(3'145'728), Value("01:02:05"), Value("Time:01:02:05 Size:3.00 MB")));
+  EXPECT_EQ(host_.movieOpener.openings, 1);
+}
+
+TEST_F(VodcastTest, AFileThatIsNoMovieHasASizeAndNothingElse) {
+  episode_.setValue("vcPath", host_.makeFile("notes.txt", 2'048));
+  EXPECT_THAT(movieValues(episode_), ElementsAre(episode_.value("vcPath"), Value(""), Value(), Value(),
+                                                 Value(2'048), Value(""), Value("")));
+  host_.movieOpener.durations[std::string(episode_.value("vcPath").stringValue())] = 7;
+  EXPECT_EQ(episode_.value("mediaTimeString"), Value("00:00:07"))
+      << "a movie that did not open is tried again";
+}
+
+TEST_F(VodcastTest, ASizeTypedInCountsInTheMoviesUnit) {
+  episode_.setValue("vcPath", host_.makeFile("clip.mov", 3 * 1'048'576, 60));
+  episode_.setValue("mediaSizeString", "2.5");
+  EXPECT_EQ(episode_.value("size"), Value(2'621'440));
+  EXPECT_EQ(episode_.value("mediaSizeUnit"), Value("MB"));
+  episode_.setValue("mediaSizeUnit", "GB");
+  EXPECT_EQ(episode_.value("mediaSizeUnit"), Value("MB")) << "the unit follows the size";
+  EXPECT_EQ(episode_.value("size"), Value(2'621'440));
+
+  Vodcast& remote = host_.newEpisode(channel_);
+  remote.setValue("mediaSizeString", "2.5");
+  EXPECT_EQ(remote.value("size"), Value(2));
+  EXPECT_TRUE(remote.value("mediaSizeUnit").isNull());
+}
+
+TEST_F(VodcastTest, AMovieOfFiveGibibytesShowsItsTrueSizeAndKeepsThirtyTwoBits) {
+  constexpr std::int64_t kFiveGibibytes = 5 * (std::int64_t{1} << 30);
+  episode_.setValue("vcPath", host_.makeFile("long.mov", kFiveGibibytes, 60));
+  EXPECT_EQ(episode_.value("size"), Value(1'073'741'824));
+  EXPECT_EQ(episode_.value("mediaSizeString"), Value("5.00"));
+  EXPECT_EQ(episode_.value("mediaSizeUnit"), Value("GB"));
+  EXPECT_EQ(episode_.trueFileSize(), kFiveGibibytes);
+  episode_.setValue("size", std::int64_t{3'000'000'000});
+  EXPECT_EQ(episode_.value("size"), Value(-1'294'967'296));
+}
+
+TEST_F(VodcastTest, ClearingAMovieEmptiesItAndTheNextOneIsMeasuredAnew) {
+  const std::string first = host_.makeFile("first.mov", 3 * 1'048'576, 60);
+  episode_.setValue("vcPath", first);
+  const std::vector<Value> before = movieValues(episode_);
+  // A list that shows the episode reads every value as soon as it hears of a change.
+  std::vector<Observation> observations;
+  for (const char* key :
+       {"vcPath", "mediaSizeString", "mediaSizeUnit", "mediaTimeString", "size", "movieInfo"}) {
+    observations.push_back(episode_.observe(key, [this] { movieValues(episode_); }));
+  }
+  host_.turn();
+
+  clearMovie(episode_);
+  EXPECT_THAT(movieValues(episode_),
+              ElementsAre(Value(), Value(""), Value(), Value(), Value(0), Value(""), Value("")));
+  episode_.setValue("vcPath", host_.makeFile("second.mov", 2'048, 5));
+  EXPECT_THAT(movieValues(episode_),
+              ElementsAre(Value(host_.folder / "second.mov"), Value("2.00"), Value("KB"), Value("00:00:05"),
+                          Value(2'048), Value("00:00:05"), Value("Time:00:00:05 Size:0.00 MB")));
+
+  host_.context->undo();
+  EXPECT_EQ(movieValues(episode_), before);
+  host_.context->undoManager().redo();
+  EXPECT_EQ(episode_.value("mediaSizeString"), Value("2.00"));
+}
+
+TEST_F(VodcastTest, APathNeverReadsOldWhenItIsAnnouncedAlsoOnUndoAndRedo) {
+  const std::string first = host_.makeFile("first.mov", 1);
+  const std::string second = host_.makeFile("second.mov", 1);
+  episode_.setValue("vcPath", first);
+  host_.turn();
+  std::vector<Value> seen;
+  const Observation observation =
+      episode_.observe("vcPath", [&] { seen.push_back(episode_.value("vcPath")); });
+  episode_.setValue("vcPath", second);
+  host_.context->undo();
+  host_.context->undoManager().redo();
+  EXPECT_THAT(seen, ElementsAre(Value(second), Value(first), Value(second)));
+}
+
+TEST_F(VodcastTest, ValuesFilledOnReadingAreSavedAndAreNoUndoStep) {
+  episode_.setValue("vcPath", host_.makeFile("clip.mov", 2'048, 5));
+  host_.turn();
+  ASSERT_TRUE(host_.context->save());
+  host_.context->undoManager().removeAllActions();
+  EXPECT_EQ(episode_.timezone(), TimeZone::defaultTimeZone().name());
+  movieValues(episode_);
+  EXPECT_TRUE(host_.context->hasChanges());
+  EXPECT_FALSE(host_.context->undoManager().canUndo());
+}
+
+TEST_F(VodcastTest, TheTimeZoneStaysWhatItWasWhenItWasFirstRead) {
+  Vodcast& undated = host_.newEpisode(channel_);
+  undated.setValue("vcPublishDate", Value());
+  EXPECT_EQ(undated.timezone(), std::nullopt);
+  const testing::EnvironmentVariable tokyo("TZ", "Asia/Tokyo");
+  EXPECT_EQ(episode_.timezone(), "Asia/Tokyo");
+  const testing::EnvironmentVariable berlin("TZ", "Europe/Berlin");
+  EXPECT_EQ(episode_.timezone(), "Asia/Tokyo");
+}
+
+TEST_F(VodcastTest, TheMediaURLFollowsTheChannelUnlessOneIsStored) {
+  episode_.setValue("vcPath", host_.makeFile("clip.mov", 1));
+  Vodcast& imported = host_.newEpisode(channel_);
+  imported.setValue("mediaURL", "http://other/shows");
+  imported.setValue("mediaFilename", "ep%201.mov");
+  host_.turn();
+  int told = 0;
+  const Observation observation = episode_.observe("mediaFullURL", [&told] { ++told; });
+  const Observation unmoved =
+      imported.observe("mediaURL", [] { ADD_FAILURE() << "it has a URL of its own"; });
+
+  channel_.setValue("vcURL", "http://host/~ann/clipwave/Channel 01");
+  EXPECT_EQ(episode_.value("mediaURL"), Value("http://host/~ann/clipwave/Channel%2001"));
+  EXPECT_EQ(episode_.value("mediaFullURL"), Value("http://host/~ann/clipwave/Channel%2001/clip.mov"));
+  EXPECT_EQ(imported.mediaFullURL(), "http://other/shows/ep%201.mov");
+  EXPECT_EQ(told, 1);
+  host_.context->undo();
+  EXPECT_EQ(told, 2);
+  EXPECT_EQ(episode_.mediaURL(), "http://studio.example/~alex/clipwave/Channel%2001");
+  channel_.setValue("vcURL", Value());
+  EXPECT_EQ(episode_.mediaURL(), std::nullopt);
+  EXPECT_EQ(episode_.mediaFullURL(), std::nullopt);
+}
+
+TEST_F(VodcastTest, AFileThatNobodyMayReferToIsLogged) {
+  class NoAliases final : public AliasManager {
+    Result<std::string> newAlias(std::string_view) override {
+      return Error{"NSPOSIXErrorDomain", 13, "No.", {}};
+    }
+    std::optional<ResolvedAlias> resolveAlias(std::string_view) override { return {}; }
+  };
+  host_.aliasManager = std::make_unique<NoAliases>();
+  const std::string path = host_.makeFile("clip.mov", 1);
+  episode_.setValue("vcPath", path);
+  EXPECT_THAT(host_.lines.lines, ElementsAre("FSPathMakeRef error 13"));
+  EXPECT_EQ(episode_.value("vcPath"), Value(path));
+}
+
+}  // namespace
+}  // namespace clipwave

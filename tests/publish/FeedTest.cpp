@@ -1,0 +1,107 @@
+#include <filesystem>
+
+#include "tests/publish/PublishFixture.h"
+
+namespace clipwave {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::readFile;
+
+class FeedTest : public PublishTest {
+ protected:
+  static void setValues(ManagedObject& record, const Value& values) {
+    for (const auto& [key, value] : values.dictionaryValue()) {
+      EXPECT_TRUE(record.setValue(key, value)) << key;
+    }
+  }
+  std::string feedOf(const Dictionary& description) {
+    auto& channel = static_cast<Channel&>(*channels.add());
+    setValues(channel, description.at("channel"));
+    ManagedObject* image = host.context->insertNewObject(kImageEntity);
+    setValues(*image, description.at("image"));
+    channel.setValue("image", image);
+    for (const Value& values : description.at("episodes").arrayValue()) {
+      setValues(addEpisode(channel), values);
+    }
+    return makeFeedDocument(channel, sortedEpisodes(channel), tables).prettyPrinted();
+  }
+  std::vector<std::string> listed(const std::vector<CopyEntry>& entries) {
+    std::vector<std::string> lines;
+    for (const CopyEntry& entry : entries) lines.push_back(entry.filename + " < " + entry.path);
+    return lines;
+  }
+};
+
+TEST_F(FeedTest, ChannelsGiveTheFeedsThatLieBesideThem) {
+  int pairs = 0;
+  for (const auto& file : std::filesystem::directory_iterator(CLIPWAVE_GOLDEN_FEEDS)) {
+    if (file.path().extension() != ".plist") continue;
+    SCOPED_TRACE(file.path().filename());
+    const Result<Value> description = propertyListFromData(readFile(file.path().string()));
+    ASSERT_TRUE(description.ok()) << description.error().localizedDescription;
+    const std::string feed = feedOf(description->dictionaryValue());
+    EXPECT_EQ(feed, readFile(std::filesystem::path(file.path()).replace_extension(".xml").string()));
+    const Result<XMLDocument> readBack = XMLDocument::parse(feed, XMLDocument::Parsing::Strict);
+    ASSERT_TRUE(readBack.ok()) << readBack.error().localizedDescription;
+    EXPECT_EQ(readBack->prettyPrinted(), feed);
+    ++pairs;
+  }
+  EXPECT_GE(pairs, 2);
+}
+
+TEST_F(FeedTest, MoviesAreListedNewestFirstAndTheFeedLast) {
+  Channel& channel = addChannel("My Show");
+  Vodcast& older = addEpisode(channel, "/movies/a.mov");
+  Vodcast& newer = addEpisode(channel, "/movies/b.mov");
+  Vodcast& undated = addEpisode(channel, "/movies/c.mov");
+  Vodcast& copied = addEpisode(channel, "/movies/copied.mov");
+  Vodcast& kept = addEpisode(channel, "/movies/unpublished.mov");
+  addEpisode(channel);             // no movie was ever attached
+  addEpisode(channel, Value(""));  // the movie is nowhere to be found
+  older.setValue("vcPublishDate", Date::fromSeconds(-1));
+  newer.setValue("vcPublishDate", Date::fromSeconds(1));
+  newer.setValue("mediaFilename", "renamed.mov");
+  copied.setValue("vcCopy", false);
+  kept.setValue("vcPublish", false);
+
+  const std::vector<CopyEntry>& entries = preparation.prepareFilesForIndex(0);
+  ASSERT_EQ(&entries, &preparation.filesToCopy());
+  const std::string feed = entries.back().path;
+  EXPECT_THAT(listed(entries), ElementsAre("b.mov < /movies/b.mov", "a.mov < /movies/a.mov",
+                                           "c.mov < /movies/c.mov", "My Show.xml < " + feed));
+  EXPECT_EQ(entries[2].managedObject.lock().get(), &undated);
+  EXPECT_EQ(entries.back().managedObject.lock(), nullptr);
+  EXPECT_EQ(readFile(feed), makeFeedDocument(channel, sortedEpisodes(channel), tables).prettyPrinted());
+  EXPECT_THAT(preparation.pubURLs(), ElementsAre("http://host/My%20Show/My%20Show.xml"));
+  EXPECT_THAT(preparation.urlsToLaunch(),
+              ElementsAre(::testing::Pair("My Show", "http://host/My%20Show/My%20Show.xml")));
+}
+
+TEST_F(FeedTest, AFeedWithoutAFileNameNeverReplacesTheFolder) {
+  for (const Value& name : {Value(), Value(""), Value("."), Value("..")}) {
+    Channel& channel = addChannel("Show");
+    channel.setValue("filename", name);
+    const auto index = static_cast<std::int32_t>(channels.content().size()) - 1;
+    const CopyEntry entry = preparation.prepareFilesForIndex(index).back();
+    EXPECT_EQ(entry.filename, lastPathComponent(entry.path));
+  }
+  EXPECT_EQ(preparation.pubURLs().size(), 3U);  // none for the channel whose file name is absent
+}
+
+TEST_F(FeedTest, AFeedThatCannotBeWrittenEndsTheProcess) {
+  FeedPreparation hopeless = preparationIn(folder / "missing");
+  addChannel("Show");
+  int status = 0;
+  try {
+    hopeless.prepareFilesForIndex(0);
+  } catch (const testing::ProcessExit& exit) {
+    status = exit.status;
+  }
+  EXPECT_EQ(status, 1);
+  EXPECT_EQ(shell.beeps, 1);
+  EXPECT_THAT(log.lines, ElementsAre("Could not write document out..."));
+}
+
+}  // namespace
+}  // namespace clipwave

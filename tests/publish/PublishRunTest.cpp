@@ -1,0 +1,240 @@
+#include "publish/PublishRun.h"
+
+#include "tests/publish/PublishFixture.h"
+#include "transfer/CopyFilesLocally.h"
+
+namespace clipwave {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::readFile;
+
+// Records what it is asked; the test sends the callbacks.
+class FakeBackEnd final : public CopyBackEnd {
+ public:
+  explicit FakeBackEnd(std::vector<std::string>& events) : events_(events) {}
+  bool copyFiles(const std::vector<CopyEntry>& files, const std::optional<std::string>& toDirectory,
+                 CopyDelegate& sender) override {
+    std::string names;
+    for (const CopyEntry& entry : files) names += entry.filename + " ";
+    events_.push_back(names + "to " + lastPathComponent(toDirectory.value_or("nowhere")));
+    if (failure) sender.connectionError(*this, 101, *failure);
+    return accepts && !failure;
+  }
+  void abort() override { events_.push_back("abort"); }
+
+  bool accepts = true;
+  std::optional<std::string> failure;
+
+ private:
+  std::vector<std::string>& events_;
+};
+
+class PublishRunTest : public PublishTest {
+ protected:
+  PublishRunTest() {
+    run.setOnEnd([this](PublishOutcome outcome, const auto&) { outcomes.push_back(outcome); });
+    run.setOnProgress([this](std::string_view line) { progress.emplace_back(line); });
+  }
+  void expectControls(bool copying) {
+    EXPECT_EQ(run.isCopying(), copying);
+    EXPECT_EQ(spinner.isAnimating(), copying);
+    EXPECT_EQ(statusLine.isHidden(), !copying);
+    EXPECT_EQ(button.title(), copying ? "Cancel" : "Publish");
+    EXPECT_TRUE(button.isEnabled());
+  }
+
+  std::vector<std::string> events, progress;
+  std::vector<PublishOutcome> outcomes;
+  std::vector<std::shared_ptr<FakeBackEnd>> made;
+  std::function<void(FakeBackEnd&)> prepareBackEnd = [](FakeBackEnd&) {};
+  PublishRun::BackEndFactory factory = [this](int tag) {
+    events.push_back("method " + std::to_string(tag));
+    made.push_back(std::make_shared<FakeBackEnd>(events));
+    prepareBackEnd(*made.back());
+    return made.back();
+  };
+  Window mainWindow, report;
+  Button button;
+  ProgressIndicator spinner;
+  TextField statusLine;
+  TextView text;
+  PublishRun run{{application, log, channels, [this] { return host.context.get(); },
+                  [this](int tag) { return factory(tag); }},
+                 preparation,
+                 {mainWindow, button, spinner, statusLine, report, text}};
+};
+
+TEST_F(PublishRunTest, MarkedChannelsGoOutInStoreOrderAndAreReported) {
+  addChannel("C").setValue("vcURL", "https://host/C");
+  addChannel("B").setValue("vcPublish", false);
+  Channel& last = addChannel("A");
+  last.setValue("protocolTag", 2);
+  last.setValue("mediaPath", Value());
+  Vodcast& episode = addEpisode(last, "/movies/a.mov");
+
+  run.save();
+  EXPECT_EQ(statusLine.stringValue(), "Publishing...");
+  run.copyCompleted(*made.back());
+  expectControls(true);
+  EXPECT_EQ(run.cf(), made.back());
+  run.updateCopyStatusForFile("a.mov", 42);
+  EXPECT_EQ(statusLine.stringValue(), "a.mov completed 42");
+  run.fileCopied(preparation.filesToCopy().front());
+  EXPECT_FALSE(episode.value("vcCopy").boolValue());
+  run.copyCompleted(*made.back());
+
+  expectControls(false);
+  EXPECT_THAT(events, ElementsAre("method 1", "C.xml to C", "method 2", "a.mov A.xml to nowhere"));
+  EXPECT_THAT(progress, ElementsAre("Publishing...", "Publishing...", "a.mov completed 42", "a.mov copied"));
+  EXPECT_THAT(log.lines, ElementsAre("a.mov completed 42", "done"));
+  EXPECT_EQ(text.string(), "https://host/C/C.xml\nitpc://host/A/A.xml\n");
+  const auto& runs = text.textStorage().runs();
+  ASSERT_EQ(runs.size(), 1U);
+  EXPECT_EQ(runs[0].range, (TextRange{21, 19}));
+  EXPECT_EQ(runs[0].attributes,
+            (Dictionary{{"NSLink", "itpc://host/A/A.xml"}, {"NSUnderline", 1}, {"NSColor", "blue"}}));
+  EXPECT_EQ(mainWindow.attachedSheet(), &report);
+  EXPECT_TRUE(report.isKeyWindow());
+  EXPECT_EQ(report.firstResponder(), &report);
+  EXPECT_THAT(outcomes, ElementsAre(PublishOutcome::Done));
+  run.closeStatusSheet();
+  EXPECT_FALSE(report.isVisible());
+}
+
+TEST_F(PublishRunTest, PlaceholderURLsStopARunThatHasSomethingToPublish) {
+  Channel& channel = addChannel("A");
+  channel.setValue("vcURL", kPlaceholderURL);
+  channel.setValue("vcPublish", false);
+  run.save();
+  EXPECT_EQ(text.string(), "");
+  EXPECT_EQ(mainWindow.attachedSheet(), &report);
+  run.closeStatusSheet();
+
+  addChannel("B");
+  run.save();
+  EXPECT_THAT(shell.alerts,
+              ElementsAre("Bad URLs|Some of the channels have the default URL name "
+                          "(http://127.0.0.1/). Please change to your URL before publishing.|OK"));
+  EXPECT_EQ(shell.alertSheets.front().window, &mainWindow);
+  EXPECT_TRUE(made.empty());
+  EXPECT_TRUE(preparation.pubURLs().empty());
+  EXPECT_THAT(outcomes, ElementsAre(PublishOutcome::Done, PublishOutcome::BadURLs));
+}
+
+TEST_F(PublishRunTest, ACancelledRunIsOverOnceItsBackEndHasAnswered) {
+  addChannel("A");
+  addChannel("B");
+  run.save();
+  run.save();
+  EXPECT_EQ(events.back(), "abort");
+  EXPECT_EQ(run.cf(), nullptr);
+  expectControls(true);
+  run.copyCompleted(*made.back());  // the last file arrived before the abort did
+  expectControls(false);
+  EXPECT_EQ(made.size(), 1U);
+
+  run.save();
+  run.copyAborted(*made.front());
+  run.copyCompleted(*made.front());
+  run.connectionError(*made.front(), 100, "late");
+  expectControls(true);
+  EXPECT_EQ(made.size(), 2U);
+  EXPECT_TRUE(shell.alerts.empty());
+  run.copyAborted(*made.back());
+  expectControls(false);
+  EXPECT_THAT(outcomes, ElementsAre(PublishOutcome::Aborted, PublishOutcome::Aborted));
+  EXPECT_EQ(mainWindow.attachedSheet(), nullptr);
+}
+
+TEST_F(PublishRunTest, ARefusalOrAFailureEndsTheRunOnceAndIdlesTheControls) {
+  addChannel("A");
+  addChannel("B");
+  run.save();
+  prepareBackEnd = [](FakeBackEnd& next) { next.accepts = false; };
+  run.copyCompleted(*made.back());
+  expectControls(false);
+  prepareBackEnd = [](FakeBackEnd& next) { next.failure = "100%@ wrong\n%s"; };
+  run.save();
+  expectControls(false);
+  prepareBackEnd = [](FakeBackEnd&) {};
+  run.save();
+  run.connectionError(*made.back(), 103, "gone");
+  run.copyAborted(*made.back());
+  expectControls(false);
+  factory = [](int) { return nullptr; };
+  run.save();
+  EXPECT_THAT(shell.alerts,
+              ElementsAre(".Mac Error!|100%@ wrong\n%s|OK", ".Mac Error!|gone|OK",
+                          ".Mac Error!|This copy of Clipwave cannot publish a channel to .Mac.|OK"));
+  EXPECT_THAT(outcomes, ElementsAre(PublishOutcome::Refused, PublishOutcome::ConnectionError,
+                                    PublishOutcome::ConnectionError, PublishOutcome::Refused));
+}
+
+TEST_F(PublishRunTest, ARunThatCannotSaveFirstStopsWithoutAWord) {
+  struct Typing final : Editor {
+    bool commitEditing() override { return accepts; }
+    void discardEditing() override {}
+    bool accepts = false;
+  } typing;
+  addChannel("A");
+  host.context->registerEditor(typing);
+  run.save();
+  typing.accepts = true;
+  TextField field;
+  field.setValidator([](const TextField&, std::string_view) { return false; });
+  mainWindow.makeFirstResponder(&field);
+  field.edit("half");
+  run.save();
+  field.discardEditing();
+  folder.makeFolder("Clipwave.xml");  // where the store is to be written
+  run.save();
+  host.context->unregisterEditor(typing);
+  EXPECT_THAT(outcomes, ElementsAre(PublishOutcome::NotCommitted, PublishOutcome::NotCommitted,
+                                    PublishOutcome::NotSaved));
+  EXPECT_TRUE(shell.alerts.empty() && events.empty());
+}
+
+// The same on real files, with the back-end that copies them.
+class LocalPublishTest : public PublishRunTest {
+ protected:
+  LocalPublishTest() {
+    factory = [this](int) {
+      return std::make_shared<CopyFilesLocally>(
+          LocalCopyServices{application, host.runLoop(), host.files(), host.defaults(), log});
+    };
+    addEpisode(addChannel("A"), folder.write("movies/a.mov", std::string(600'000, 'a')));
+    addChannel("B");
+  }
+};
+
+TEST_F(LocalPublishTest, ASecondRunSendsOnlyTheFeeds) {
+  run.save();
+  host.runLoop().runUntilIdle();
+  EXPECT_EQ(readFile(folder / "A/a.mov"), readFile(folder / "movies/a.mov"));
+  EXPECT_TRUE(XMLDocument::parse(readFile(folder / "A/A.xml"), XMLDocument::Parsing::Strict).ok());
+  EXPECT_EQ(text.string(), "itpc://host/A/A.xml\nitpc://host/B/B.xml\n");
+  run.closeStatusSheet();
+
+  for (int file = 0; file < 2; ++file) shell.answerAlert(Alert::Answer::Alternate);
+  progress.clear();
+  run.save();
+  host.runLoop().runUntilIdle();
+  EXPECT_THAT(progress, ElementsAre("Publishing...", "A.xml copied", "Publishing...", "B.xml copied"));
+  EXPECT_THAT(outcomes, ElementsAre(PublishOutcome::Done, PublishOutcome::Done));
+}
+
+TEST_F(LocalPublishTest, CancelInTheMiddleOfAMovieIdlesAtOnce) {
+  run.save();
+  while (readFile(folder / "A/a.mov").empty()) host.runLoop().runOnce(Seconds(0));
+  run.save();
+  expectControls(false);
+  host.runLoop().runUntilIdle();
+  EXPECT_EQ(readFile(folder / "A/a.mov").size(), 262'143U);
+  EXPECT_TRUE(channels.content()[0]->relatedObjects("children")[0]->value("vcCopy").boolValue());
+  EXPECT_FALSE(host.files().fileExistsAtPath(folder / "B"));
+  EXPECT_THAT(outcomes, ElementsAre(PublishOutcome::Aborted));
+}
+
+}  // namespace
+}  // namespace clipwave
