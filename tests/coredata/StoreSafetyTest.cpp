@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <random>
 #include <thread>
@@ -147,6 +148,11 @@ TEST_F(StoreSafetyTest, AProcessKilledAtAnyInstantLeavesTheLastSaveWhole) {
     stored = static_cast<int>(channels[0]->value("vcTitle").integerValue());
     for (ManagedObject* channel : channels) ASSERT_EQ(channel->value("vcTitle").integerValue(), stored);
     ASSERT_TRUE(stored == reported || stored == reported + 1) << stored << " after " << reported;
+    // The next opener clears away what the killed save had begun.
+    const auto left = files.directoryContentsAtPath(folder.path());
+    ASSERT_EQ(std::count_if(left->begin(), left->end(),
+                            [](const std::string& name) { return name.starts_with(kSideFilePrefix); }),
+              0);
     context.reset();
   }
 }
