@@ -66,8 +66,11 @@ std::string valueText(const Value& value) {
 
 std::string recordText(ManagedObject& record) {
   std::string text;
-  for (const auto& [key, value] : recordDictionary(record).dictionaryValue()) {
-    if (value.isNull() || key == "children" || key == "alias") continue;
+  const Value dictionary = recordDictionary(record);
+  for (const auto& [key, value] : dictionary.dictionaryValue()) {
+    // Marks that are off would drown the rest: a channel has thirty of them.
+    const bool isOff = value.kind() == Value::Kind::Boolean && !value.boolValue();
+    if (value.isNull() || isOff || key == "children" || key == "alias") continue;
     if (key == "image") {
       text += "image: " + valueText(value.dictionaryValue().at("url")) + "\n";
     } else {

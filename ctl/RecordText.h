@@ -14,7 +14,7 @@ namespace clipwave {
 // Every attribute by its key, derived ones included; absent is null. "id" besides; a channel has "image" and
 // "children".
 Value recordDictionary(ManagedObject& record);
-// One "key: value" a line, set attributes only.
+// One "key: value" a line, without attributes that are absent or marks that are off.
 std::string recordText(ManagedObject& record);
 // A value as a person reads it.
 std::string valueText(const Value& value);

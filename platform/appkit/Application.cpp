@@ -77,6 +77,8 @@ void Application::endSheet(Window& sheet, int returnCode) {
 void Application::runModalForWindow(Window& window) {
   window.makeKeyAndOrderFront();
   runLoop_.runModal();
+  // Quitting ends every modal run that this one stands in.
+  if (terminated_ && runLoop_.mode() == RunLoop::Mode::Modal) runLoop_.stopModal();
 }
 
 bool Application::presentError(const Error& error) {

@@ -209,6 +209,11 @@ bool ArrayController::select(IndexSet indexes) {
 
 IndexSet ArrayController::indexesOf(const std::vector<ManagedObject*>& objects) const {
   if (objects.size() == 1) {
+    // Often the record that was just added, which is selected already: no need to look through the list.
+    if (selection_.size() == 1 && *selection_.begin() < arranged_.size() &&
+        arranged_[*selection_.begin()] == objects.front()) {
+      return selection_;
+    }
     const auto found = std::find(arranged_.begin(), arranged_.end(), objects.front());
     if (found == arranged_.end()) return {};
     return {static_cast<std::size_t>(found - arranged_.begin())};

@@ -5,6 +5,14 @@
 #include "platform/appkit/ArrayController.h"
 
 namespace clipwave {
+namespace {
+
+// Room for the next records, so that the first addition to a long list does not move all of it in memory.
+std::size_t roomToGrow(std::size_t size) {
+  return size / 8 + 16;
+}
+
+}  // namespace
 
 // Lists are read far more often than they change, and may be read in the middle of an undo: whoever reads
 // gets them as the store stands, while observers are told when all of it is done.
@@ -130,12 +138,17 @@ void ArrayController::bringBackRecords() {
 
 void ArrayController::setContent(std::vector<ManagedObject*> content) {
   content_ = std::move(content);
-  members_ = std::unordered_set<ManagedObject*>(content_.begin(), content_.end());
+  content_.reserve(content_.size() + roomToGrow(content_.size()));
+  members_.clear();
+  members_.reserve(content_.size() + roomToGrow(content_.size()));
+  members_.insert(content_.begin(), content_.end());
   relationshipChanged_ = false;
 }
 
 void ArrayController::arrange() {
-  std::vector<ManagedObject*> arranged = content_;
+  std::vector<ManagedObject*> arranged;
+  arranged.reserve(content_.size() + roomToGrow(content_.size()));
+  arranged.assign(content_.begin(), content_.end());
   sortRecords(arranged, sortDescriptors_);
   if (arranged == arranged_) return;
   arranged_ = std::move(arranged);

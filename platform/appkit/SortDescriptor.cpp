@@ -76,7 +76,7 @@ void sortRecords(std::vector<ManagedObject*>& records, const std::vector<SortDes
   std::vector<ManagedObject*> sorted;
   sorted.reserve(records.size());
   for (const std::size_t index : order) sorted.push_back(records[index]);
-  records = std::move(sorted);
+  std::copy(sorted.begin(), sorted.end(), records.begin());
 }
 
 std::size_t placeInOrder(ManagedObject& object, const std::vector<ManagedObject*>& sorted,

@@ -54,7 +54,8 @@ struct PropertyDescription {
   Validator validator = nullptr;
   // Relationships only.
   std::string destination = {};
-  std::string inverse = {};  // key of the destination that points back; "" for none
+  // Key of the destination that points back; "" for none. That of a to-many relationship is a to-one.
+  std::string inverse = {};
   DeleteRule deleteRule = DeleteRule::Nullify;
 };
 

@@ -110,17 +110,20 @@ class StoreReader {
         storetext::appendAttribute(content_.unknown.attributes, name, attribute.value());
     }
     if (hasText(root)) return fail("It is damaged: there is text between its records.");
-    // Each element goes as soon as it is read: the tree shrinks as the records grow.
-    while (pugi::xml_node element = root.first_child()) {
+    for (pugi::xml_node element = root.first_child(); element;) {
+      const pugi::xml_node following = element.next_sibling();
       if (element.type() != pugi::node_element)
         return fail("It is damaged: there is text between its records.");
       if (const EntityDescription* const entity = entityNamed(element.name())) {
         if (!readRecord(element, *entity)) return false;
+        // The tree shrinks as the records grow. What this version does not know may be nested so deeply that
+        // taking it down, which is recursive, would exhaust the stack.
+        if (!content_.objects.back()->unknown_) root.remove_child(element);
       } else {
         keep(element, content_.unknown.elements);
         content_.unknown.elements += '\n';
       }
-      root.remove_child(element);
+      element = following;
     }
     return true;
   }

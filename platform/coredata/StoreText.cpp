@@ -152,17 +152,28 @@ bool isReference(std::string_view text) {
   return error == std::errc() && last == name.data() + name.size() && isXMLCharacter(code);
 }
 
-std::optional<std::size_t> findInvalidUTF8(std::string_view text) {
+// Where the CDATA section or the comment ends that the byte at `at` lies in; npos outside of one.
+std::size_t endOfLiteralSection(std::string_view text, std::size_t at) {
+  const std::size_t start = text.rfind("<!", at);
+  if (start == text.npos) return text.npos;
+  const bool isComment = text.substr(start).starts_with("<!--");
+  if (!isComment && !text.substr(start).starts_with("<![CDATA[")) return text.npos;
+  const std::size_t end = text.find(isComment ? "-->" : "]]>", start);
+  return end != text.npos && end > at ? end : text.npos;
+}
+
+// The first byte that begins no character of XML.
+std::optional<std::size_t> findForeignByte(std::string_view text) {
   for (std::size_t i = 0; i < text.size();) {
-    std::uint64_t word = 0;
-    while (i + sizeof word <= text.size()) {
+    // Eight bytes at a time, as long as all of them are ASCII and none is a control character.
+    for (std::uint64_t word = 0; i + sizeof word <= text.size(); i += sizeof word) {
       std::memcpy(&word, text.data() + i, sizeof word);
-      if ((word & 0x8080808080808080U) != 0) break;
-      i += sizeof word;
+      const std::uint64_t borrows = (word - 0x2020202020202020U) & ~word;
+      if (((word | borrows) & 0x8080808080808080U) != 0) break;
     }
     if (i >= text.size()) break;
-    const std::size_t length =
-        static_cast<unsigned char>(text[i]) < 0x80 ? 1 : sequenceLength(text.substr(i));
+    std::size_t length = classOf(text[i]) == Class::Illegal ? 0 : 1;
+    if (classOf(text[i]) == Class::Multibyte) length = sequenceLength(text.substr(i));
     if (length == 0) return i;
     i += length;
   }
@@ -323,10 +334,13 @@ std::optional<std::int64_t> parseInteger(std::string_view text) {
 
 std::optional<std::size_t> findIllFormed(std::string_view text) {
   constexpr std::string_view kBlanks = " \t\r\n";
-  if (const std::size_t nul = text.find('\0'); nul != text.npos) return nul;
-  for (std::size_t at = text.find('&'); at != text.npos; at = text.find('&', at + 1))
-    if (!isReference(text.substr(at))) return at;
-  if (const auto invalid = findInvalidUTF8(text)) return invalid;
+  for (std::size_t at = text.find('&'); at != text.npos; at = text.find('&', at + 1)) {
+    if (isReference(text.substr(at))) continue;
+    const std::size_t end = endOfLiteralSection(text, at);
+    if (end == text.npos) return at;
+    at = end;
+  }
+  if (const auto foreign = findForeignByte(text)) return foreign;
   const std::size_t byteOrderMark = text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
   const std::size_t first = text.find_first_not_of(kBlanks, byteOrderMark);
   if (first == text.npos || text[first] != '<') return byteOrderMark;

@@ -29,8 +29,9 @@ std::optional<Date> parseDate(std::string_view text);
 void appendInteger(std::string& out, std::int64_t number);
 std::optional<std::int64_t> parseInteger(std::string_view text);
 
-// Where the text breaks a rule that the parser does not look at: a NUL, bytes that are no UTF-8, a reference
-// to an undefined entity or to a character outside XML, something other than white space around the document.
+// Where the text breaks a rule that the parser does not look at: a control character, bytes that are no
+// UTF-8, a reference to an undefined entity or to a character outside XML, something other than white space
+// around the document.
 std::optional<std::size_t> findIllFormed(std::string_view text);
 
 }  // namespace clipwave::storetext

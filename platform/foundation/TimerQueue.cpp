@@ -31,21 +31,15 @@ class TimerQueue::Entry final : public Timer {
     // Dropping the function may bring about the end of whoever holds this timer: it goes last.
     const auto dropped = std::exchange(function_, nullptr);
     const auto timers = timers_.lock();
-    if (!timers || !isWaiting_) return;
-    isWaiting_ = false;
-    const auto node = timers->waiting.extract(key_);
+    if (!timers) return;
+    const auto node = timers->waiting.extract(key_);  // no node while its function is being called
   }
 
   void wait(const std::shared_ptr<Entry>& self, Timers& timers, Seconds until) {
     key_ = {until, timers.nextNumber++};
-    isWaiting_ = true;
     timers.waiting.emplace(key_, self);
   }
-  void stopWaiting(Timers& timers) {
-    isWaiting_ = false;
-    timers.waiting.erase(key_);
-  }
-  bool isWaiting() const { return isWaiting_; }
+  void stopWaiting(Timers& timers) { timers.waiting.erase(key_); }
   Seconds fireTime() const { return key_.first; }
   Seconds interval() const { return interval_; }
   bool repeats() const { return interval_ > Seconds(0); }
@@ -54,7 +48,6 @@ class TimerQueue::Entry final : public Timer {
  private:
   std::weak_ptr<Timers> timers_;
   Timers::Key key_{};
-  bool isWaiting_ = false;
   Seconds interval_;
   std::shared_ptr<Function> function_;  // none: invalid
 };
@@ -132,7 +125,7 @@ bool TimerQueue::runDeferred(std::uint64_t before) {
 
 // Asks here, not when the pass began: an earlier call may have ended the timer, or have run the loop itself.
 bool TimerQueue::fire(const std::shared_ptr<Entry>& timer, Seconds passStart) {
-  if (!timer->isValid() || !timer->isWaiting() || timer->fireTime() > passStart) return false;
+  if (!timer->isValid() || timer->fireTime() > passStart) return false;
   const std::shared_ptr<Function> function = timer->function();
   const Seconds fireTime = timer->fireTime();
   // It does not wait while it is called, so that a loop run inside its function does not call it again.

@@ -79,17 +79,6 @@ TEST_F(RunLoopTest, WhatACallSchedulesWaitsForTheNextTurn) {
   EXPECT_FALSE(loop->hasPendingWork());
 }
 
-TEST_F(RunLoopTest, RunUntilIdleEndsWhenCallsGoOnForEver) {
-  int count = 0;
-  RunLoop::Function again = [&] {
-    ++count;
-    loop->scheduleTimer(Seconds(0), again);
-  };
-  again();
-  loop->runUntilIdle(50);
-  EXPECT_EQ(count, 51);
-}
-
 TEST_F(RunLoopTest, TimersFireInTheOrderOfTheirTimesAndTheClockIsTurnedToEach) {
   std::vector<double> times;
   for (const double after : {3.0, 1.0, 2.0}) {
@@ -200,7 +189,8 @@ TEST_F(RunLoopTest, StoppingFromWithinAModalRunEndsTheRunAroundIt) {
   pipe.put();
   const auto watch = loop->watch(
       pipe.reading(), RunLoop::Readiness::Readable,
-      [this] {
+      [&] {
+        pipe.take();
         loop->stop();
         calls.push_back("stopped");
         loop->stopModal();
@@ -208,7 +198,7 @@ TEST_F(RunLoopTest, StoppingFromWithinAModalRunEndsTheRunAroundIt) {
       RunLoop::Delivery::DefaultAndModal);
   loop->performLater([this] { loop->runModal(); });
   loop->run();
-  EXPECT_THAT(calls, ::testing::Contains("stopped"));
+  EXPECT_THAT(calls, ElementsAre("stopped"));
 }
 
 TEST_F(RunLoopTest, ARepeatingTimerIsNotCalledAgainWithinItsOwnCall) {
@@ -220,6 +210,14 @@ TEST_F(RunLoopTest, ARepeatingTimerIsNotCalledAgainWithinItsOwnCall) {
   });
   loop->runOnce(Seconds(1));
   EXPECT_THAT(calls, ElementsAre("begin", "end"));
+}
+
+TEST_F(RunLoopTest, ATimerThatANestedTurnHasFiredDoesNotFireAgainInTheOuterOne) {
+  loop->scheduleRepeatingTimer(Seconds(1), note("timer"));
+  clock.tick(Seconds(1));
+  loop->performLater([this] { loop->runOnce(Seconds(0)); });
+  loop->runOnce(Seconds(0));
+  EXPECT_THAT(calls, ElementsAre("timer"));
 }
 
 TEST_F(RunLoopTest, AWatchEndsWhenItIsDestroyedAlsoInsideACallOfTheSameTurn) {
@@ -246,15 +244,17 @@ TEST_F(RunLoopTest, ADescriptorServedByANestedTurnIsNotServedAgainFromStaleKnowl
   one.put();
   two.put();
   const auto first = loop->watch(one.reading(), RunLoop::Readiness::Readable, [&] {
-    one.take();
+    calls.push_back("first begins");
     loop->runOnce(Seconds(0));
+    one.take();
+    calls.push_back("first ends");
   });
   const auto second = loop->watch(two.reading(), RunLoop::Readiness::Readable, [&] {
     calls.push_back("second");
     two.take();  // would block for ever the second time
   });
   loop->runOnce(Seconds(0));
-  EXPECT_THAT(calls, ElementsAre("second"));
+  EXPECT_THAT(calls, ElementsAre("first begins", "second", "first ends"));
 }
 
 TEST_F(RunLoopTest, ADescriptorThatIsReadyComesBeforeTheClockIsTurned) {

@@ -43,8 +43,9 @@ std::string strictFailure(std::string_view text) {
 std::string repairedSoon(const std::string& text) {
   const auto start = std::chrono::steady_clock::now();
   std::string result = repaired(text);
-  // A second is promised for what takes milliseconds; sanitizers on a busy machine need some room.
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+  // What takes milliseconds here took minutes where it grew with the square; the rest is room for busy
+  // machines.
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
   return result;
 }
 
@@ -203,7 +204,7 @@ TEST(TolerantParsing, DepthBeyondReasonCostsNothingElse) {
   EXPECT_EQ(repairedSoon("<r>" + times(200'000, "<a>") + times(200'000, "</b>")).substr(0, 4), "r{a{");
 }
 
-TEST(TolerantParsing, FiftyThousandAttributesAreCutShortWithinASecond) {
+TEST(TolerantParsing, FiftyThousandAttributesOnATagAreCutShort) {
   std::string tag = "<r";
   for (int i = 0; i < 50'000; ++i) tag += " a" + std::to_string(i) + "='1'";
   const std::string kept = repairedSoon(tag + "><b>y</b></r>");

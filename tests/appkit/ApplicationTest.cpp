@@ -1,0 +1,129 @@
+#include "platform/appkit/Application.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <memory>
+#include <vector>
+
+#include "tests/support/FakeApplicationShell.h"
+
+namespace clipwave {
+namespace {
+
+using ::testing::ElementsAre;
+
+class ApplicationTest : public ::testing::Test, public ApplicationDelegate {
+ protected:
+  TerminateReply applicationShouldTerminate() override {
+    ++questions;
+    application.terminate();
+    return reply;
+  }
+  Error willPresentError(const Error& error) override {
+    Error rewritten = error;
+    rewritten.localizedDescription += " Sorry.";
+    return rewritten;
+  }
+  void openFiles(const std::vector<std::string>&) override {}
+  bool applicationShouldTerminateAfterLastWindowClosed() override { return true; }
+
+  TestClock clock;
+  std::unique_ptr<RunLoop> loop = makeRunLoop(clock);
+  testing::FakeApplicationShell shell;
+  Application application{*loop, shell};
+  TerminateReply reply = TerminateReply::TerminateNow;
+  int questions = 0;
+};
+
+TEST_F(ApplicationTest, ErrorsAreShownAsTheDelegateRewritesThem) {
+  EXPECT_FALSE(application.presentError(cocoaError(512, "100%s lost.")));
+  application.setDelegate(this);
+  EXPECT_FALSE(application.presentError(cocoaError(512, "Lost.")));
+  EXPECT_THAT(shell.alerts, ElementsAre("|100%s lost.|OK", "|Lost. Sorry.|OK"));
+}
+
+TEST_F(ApplicationTest, AlertPanelsAskWithTheirStyleAndAnswerAsTheUserDid) {
+  shell.answerAlert(Alert::Answer::Other);
+  EXPECT_EQ(application.runCriticalAlertPanel("T?", "M", "Trash", "Cancel", "Keep"), Alert::Answer::Other);
+  EXPECT_EQ(application.runAlertPanel("T!", "M", "OK"), Alert::Answer::Default);
+  EXPECT_THAT(shell.alerts, ElementsAre("T?|M|Trash/Cancel/Keep", "T!|M|OK"));
+  EXPECT_EQ(shell.alertDetails[0].style, Alert::Style::Critical);
+  EXPECT_EQ(shell.alertDetails[1].style, Alert::Style::Informational);
+  Window window;
+  application.beginAlertSheet(shell.alertDetails[1], window, nullptr);
+  shell.endAlertSheet();
+}
+
+TEST_F(ApplicationTest, ASheetEndsWithItsCodeAndIsOrderedOutByItsHandler) {
+  Window window;
+  Window sheet;
+  int code = -1;
+  application.beginSheet(sheet, window, [&](int returnCode) {
+    EXPECT_TRUE(sheet.isVisible());
+    EXPECT_EQ(window.attachedSheet(), nullptr);
+    code = returnCode;
+  });
+  application.beginSheet(sheet, window, [](int) { ADD_FAILURE() << "begun twice"; });
+  EXPECT_EQ(window.attachedSheet(), &sheet);
+  application.endSheet(sheet, 7);
+  EXPECT_EQ(code, 7);
+  application.endSheet(sheet, 8);
+  EXPECT_EQ(code, 7);
+
+  Window other;
+  application.beginSheet(other, window, nullptr);
+  application.beginSheet(sheet, window, nullptr);
+  application.endSheet(sheet);
+  EXPECT_EQ(window.attachedSheet(), &other);
+  EXPECT_FALSE(sheet.isVisible());
+}
+
+TEST_F(ApplicationTest, AModalRunHoldsDeferredCallsBackAndQuittingEndsEveryOne) {
+  Window preferences;
+  Window nested;
+  bool deferredCall = false;
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  ::close(ends[1]);
+  // The closed pipe is ready in every turn, as presses on three buttons, one after another, would be.
+  int press = 0;
+  const auto pressed = [&] {
+    switch (press++) {
+      case 0:
+        loop->performLater([&] { deferredCall = true; });
+        return application.runModalForWindow(preferences);
+      case 1:
+        return application.runModalForWindow(nested);
+      default:
+        return application.terminate();
+    }
+  };
+  std::vector<std::unique_ptr<DescriptorWatch>> buttons;
+  for (int i = 0; i < 3; ++i) {
+    buttons.push_back(
+        loop->watch(ends[0], RunLoop::Readiness::Readable, pressed, RunLoop::Delivery::DefaultAndModal));
+  }
+  loop->run();
+  ::close(ends[0]);
+  EXPECT_TRUE(preferences.isVisible() && nested.isVisible());
+  EXPECT_FALSE(deferredCall);
+  EXPECT_TRUE(application.isTerminated());
+  EXPECT_EQ(loop->mode(), RunLoop::Mode::Default);
+}
+
+TEST_F(ApplicationTest, QuittingAsksOnceAndGoesOnWhenTheDelegateCancels) {
+  application.setDelegate(this);
+  reply = TerminateReply::TerminateCancel;
+  application.terminate();
+  EXPECT_FALSE(application.isTerminated());
+  reply = TerminateReply::TerminateNow;
+  application.terminate();
+  application.terminate();
+  EXPECT_TRUE(application.isTerminated());
+  EXPECT_EQ(questions, 2);
+}
+
+}  // namespace
+}  // namespace clipwave

@@ -1,0 +1,143 @@
+#include "platform/appkit/Workspace.h"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <thread>
+
+#include "platform/appkit/DesktopEntry.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace clipwave {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class WorkspaceTest : public ::testing::Test {
+ protected:
+  // A program that writes its arguments, one a line, and "fd" for each open file beyond the standard ones.
+  std::string program(const std::string& name) {
+    const std::string output = folder_ / (name + ".out");
+    const std::string path =
+        folder_.write("bin/" + name, "#!/bin/sh\nfor a; do echo \"$a\"; done > '" + output + ".part'\n" +
+                                         "test -e /proc/$$/fd/77 && echo fd >> '" + output + ".part'\n" +
+                                         "echo noise\nmv '" + output + ".part' '" + output + "'\n");
+    ::chmod(path.c_str(), 0755);
+    return path;
+  }
+  std::string outputOf(const std::string& name) {
+    const std::string output = folder_ / (name + ".out");
+    for (int i = 0; i < 500 && ::access(output.c_str(), F_OK) != 0; ++i) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    const std::string text = testing::readFile(output);
+    ::unlink(output.c_str());
+    return text;
+  }
+  void application(const std::string& file, const std::string& name, const std::string& rest) {
+    folder_.write(file, "# comment\n[Desktop Entry]\nType=Application\nName=" + name + "\nName[de]=Anders\n" +
+                            rest + "\n[Desktop Action x]\nExec=false\n");
+  }
+
+  testing::TemporaryFolder folder_;
+  testing::EnvironmentVariable home_{"XDG_DATA_HOME", (folder_ / "home").c_str()};
+  testing::EnvironmentVariable data_{"XDG_DATA_DIRS", ("relative:" + folder_ / "data").c_str()};
+  testing::EnvironmentVariable path_{"PATH", (folder_ / "bin:/usr/bin:/bin").c_str()};
+  std::unique_ptr<FileManager> files_ = makeFileManager();
+  std::unique_ptr<Workspace> workspace_ = makeWorkspace(*files_);
+  const std::string movie_ = folder_.write("my 100% movie?.mov", "x");
+};
+
+TEST_F(WorkspaceTest, FilesAndAddressesGoToTheDesktopsOpener) {
+  testing::EnvironmentVariable noPath("PATH", (folder_ / "bin").c_str());
+  EXPECT_FALSE(workspace_->openFile(movie_));
+  program("xdg-open");
+  testing::EnvironmentVariable path("PATH", (folder_ / "bin:/usr/bin:/bin").c_str());
+  EXPECT_TRUE(workspace_->openFile(movie_));
+  EXPECT_EQ(outputOf("xdg-open"), movie_ + "\n");
+  EXPECT_TRUE(workspace_->openURL("itpc://host/a b;$(x)"));
+  EXPECT_EQ(outputOf("xdg-open"), "itpc://host/a b;$(x)\n");
+  EXPECT_FALSE(workspace_->openURL("--help"));
+  EXPECT_FALSE(workspace_->openURL(""));
+  EXPECT_FALSE(workspace_->openFile(folder_ / "missing.mov"));
+}
+
+TEST_F(WorkspaceTest, AnApplicationIsFoundByItsNameAndStartedDetached) {
+  program("xdg-open");
+  const std::string player = program("player");
+  application("data/applications/vendor/player.desktop", "Movie Player",
+              "Exec=\"" + player + "\" --play %U %d");
+  const int lock = ::open("/dev/null", O_RDONLY);
+  ASSERT_EQ(::dup2(lock, 77), 77);
+  EXPECT_TRUE(workspace_->openFileWithApplication(movie_, "movie player"));
+  ::close(77);
+  ::close(lock);
+  EXPECT_EQ(outputOf("player"), "--play\nfile://" + folder_.path() + "/my%20100%25%20movie%3F.mov\n");
+  EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
+  EXPECT_EQ(errno, ECHILD);
+
+  // What the user's own folder says of the same entry goes first; what cannot be started opens as by default.
+  application("home/applications/vendor-player.desktop", "Movie Player", "Exec=" + player + "\nHidden=true");
+  EXPECT_TRUE(workspace_->openFileWithApplication(movie_, "Movie Player"));
+  EXPECT_EQ(outputOf("xdg-open"), movie_ + "\n");
+  application("data/applications/gone.desktop", "Gone", "Exec=/nowhere/gone %f");
+  EXPECT_TRUE(workspace_->openFileWithApplication(movie_, "Gone"));
+  EXPECT_EQ(outputOf("xdg-open"), movie_ + "\n");
+  EXPECT_FALSE(workspace_->openFileWithApplication(folder_ / "missing.mov", "Gone"));
+}
+
+TEST(DesktopEntryTest, CommandLinesAreQuotedEscapedAndFilledInAsDescribed) {
+  const auto line = [](const std::string& exec) {
+    const std::string text = "[Desktop Entry]\nType=Application\nName=N\nIcon=i\nExec=" + exec + "\n";
+    const auto entry = DesktopEntry::parse(text, "/e.desktop");
+    return entry ? entry->commandLineForFile("/a b%f") : std::vector<std::string>{"none"};
+  };
+  EXPECT_THAT(line("p %f"), ElementsAre("p", "/a b%f"));
+  EXPECT_THAT(line("p --in=%F %i %c %k 100%%"),
+              ElementsAre("p", "--in=/a b%f", "--icon", "i", "N", "/e.desktop", "100%"));
+  EXPECT_THAT(line("p"), ElementsAre("p", "/a b%f"));
+  EXPECT_THAT(line(R"("my p" "a \\"b\\" \\\\c" %m %f)"), ElementsAre("my p", R"(a "b" \c)", "/a b%f"));
+  EXPECT_THAT(line("\"p"), IsEmpty());
+  EXPECT_THAT(line("p %f\nTerminal=true"), ElementsAre("none"));
+  EXPECT_FALSE(DesktopEntry::parse("Type=Application\nName=N\nExec=p\n", "/e.desktop"));
+  EXPECT_FALSE(DesktopEntry::parse("[Desktop Entry]\nType=Link\nName=N\nExec=p", "/e.desktop"));
+}
+
+TEST(HFSTypeTest, AQuickTimeMovieIsToldByItsFirstAtom) {
+  using namespace std::string_literals;
+  const testing::TemporaryFolder folder;
+  const auto files = makeFileManager();
+  const auto typeOf = [&](const std::string& content) {
+    return HFSTypeOfFile(*files, folder.write("file", content));
+  };
+  const std::string rest(100, 'x');
+  for (const char* atom : {"moov", "mdat", "wide", "free", "skip", "pnot"}) {
+    EXPECT_EQ(typeOf("\0\0\0\x08"s + atom + rest), "'MooV'") << atom;
+  }
+  EXPECT_EQ(typeOf("\0\0\0\x14"s + "ftypqt  \0\0\0\0mp42"s + rest), "'MooV'");
+  EXPECT_EQ(typeOf("\0\0\0\x18"s + "ftypmp42\0\0\0\0isomqt  "s), "'MooV'");
+  EXPECT_EQ(typeOf("\0\0\0\x14"s + "ftypmp42qt  mp42"s + rest), "");
+  EXPECT_EQ(typeOf("\0\0\0\x14"s + "ftypmp42\0\0\0\0mp42qt  "s), "");
+  EXPECT_EQ(typeOf("\0\0\0\x01mdat\0\0\0\0\0\0\0\x75"s + rest), "");
+  EXPECT_EQ(typeOf("\0\0\0\x01mdat\0\0\0\0\0\0\0\x74"s + rest), "'MooV'");
+  EXPECT_EQ(typeOf("\0\0\0\0mdat"s + rest), "'MooV'");
+  EXPECT_EQ(typeOf("\0\0\0\x07moov"s + rest), "");
+  EXPECT_EQ(typeOf("Timemoov"s + rest), "");
+  EXPECT_EQ(typeOf("\0\0\0\x08text"s + rest), "");
+  EXPECT_EQ(typeOf("\0\0\0\x08moo"s), "");
+  EXPECT_EQ(HFSTypeOfFile(*files, folder.path()), "");
+  EXPECT_EQ(HFSTypeOfFile(*files, folder / "missing"), "");
+  const std::string pipe = folder / "pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(HFSTypeOfFile(*files, pipe), "");
+}
+
+}  // namespace
+}  // namespace clipwave

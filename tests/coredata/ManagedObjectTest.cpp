@@ -1,0 +1,128 @@
+#include "platform/coredata/ManagedObject.h"
+
+#include "tests/coredata/TestLibrary.h"
+
+namespace clipwave {
+namespace {
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+class ManagedObjectTest : public testing::LibraryTest {
+ protected:
+  void SetUp() override {
+    open();
+    channel = &insert("Channel", "A");
+    other = &insert("Channel", "B");
+    episode = &insertEpisode(*channel, "one");
+  }
+  ManagedObject* channel = nullptr;
+  ManagedObject* other = nullptr;
+  ManagedObject* episode = nullptr;
+};
+
+TEST_F(ManagedObjectTest, ReachesValuesThroughGettersAndSettersAndRefusesOtherKeys) {
+  EXPECT_EQ(episode->value("size"), Value(42));
+  EXPECT_TRUE(episode->setValue("vcPath", "/a.mov"));
+  EXPECT_EQ(episode->value("alias"), Value::data("/a.mov"));
+  EXPECT_TRUE(channel->value("vcPublish").boolValue());
+  EXPECT_EQ(channel->value("children"), Value(Array{episode}));
+  EXPECT_TRUE(channel->value("nothing").isNull());
+  EXPECT_FALSE(channel->setValue("nothing", 1));
+  EXPECT_FALSE(channel->setValue("canEditURLs", true));
+  EXPECT_FALSE(channel->setValue("children", Array{}));
+  EXPECT_FALSE(episode->setValue("parent", episode));
+}
+
+TEST_F(ManagedObjectTest, TellsTheObserversOfAKeyAndOfEveryKeyThatDependsOnItOnce) {
+  std::vector<std::string> told;
+  std::vector<Observation> observations;
+  for (const char* key : {"vcPath", "mediaURL", "mediaFullURL", "vcTitle"})
+    observations.push_back(episode->observe(key, [&told, key] { told.emplace_back(key); }));
+  episode->setPrimitiveValue("vcPath", "/b.mov");
+  EXPECT_THAT(told, ::testing::UnorderedElementsAre("vcPath", "mediaURL", "mediaFullURL"));
+  EXPECT_EQ(told.front(), "vcPath");
+  told.clear();
+  episode->setValue("mediaURL", Value());
+  episode->didChangeValue("mediaFullURL");
+  EXPECT_THAT(told, ElementsAre("mediaURL", "mediaFullURL", "mediaFullURL"));
+  told.clear();
+  episode->setPrimitiveValue("vcTitle", "quiet", ChangeKind::Edit, false);
+  observations.clear();
+  episode->setValue("vcTitle", "loud");
+  EXPECT_TRUE(told.empty());
+}
+
+TEST_F(ManagedObjectTest, SettingTheSameValueTellsObserversAndChangesNothing) {
+  ASSERT_TRUE(context->save().ok());
+  endPass();
+  context->undoManager().removeAllActions();
+  int told = 0;
+  const auto title = channel->observe("vcTitle", [&told] { ++told; });
+  const auto children = episode->observe("parent", [&told] { ++told; });
+  channel->setValue("vcTitle", "A");
+  episode->setValue("parent", channel);
+  EXPECT_EQ(told, 2);
+  EXPECT_FALSE(context->hasChanges());
+  EXPECT_FALSE(context->undoManager().canUndo());
+}
+
+TEST_F(ManagedObjectTest, KeepsBothSidesOfARelationshipInStepAndTellsBoth) {
+  std::vector<std::string> told;
+  const auto a = channel->observe("children", [&told] { told.emplace_back("A"); });
+  const auto b = other->observe("children", [&told] { told.emplace_back("B"); });
+  const auto e = episode->observe("parent", [&told] { told.emplace_back("parent"); });
+  other->addObject(*episode, "children");
+  EXPECT_THAT(told, ::testing::UnorderedElementsAre("A", "B", "parent"));
+  EXPECT_EQ(episode->relatedObject("parent"), other);
+  EXPECT_TRUE(channel->relatedObjects("children").empty());
+  channel->removeObject(*episode, "children");
+  EXPECT_EQ(episode->relatedObject("parent"), other);
+  other->removeObject(*episode, "children");
+  EXPECT_EQ(episode->relatedObject("parent"), nullptr);
+  EXPECT_TRUE(other->relatedObjects("children").empty());
+
+  ManagedObject& one = insert("Image");
+  ManagedObject& two = insert("Image");
+  ManagedObject& three = insert("Image");
+  one.setValue("twin", &two);
+  three.setValue("twin", &two);
+  EXPECT_EQ(one.relatedObject("twin"), nullptr);
+  EXPECT_EQ(two.relatedObject("twin"), &three);
+}
+
+TEST_F(ManagedObjectTest, ValidatesTypesAndThenAsksTheKeysOwnRule) {
+  for (const auto& [key, wrong] :
+       std::vector<std::pair<std::string, Value>>{{"vcTitle", 1},
+                                                  {"protocolTag", "1"},
+                                                  {"protocolTag", std::int64_t{1} << 31},
+                                                  {"vcPublish", 1},
+                                                  {"lastBuildDate", "today"},
+                                                  {"image", episode}}) {
+    Value proposed = wrong;
+    const Validation result = channel->validateValue(key, proposed);
+    EXPECT_FALSE(result.valid) << key;
+    ASSERT_TRUE(result.error.has_value());
+    EXPECT_EQ(result.error->code, kKeyValueValidationError);
+    EXPECT_THAT(result.error->localizedDescription, HasSubstr(key));
+    proposed = Value();
+    EXPECT_TRUE(channel->validateValue(key, proposed).valid) << key;
+  }
+  EXPECT_EQ(channel->commitValue("vcTitle", "taken").error->localizedDescription, "It is taken.");
+  EXPECT_FALSE(channel->commitValue("vcTitle", "silent").error.has_value());
+  EXPECT_EQ(text(*channel, "vcTitle"), "A");
+  EXPECT_TRUE(channel->commitValue("vcTitle", "shout").valid);
+  EXPECT_EQ(text(*channel, "vcTitle"), "SHOUT");
+}
+
+TEST_F(ManagedObjectTest, AnObserverMayDeleteTheRecordThatItIsToldAbout) {
+  context->undoManager().disableUndoRegistration();
+  const auto first = episode->observe("vcTitle", [this] { context->deleteObject(*episode); });
+  int told = 0;
+  const auto second = episode->observe("vcTitle", [&told] { ++told; });
+  episode->setValue("vcTitle", "gone");
+  EXPECT_EQ(context->countOfEntity("Vodcast"), 0U);
+  EXPECT_EQ(told, 1);
+}
+
+}  // namespace
+}  // namespace clipwave

@@ -1,0 +1,162 @@
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <random>
+#include <thread>
+
+#include "platform/coredata/XMLStore.h"
+#include "tests/coredata/TestLibrary.h"
+
+namespace clipwave {
+namespace {
+using ::testing::HasSubstr;
+
+class StoreSafetyTest : public testing::LibraryTest {
+ protected:
+  // Runs `work` in a process of its own; it never returns to the test.
+  template <class Work>
+  static pid_t fork(Work work) {
+    const pid_t child = ::fork();
+    if (child != 0) return child;
+    work();
+    ::_exit(0);
+  }
+  static void kill(pid_t child) {
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+  }
+};
+
+TEST_F(StoreSafetyTest, ASecondOpenerIsTurnedAwayUntilTheFirstHasGone) {
+  open();
+  PersistentStoreCoordinator second(model, files);
+  Result<void> added = second.addPersistentStore(NSXMLStoreType, path);
+  ASSERT_FALSE(added.ok());
+  EXPECT_EQ(added.error().code, kFileLockingError);
+  EXPECT_EQ(added.error().localizedDescription,
+            "The library at " + path + " cannot be opened. It is open elsewhere.");
+  // The rename of a save must not let anybody in.
+  ASSERT_TRUE(context->save().ok());
+  EXPECT_FALSE(second.addPersistentStore(NSXMLStoreType, path).ok());
+  context.reset();
+  EXPECT_TRUE(second.addPersistentStore(NSXMLStoreType, path).ok());
+  EXPECT_EQ(second.addPersistentStore(NSXMLStoreType, folder / "b.xml").error().code,
+            kPersistentStoreOpenError);
+}
+
+TEST_F(StoreSafetyTest, AnotherProcessHoldsTheStoreUntilItDiesHoweverThatHappens) {
+  int ready[2];
+  ASSERT_EQ(::pipe(ready), 0);
+  const pid_t child = fork([&] {
+    if (tryToOpen() && ::write(ready[1], "x", 1) == 1)
+      for (;;) ::pause();
+  });
+  char byte = 0;
+  ASSERT_EQ(::read(ready[0], &byte, 1), 1);
+  EXPECT_EQ(tryToOpen().error().code, kFileLockingError);
+  kill(child);
+  EXPECT_TRUE(tryToOpen().ok());
+  ::close(ready[0]);
+  ::close(ready[1]);
+}
+
+TEST_F(StoreSafetyTest, AnOpeningThatFailedHoldsNoLock) {
+  EXPECT_EQ(PersistentStoreCoordinator(model, files).addPersistentStore("SQLite", path).error().code,
+            kPersistentStoreInvalidTypeError);
+  folder.write("Clipwave.xml", "<library");
+  EXPECT_FALSE(tryToOpen().ok());
+  folder.write("Clipwave.xml", "<library version=\"1.0\" next=\"1\"/>");
+  EXPECT_TRUE(tryToOpen().ok());
+  context.reset();
+  // What cannot be read is no empty library.
+  files.fail("contentsAtPath", path, cocoaError(kFileReadNoPermissionError, "Not for you."));
+  const Result<void> opened = tryToOpen();
+  EXPECT_EQ(opened.error().code, kFileReadNoPermissionError);
+  EXPECT_EQ(opened.error().localizedDescription,
+            "The library at " + path + " cannot be opened. Not for you.");
+  path = folder / "nowhere/Clipwave.xml";
+  EXPECT_EQ(tryToOpen().error().code, kFileReadNoSuchFileError);
+}
+
+TEST_F(StoreSafetyTest, AWriteThatFailsLeavesTheFileAndEveryChange) {
+  open();
+  insert("Channel", "kept");
+  ASSERT_TRUE(context->save().ok());
+  const std::string before = testing::readFile(path);
+  ManagedObject& unsaved = insert("Channel", "unsaved");
+  for (const auto code : {kFileWriteOutOfSpaceError, kFileWriteVolumeReadOnlyError}) {
+    files.fail("writeAtomically", path, cocoaError(code, "The disk will not."));
+    const Result<void> saved = context->save();
+    ASSERT_FALSE(saved.ok());
+    EXPECT_EQ(saved.error().code, code);
+    EXPECT_EQ(saved.error().localizedDescription,
+              "The library at " + path + " cannot be saved. The disk will not.");
+    EXPECT_EQ(testing::readFile(path), before);
+    EXPECT_TRUE(context->hasChanges());
+    EXPECT_EQ(text(unsaved, "vcTitle"), "unsaved");
+    files.failNothing();
+  }
+  context->undo();
+  context->undoManager().redo();
+  saveAndReopen();
+  EXPECT_EQ(context->index("Channel", "vcTitle")->count("unsaved"), 1U);
+}
+
+TEST_F(StoreSafetyTest, ASaveKeepsThePermissionsOfTheFile) {
+  open();
+  ASSERT_TRUE(context->save().ok());
+  ASSERT_EQ(::chmod(path.c_str(), 0600), 0);
+  insert("Channel");
+  ASSERT_TRUE(context->save().ok());
+  struct stat status = {};
+  ASSERT_EQ(::stat(path.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777U, 0600U);
+}
+
+// The child gives all records the number of the save and reports each save that has returned. Whenever it is
+// killed, the file must hold one whole save, and none older than the last that was reported.
+TEST_F(StoreSafetyTest, AProcessKilledAtAnyInstantLeavesTheLastSaveWhole) {
+  std::mt19937 random(7);
+  std::uniform_int_distribution<int> microseconds(0, 8000);
+  open();
+  for (int i = 0; i < 300; ++i) insert("Channel", "0");
+  ASSERT_TRUE(context->save().ok());
+  context.reset();
+  int stored = 0;
+  for (int kills = 0; kills < 200; ++kills) {
+    int reports[2];
+    ASSERT_EQ(::pipe2(reports, O_CLOEXEC), 0);
+    const pid_t child = fork([&] {
+      if (!tryToOpen()) return;
+      const auto channels = fetch({.entityName = "Channel"});
+      for (int number = stored + 1;; ++number) {
+        for (ManagedObject* channel : channels) channel->setValue("vcTitle", std::to_string(number));
+        if (!context->save() || ::write(reports[1], &number, sizeof number) != sizeof number) return;
+      }
+    });
+    ::close(reports[1]);
+    // From the first save on, so that the kill meets a process that is saving, however slow the machine.
+    int reported = 0;
+    ASSERT_EQ(::read(reports[0], &reported, sizeof reported), static_cast<ssize_t>(sizeof reported));
+    std::this_thread::sleep_for(std::chrono::microseconds(microseconds(random)));
+    kill(child);
+    for (int number = 0; ::read(reports[0], &number, sizeof number) == sizeof number;) reported = number;
+    ::close(reports[0]);
+
+    const Result<void> opened = tryToOpen();
+    ASSERT_TRUE(opened.ok()) << opened.error().localizedDescription;
+    const auto channels = fetch({.entityName = "Channel"});
+    ASSERT_EQ(channels.size(), 300U);
+    stored = static_cast<int>(channels[0]->value("vcTitle").integerValue());
+    for (ManagedObject* channel : channels) ASSERT_EQ(channel->value("vcTitle").integerValue(), stored);
+    ASSERT_TRUE(stored == reported || stored == reported + 1) << stored << " after " << reported;
+    context.reset();
+  }
+}
+
+}  // namespace
+}  // namespace clipwave

@@ -1,0 +1,250 @@
+#include "platform/coredata/UndoManager.h"
+
+#include <random>
+
+#include "tests/coredata/TestLibrary.h"
+
+namespace clipwave {
+namespace {
+using ::testing::ElementsAre;
+
+class UndoManagerTest : public testing::LibraryTest {
+ protected:
+  void SetUp() override { open(); }
+  UndoManager& undo() { return context->undoManager(); }
+  // Every record with all that it holds, lists in their order.
+  std::string state() {
+    std::string text;
+    for (const auto& entity : model.entities()) {
+      for (ManagedObject* object : fetch({.entityName = entity->name()})) {
+        text += "\n" + entity->name() + std::to_string(object->objectID());
+        for (const auto& property : entity->properties()) {
+          const Value& value = object->primitiveValue(property.name);
+          text += " " + std::string(value.stringValue()) + std::to_string(value.integerValue());
+          if (value.recordValue() != nullptr) text += "=" + std::to_string(value.recordValue()->objectID());
+          for (const ManagedObject* other : object->relatedObjects(property.name))
+            text += "," + std::to_string(other->objectID());
+        }
+      }
+    }
+    return text;
+  }
+};
+
+TEST_F(UndoManagerTest, TakesTheChangesOfOnePassBackTogetherAndTellsObservers) {
+  ManagedObject& channel = insert("Channel", "A");
+  endPass();
+  channel.setValue("vcTitle", "B");
+  channel.setValue("vcURL", "http://b/");
+  endPass();
+  channel.setValue("vcTitle", "C");
+  int told = 0;
+  const auto observation = channel.observe("vcTitle", [&told] { ++told; });
+  context->undo();
+  EXPECT_EQ(text(channel, "vcTitle"), "B");
+  context->undo();
+  EXPECT_EQ(text(channel, "vcTitle"), "A");
+  EXPECT_TRUE(channel.value("vcURL").isNull());
+  EXPECT_EQ(told, 2);
+  undo().redo();
+  EXPECT_EQ(text(channel, "vcURL"), "http://b/");
+  undo().redo();
+  EXPECT_EQ(text(channel, "vcTitle"), "C");
+  EXPECT_FALSE(undo().canRedo());
+  context->undo();
+  channel.setValue("vcTitle", "D");
+  EXPECT_FALSE(undo().canRedo());
+}
+
+TEST_F(UndoManagerTest, AnUndoneInsertionComesBackAsTheSameRecord) {
+  ManagedObject& channel = insert("Channel", "A");
+  ManagedObject& episode = insertEpisode(channel, "one");
+  const std::int64_t id = episode.objectID();
+  context->undo();
+  EXPECT_EQ(channel.managedObjectContext(), nullptr);
+  EXPECT_TRUE(episode.isDeleted());
+  EXPECT_EQ(context->countOfEntity("Channel"), 0U);
+  undo().redo();
+  EXPECT_EQ(context->objectWithID(id), &episode);
+  EXPECT_EQ(episode.relatedObject("parent"), &channel);
+  EXPECT_EQ(text(episode, "vcTitle"), "one");
+  EXPECT_EQ(static_cast<testing::TestRecord&>(channel).insertions, 1);
+}
+
+TEST_F(UndoManagerTest, AnUndoneDeletionBringsTheChildrenBackInTheirOldOrder) {
+  ManagedObject& channel = insert("Channel", "A");
+  ManagedObject& image = insert("Image");
+  channel.setValue("image", &image);
+  for (const char* title : {"one", "two", "three", "four"}) insertEpisode(channel, title);
+  endPass();
+  context->deleteObject(*channel.relatedObjects("children")[1]);
+  endPass();
+  context->deleteObject(channel);
+  endPass();
+  context->deleteObject(image);
+  for (int i = 0; i < 3; ++i) context->undo();
+  EXPECT_THAT(titles(channel.relatedObjects("children")), ElementsAre("one", "two", "three", "four"));
+  for (const ManagedObject* episode : channel.relatedObjects("children"))
+    EXPECT_EQ(episode->relatedObject("parent"), &channel);
+  EXPECT_EQ(channel.relatedObject("image"), &image);
+  for (int i = 0; i < 2; ++i) undo().redo();
+  EXPECT_EQ(context->countOfEntity("Vodcast"), 0U);
+  undo().undo();
+  EXPECT_THAT(titles(channel.relatedObjects("children")), ElementsAre("one", "three", "four"));
+  saveAndReopen();
+  EXPECT_THAT(titles(fetch({.entityName = "Channel"})[0]->relatedObjects("children")),
+              ElementsAre("one", "three", "four"));
+}
+
+TEST_F(UndoManagerTest, RandomEditsAreTakenBackAndRepeatedExactly) {
+  std::mt19937 random(11);
+  const auto any = [&](const char* entity) -> ManagedObject* {
+    const auto all = fetch({.entityName = entity});
+    return all.empty() ? nullptr : all[random() % all.size()];
+  };
+  const std::function<void()> edits[] = {
+      [&] { insert("Channel", "new"); },
+      [&] { insert("Image"); },
+      [&] { insertEpisode(*any("Channel"), std::to_string(random() % 100)); },
+      [&] { any("Vodcast")->setValue("parent", random() % 4 == 0 ? nullptr : any("Channel")); },
+      [&] { any("Channel")->addObject(*any("Vodcast"), "children"); },
+      [&] { any("Channel")->setValue("vcTitle", std::to_string(random() % 3)); },
+      [&] { any("Channel")->setValue("image", any("Image")); },
+      [&] { any("Channel")->addObject(*any("Image"), "pictures"); },
+      [&] { any("Channel")->removeObject(*any("Image"), "pictures"); },
+      [&] { any("Image")->setValue("twin", any("Image")); },
+      [&] { context->deleteObject(*any(random() % 3 == 0 ? "Channel" : "Vodcast")); },
+      [&] { context->deleteObject(*any("Image")); },
+  };
+  std::vector<std::string> states{state()};
+  for (int pass = 0; pass < 400; ++pass) {
+    undo().beginUndoGrouping();
+    for (std::size_t edit = random() % 4; edit > 0; --edit) {
+      for (const char* needed : {"Channel", "Image", "Vodcast"})
+        if (any(needed) == nullptr) insert(needed);
+      edits[random() % std::size(edits)]();
+    }
+    undo().endUndoGrouping();
+    states.push_back(state());
+  }
+  for (std::size_t i = states.size() - 1; i-- > 0;) {
+    undo().undo();
+    ASSERT_EQ(state(), states[i]) << i;
+  }
+  EXPECT_FALSE(undo().canUndo());
+  for (std::size_t i = 1; i < states.size(); ++i) {
+    undo().redo();
+    ASSERT_EQ(state(), states[i]) << i;
+  }
+}
+
+TEST_F(UndoManagerTest, FilledValuesAreChangesButNoSteps) {
+  insert("Vodcast", "one");
+  saveAndReopen();
+  ManagedObject& read = *fetch({.entityName = "Vodcast"})[0];
+  read.setPrimitiveValue("movie", std::make_shared<Handle>(), ChangeKind::Unrecorded);
+  EXPECT_FALSE(context->hasChanges());
+  EXPECT_EQ(read.value("size"), Value(42));
+  EXPECT_TRUE(context->hasChanges());
+  EXPECT_FALSE(undo().canUndo());
+  read.setValue("vcTitle", "two");
+  context->undo();
+  EXPECT_EQ(read.primitiveValue("size"), Value(42));
+  read.value("size");
+  EXPECT_TRUE(undo().canRedo());
+}
+
+TEST_F(UndoManagerTest, DeferredDefaultsJoinTheGroupOfTheInsertion) {
+  ManagedObject& channel = insert("Channel");
+  const auto group = undo().openGroup();
+  endPass();
+  undo().performInGroup(group, [&] { channel.setValue("vcTitle", "Channel 01"); });
+  ManagedObject& later = insert("Channel", "later");
+  undo().performInGroup(group, [&] { channel.setValue("vcURL", "http://late/"); });
+  context->undo();
+  EXPECT_TRUE(later.isDeleted());
+  EXPECT_EQ(text(channel, "vcURL"), "http://late/");
+  context->undo();
+  EXPECT_TRUE(channel.isDeleted());
+  EXPECT_FALSE(undo().canUndo());
+  undo().performInGroup(group, [&] { later.setValue("vcTitle", "unrecorded"); });
+  undo().redo();
+  EXPECT_EQ(text(channel, "vcTitle"), "Channel 01");
+  EXPECT_EQ(text(channel, "vcURL"), "http://late/");
+}
+
+TEST_F(UndoManagerTest, ExplicitGroupsCountAlsoWhenTheyAreEmpty) {
+  ManagedObject& channel = insert("Channel", "A");
+  undo().beginUndoGrouping();
+  undo().beginUndoGrouping();
+  undo().endUndoGrouping();
+  undo().endUndoGrouping();
+  undo().beginUndoGrouping();
+  channel.setValue("vcTitle", "B");
+  undo().endUndoGrouping();
+  channel.setValue("vcTitle", "C");
+  context->undo();
+  EXPECT_EQ(text(channel, "vcTitle"), "B");
+  context->undo();
+  EXPECT_EQ(text(channel, "vcTitle"), "A");
+  context->undo();
+  EXPECT_FALSE(channel.isDeleted());
+  context->undo();
+  EXPECT_TRUE(channel.isDeleted());
+  for (int i = 0; i < 4; ++i) undo().redo();
+  EXPECT_EQ(text(channel, "vcTitle"), "C");
+}
+
+TEST_F(UndoManagerTest, UndoingClosesTheOpenGroupAndALateClosingSparesTheNext) {
+  ManagedObject& channel = insert("Channel", "A");
+  endPass();
+  channel.setValue("vcTitle", "B");  // its closing is waiting in the run loop
+  context->undo();
+  channel.setValue("vcTitle", "C");
+  undo().beginUndoGrouping();
+  endPass();
+  channel.setValue("vcURL", "http://c/");
+  undo().endUndoGrouping();
+  context->undo();
+  EXPECT_TRUE(channel.value("vcURL").isNull());
+  EXPECT_EQ(text(channel, "vcTitle"), "C");
+}
+
+TEST_F(UndoManagerTest, NamesFollowTheirGroupsAndObserversHearOfChanges) {
+  int told = 0;
+  const auto observation = undo().observe([&told] { ++told; });
+  ManagedObject& channel = insert("Channel", "A");
+  EXPECT_EQ(told, 1);
+  undo().setActionName("New Channel");
+  EXPECT_EQ(undo().undoActionName(), "New Channel");
+  endPass();
+  channel.setValue("vcTitle", "B");
+  EXPECT_EQ(undo().undoActionName(), "");
+  context->undo();
+  context->undo();
+  EXPECT_EQ(undo().redoActionName(), "New Channel");
+  undo().redo();
+  EXPECT_EQ(undo().undoActionName(), "New Channel");
+  told = 0;
+  undo().removeAllActions();
+  EXPECT_EQ(told, 1);
+  EXPECT_FALSE(undo().canUndo() || undo().canRedo());
+}
+
+TEST_F(UndoManagerTest, StepsOfRecordsThatWentUnrecordedDoNoHarm) {
+  ManagedObject& channel = insert("Channel", "A");
+  ManagedObject& episode = insertEpisode(channel, "one");
+  endPass();
+  episode.setValue("vcTitle", "two");
+  episode.setValue("parent", Value());
+  undo().disableUndoRegistration();
+  context->deleteObject(episode);
+  undo().enableUndoRegistration();
+  context->undo();
+  EXPECT_TRUE(channel.relatedObjects("children").empty());
+  context->undo();
+  EXPECT_EQ(context->countOfEntity("Channel"), 0U);
+}
+
+}  // namespace
+}  // namespace clipwave

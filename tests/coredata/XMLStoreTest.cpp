@@ -1,0 +1,207 @@
+#include "platform/coredata/XMLStore.h"
+
+#include <limits>
+
+#include "tests/coredata/TestLibrary.h"
+
+namespace clipwave {
+namespace {
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+class XMLStoreTest : public testing::LibraryTest {
+ protected:
+  // Opens a library with this content; the file must be left as it is when that fails.
+  Result<void> openText(const std::string& content) {
+    folder.write("Clipwave.xml", content);
+    const Result<void> opened = tryToOpen();
+    if (!opened) {
+      EXPECT_EQ(testing::readFile(path), content);
+    }
+    return opened;
+  }
+  Result<void> openRecords(const std::string& records) {
+    return openText("<library version=\"1.0\" next=\"100\">" + records + "</library>");
+  }
+};
+
+TEST_F(XMLStoreTest, EveryTextAndValueComesBackAsItWas) {
+  open();
+  const std::vector<std::string> texts = {"",
+                                          " ",
+                                          "\n \t",
+                                          " lead and trail ",
+                                          "a\r\nb\rc",
+                                          "<&>\"' ]]> &amp; &#13;",
+                                          "Grüße 🎬 日本",
+                                          "bell\x07",
+                                          "bad \xC3( \xFF\xED\xA0\x80",
+                                          std::string("nul\0nul", 7),
+                                          "\xEF\xBF\xBE",
+                                          "<![CDATA[x]]>",
+                                          "-->",
+                                          "\x7F"};
+  const std::vector<std::int64_t> dates = {0,
+                                           1,
+                                           -1,
+                                           1'236'045'909'000'000,
+                                           -62'167'219'200'000'001,
+                                           std::numeric_limits<std::int64_t>::max(),
+                                           std::numeric_limits<std::int64_t>::min()};
+  ManagedObject& channel = insert("Channel");
+  for (const std::string& each : texts) {
+    ManagedObject& episode = insertEpisode(channel, "");
+    episode.setValue("vcTitle", each);
+    episode.setValue("alias", Value::data(each));
+    episode.setValue("size", static_cast<int>(each.size()) - 5);
+  }
+  for (const std::int64_t date : dates) insert("Vodcast").setValue("vcPublishDate", Date{date});
+  insert("Vodcast").setValue("vcPublishDate", Value());
+  saveAndReopen();
+  const auto read = fetch({.entityName = "Vodcast"});
+  ASSERT_EQ(read.size(), texts.size() + dates.size() + 1);
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    EXPECT_EQ(read[i]->value("vcTitle"), Value(texts[i])) << i;
+    EXPECT_EQ(read[i]->value("alias"), Value::data(texts[i])) << i;
+    EXPECT_EQ(read[i]->value("size"), Value(static_cast<int>(texts[i].size()) - 5));
+  }
+  for (std::size_t i = 0; i < dates.size(); ++i)
+    EXPECT_EQ(read[texts.size() + i]->value("vcPublishDate"), Value(Date{dates[i]})) << dates[i];
+  EXPECT_TRUE(read.back()->value("vcPublishDate").isNull());
+  EXPECT_EQ(static_cast<testing::TestRecord*>(read[0])->fetches, 1);
+  EXPECT_EQ(static_cast<testing::TestRecord*>(read[0])->insertions, 0);
+}
+
+TEST_F(XMLStoreTest, WritesTheDocumentedText) {
+  open();
+  ManagedObject& channel = insert("Channel", "R & D");
+  channel.setValue("protocolTag", -2);
+  channel.setValue("lastBuildDate", Date{1'236'045'909'000'500});
+  ManagedObject& image = insert("Image", "\x01");
+  channel.setValue("image", &image);
+  channel.addObject(image, "pictures");
+  channel.addObject(insert("Image"), "pictures");
+  insertEpisode(channel, "").setValue("alias", Value::data("any"));
+  ASSERT_TRUE(context->save().ok());
+  EXPECT_EQ(testing::readFile(path), R"(<?xml version="1.0" encoding="UTF-8"?>
+<library version="1.0" next="5">
+<Channel id="1"><vcTitle>R &amp; D</vcTitle><protocolTag>-2</protocolTag><vcPublish>1</vcPublish>)"
+                                     R"(<lastBuildDate>2009-03-03T02:05:09.000500Z</lastBuildDate>)"
+                                     R"(<image>2</image><pictures>2 3</pictures></Channel>
+<Vodcast id="4"><alias>YW55</alias><vcPublishDate>1970-01-01T00:16:40Z</vcPublishDate><parent>1</parent></Vodcast>
+<Image id="2"><title encoding="base64">AQ==</title></Image>
+<Image id="3"></Image>
+</library>)");
+}
+
+TEST_F(XMLStoreTest, EveryPrefixOfAStoreIsRefused) {
+  open();
+  insertEpisode(insert("Channel", "A \r ü"), "\x02").setValue("vcPath", "/a.mov");
+  ASSERT_TRUE(context->save().ok());
+  const std::string whole = testing::readFile(path);
+  for (std::size_t length = 0; length < whole.size(); ++length) {
+    const auto read = XMLStore::read(whole.substr(0, length), model);
+    ASSERT_FALSE(read.ok()) << length;
+    EXPECT_EQ(read.error().code, kPersistentStoreOpenError);
+  }
+  EXPECT_TRUE(XMLStore::read(whole, model).ok());
+}
+
+TEST_F(XMLStoreTest, DamageIsReportedAndTheFileLeftAlone) {
+  const std::string bad[] = {
+      "<Channel><vcTitle>no id</vcTitle></Channel>",
+      "<Channel id=\"0\"/>",
+      "<Channel id=\"100\"/>",
+      "<Channel id=\"1x\"/>",
+      "<Channel id=\"1\"/><Image id=\"1\"/>",
+      "<Channel id=\"1\"><image>2</image></Channel>",
+      "<Channel id=\"1\"><image>2</image></Channel><Vodcast id=\"2\"/>",
+      "<Channel id=\"1\"><image>two</image></Channel>",
+      "<Channel id=\"1\"><pictures>2 </pictures></Channel>",
+      "<Channel id=\"1\"><protocolTag>1.5</protocolTag></Channel>",
+      "<Channel id=\"1\"><protocolTag>2147483648</protocolTag></Channel>",
+      "<Channel id=\"1\"><protocolTag/></Channel>",
+      "<Channel id=\"1\"><vcPublish>YES</vcPublish></Channel>",
+      "<Channel id=\"1\"><vcTitle>a</vcTitle><vcTitle>b</vcTitle></Channel>",
+      "<Channel id=\"1\"><vcTitle><b>a</b></vcTitle></Channel>",
+      "<Channel id=\"1\"><vcTitle encoding=\"rot13\">a</vcTitle></Channel>",
+      "<Channel id=\"1\"><vcTitle encoding=\"base64\">YW5</vcTitle></Channel>",
+      "<Channel id=\"1\">stray<vcTitle>a</vcTitle></Channel>",
+      "<Channel id=\"1\"/>stray<Channel id=\"2\"/>",
+      "<Vodcast id=\"1\"><alias>YW55!</alias></Vodcast>",
+      "<Vodcast id=\"1\"><alias>Y=55</alias></Vodcast>",
+      "<Vodcast id=\"1\"><vcPublishDate>2009-02-29T00:00:00Z</vcPublishDate></Vodcast>",
+      "<Vodcast id=\"1\"><vcPublishDate>2009-02-28T24:00:00Z</vcPublishDate></Vodcast>",
+      "<Vodcast id=\"1\"><vcPublishDate>2009-13-01T00:00:00Z</vcPublishDate></Vodcast>",
+      "<Vodcast id=\"1\"><vcPublishDate>2009-03-04 00:00:00</vcPublishDate></Vodcast>",
+      "<Vodcast id=\"1\"><vcPublishDate>300000-01-01T00:00:00Z</vcPublishDate></Vodcast>",
+      "<Image id=\"1\"><twin>2</twin></Image><Image id=\"2\"/>",
+      "<Channel id=\"1\"><vcTitle>&nbsp;</vcTitle></Channel>",
+      "<Channel id=\"1\"><vcTitle>&#0;</vcTitle></Channel>",
+      "<Channel id=\"1\"><vcTitle>\xC3(</vcTitle></Channel>",
+      "<Channel id=\"1\"></Vodcast>",
+  };
+  for (const std::string& records : bad) {
+    const Result<void> opened = openRecords(records);
+    ASSERT_FALSE(opened.ok()) << records;
+    EXPECT_EQ(opened.error().code, kPersistentStoreOpenError);
+    EXPECT_THAT(opened.error().localizedDescription, HasSubstr(path));
+  }
+  const std::string good = "<library version=\"1.0\" next=\"9\"></library>";
+  for (const std::string& content :
+       {std::string(), good + good, good + "left over", good + std::string(1, '\0'), "junk" + good,
+        std::string("<plist version=\"1.0\"/>"), std::string("<library next=\"9\"/>"),
+        std::string("<library version=\"1.0\"/>"), std::string("<library version=\"1\" next=\"9\"/>")}) {
+    EXPECT_FALSE(openText(content).ok()) << content;
+  }
+  EXPECT_TRUE(openText(good).ok());
+}
+
+TEST_F(XMLStoreTest, SaysWhatIsWrongInWords) {
+  EXPECT_EQ(
+      openRecords("<Vodcast id=\"7\"><parent>5</parent></Vodcast>").error().localizedDescription,
+      "The library at " + path +
+          " cannot be opened. It is damaged: the Vodcast 7 names 5 as its “parent”, and there is no such "
+          "Channel.");
+  const auto newer = openText("<library version=\"2.0\" something=\"&new;\"><x/></library>");
+  EXPECT_EQ(newer.error().code, kPersistentStoreIncompatibleVersionHashError);
+  EXPECT_THAT(newer.error().localizedDescription,
+              HasSubstr("newer version of this application (format 2.0)"));
+}
+
+TEST_F(XMLStoreTest, WhatANewerMinorVersionAddedSurvives) {
+  std::string deep;
+  for (int i = 0; i < 100'000; ++i) deep += "<d>";
+  for (int i = 0; i < 100'000; ++i) deep += "</d>";
+  const std::string records =
+      R"(<Channel id="2" colour="&lt;red&gt; &quot;&#10;"><vcTitle lang="de">A</vcTitle>)"
+      R"(<rating scale="5">4 &amp; a &lt;half&gt;&#13;</rating><canEditURLs>1</canEditURLs></Channel>
+<Playlist id="9"><item of="2">x</item><empty/> </Playlist>
+<Folder id="8">)" +
+      deep + "</Folder>\n";
+  ASSERT_TRUE(
+      openText("<library version=\"1.7\" next=\"100\" mood=\"fine\">\n" + records + "</library>").ok());
+  ManagedObject& channel = *fetch({.entityName = "Channel"})[0];
+  channel.setValue("vcURL", "http://a/");
+  for (int i = 0; i < 2; ++i) saveAndReopen();
+  const std::string content = testing::readFile(path);
+  for (const char* kept :
+       {"<library version=\"1.7\" next=\"100\" mood=\"fine\">", "colour=\"&lt;red&gt; &quot;&#10;\"",
+        "<vcTitle lang=\"de\">A</vcTitle>", "<vcURL>http://a/</vcURL>",
+        "<rating scale=\"5\">4 &amp; a &lt;half&gt;&#13;</rating><canEditURLs>1</canEditURLs>",
+        "<Playlist id=\"9\"><item of=\"2\">x</item><empty", "<d/></d></d>"}) {
+    EXPECT_THAT(content.find(kept), ::testing::Ne(std::string::npos)) << kept;
+  }
+}
+
+TEST_F(XMLStoreTest, ReadsWhatOtherProgramsMadeOfTheText) {
+  ASSERT_TRUE(
+      openText("\xEF\xBB\xBF<?xml version='1.0'?>\r\n<!-- mine -->\r\n<library next='9' version='1.0'>\r\n"
+               "  <Vodcast id='3'>\r\n    <parent>1</parent>\r\n    <vcTitle>a<![CDATA[ & b]]></vcTitle>\r\n"
+               "  </Vodcast>\r\n  <Channel id='1'>\r\n  </Channel>\r\n</library>\r\n<!-- end -->\r\n")
+          .ok());
+  EXPECT_THAT(titles(context->objectWithID(1)->relatedObjects("children")), ElementsAre("a & b"));
+}
+
+}  // namespace
+}  // namespace clipwave

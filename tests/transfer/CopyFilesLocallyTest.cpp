@@ -1,0 +1,372 @@
+#include "transfer/CopyFilesLocally.h"
+
+#include <gmock/gmock.h>
+
+#include <cstring>
+#include <filesystem>
+#include <set>
+
+#include "tests/support/FakeApplicationShell.h"
+#include "tests/support/FakeFileManager.h"
+#include "tests/support/TemporaryFolder.h"
+#include "transfer/CreateDirectoriesCatagory.h"
+#include "transfer/DestinationFolders.h"
+
+namespace clipwave {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using testing::readFile;
+
+constexpr std::size_t kChunk = 262'143;
+
+// A text in which no chunk is like another.
+std::string movie(std::size_t length) {
+  std::string text(length, '\0');
+  for (std::size_t i = 0; i < length; ++i) text[i] = static_cast<char>((i * 2'654'435'761U) >> 13);
+  return text;
+}
+
+class CopyFilesLocallyTest : public ::testing::Test, public CopyDelegate {
+ protected:
+  void fileCopied(const CopyEntry& entry) override {
+    events.push_back(entry.filename);
+    if (onFileCopied) onFileCopied();
+  }
+  void updateCopyStatusForFile(std::string_view, int) override { events.push_back("status"); }
+  void copyCompleted(CopyBackEnd&) override {
+    events.push_back("completed");
+    backEnd = nullptr;
+  }
+  void connectionError(CopyBackEnd&, int, std::string_view) override { events.push_back("error"); }
+  void copyAborted(CopyBackEnd&) override { events.push_back("aborted"); }
+
+  std::shared_ptr<CopyFilesLocally> make(FileManager& manager, std::int64_t limit) {
+    return std::make_shared<CopyFilesLocally>(
+        LocalCopyServices{application, *runLoop, manager, defaults, log}, limit);
+  }
+  bool start(const std::vector<CopyEntry>& entries, std::int64_t limit = CopyFilesLocally::kWholeFileLimit) {
+    backEnd = make(files, limit);
+    kept = backEnd;
+    files.accesses.clear();
+    return backEnd->copyFiles(entries, to, *this);
+  }
+  // Copies to the end and answers how many turns that took.
+  int turns() {
+    int count = 0;
+    for (; runLoop->hasPendingWork() && count < 100'000; ++count) runLoop->runOnce(Seconds(0));
+    return count;
+  }
+  testing::TemporaryFolder folder;
+  const std::string pub = folder / "pub";
+  std::string to = pub;
+  TestClock clock;
+  std::unique_ptr<RunLoop> runLoop = makeRunLoop(clock);
+  testing::FakeApplicationShell shell;
+  Application application{*runLoop, shell};
+  testing::FakeFileManager files;
+  UserDefaultsController defaults{files, folder / "defaults.plist"};
+  RecordingLog log;
+  std::vector<std::string> events;
+  std::function<void()> onFileCopied;
+  std::shared_ptr<CopyFilesLocally> backEnd;
+  std::shared_ptr<CopyFilesLocally> kept;  // what a test still asks when its owner has let go
+};
+
+TEST_F(CopyFilesLocallyTest, AVolumeThatIsNotMountedIsAskedForAndNeverMade) {
+  std::set<std::string> there = {"/Volumes"};
+  const DestinationStore store{
+      [&](const std::string& path, bool& isDirectory) { return (isDirectory = there.contains(path)); },
+      [&](const std::string& path) { return there.insert(path).second; }};
+  const auto makeFolders = [&](const std::string& path, MountedVolumes volumes = MountedVolumes::MustExist) {
+    return makeDestinationFolders(application, log, path, store, volumes);
+  };
+  EXPECT_FALSE(makeFolders("/Volumes/Media/Podcasts/Ch1"));
+  EXPECT_THAT(there, ElementsAre("/Volumes"));
+  EXPECT_THAT(
+      shell.alerts,
+      ElementsAre("Volume not mounted|The save path \"/Volumes/Media/Podcasts/Ch1\" for this channel is "
+                  "on a network volume, but that volume has not been mounted.  Either change the folder "
+                  "that the channel gets saved to, or mount the remote volume and try again.|OK"));
+  EXPECT_EQ(shell.alertDetails.at(0).style, Alert::Style::Critical);
+  there = {"/Volumes", "/Volumes/Media"};
+  EXPECT_TRUE(makeFolders("/Volumes/Media/Podcasts"));
+  EXPECT_TRUE(makeFolders("/home/Volumes/Media"));
+  EXPECT_TRUE(makeFolders("/Volumes/Disk", MountedVolumes::NotOfThisStore));
+  EXPECT_THAT(there, ElementsAre("/Volumes", "/Volumes/Disk", "/Volumes/Media", "/Volumes/Media/Podcasts",
+                                 "/home", "/home/Volumes", "/home/Volumes/Media"));
+}
+
+TEST_F(CopyFilesLocallyTest, WhatStandsInTheWayOfTheFolderIsNamedInAnAlertAndInTheLog) {
+  to = folder.write("film", "") + "/x";
+  EXPECT_FALSE(start({{"/s", "a"}}));
+  to = pub + "/a/b/c";
+  files.fail("createDirectoryAtPath", pub + "/a/b");
+  EXPECT_FALSE(start({{"/s", "a"}}));
+  EXPECT_TRUE(fs::is_directory(pub + "/a"));
+  EXPECT_THAT(log.lines, ElementsAre("cannot create a folder over file named " + folder / "film",
+                                     "error creating directory " + pub + "/a/b"));
+  EXPECT_THAT(
+      shell.alerts,
+      ElementsAre("Cannot create folder!|Could not create folder " + folder / "film" +
+                      " because there is a file with the same name.  Rename or remove the file and try "
+                      "again.|OK",
+                  "Error creating directory!|There was an error when trying to create a directory at " + pub +
+                      "/a/b.  Check to make sure you have permissions to create a directory here.|OK"));
+  for (const std::optional<std::string>& unset :
+       {std::optional<std::string>(), std::optional<std::string>("")}) {
+    EXPECT_FALSE(backEnd->copyFiles({{"/s", "a"}}, unset, *this));
+    EXPECT_EQ(shell.alerts.back(),
+              "No Destination Set!|The destination has not been set.  Please select a destination and try "
+              "again.|OK");
+  }
+  backEnd->abort();
+  EXPECT_THAT(events, IsEmpty()) << "there was nobody yet to tell";
+}
+
+TEST_F(CopyFilesLocallyTest, ExistingFilesAreKeptOrReplacedAsTheUserSays) {
+  std::vector<CopyEntry> entries;
+  for (const char* name : {"a", "new", "b", "c"}) entries.push_back({folder.write("source", "new"), name});
+  for (const char* name : {"pub/a", "pub/b", "pub/c"}) folder.write(name, "old");
+  shell.answerAlert(Alert::Answer::Alternate);
+  shell.answerAlert(Alert::Answer::Default);
+  shell.answerAlert(Alert::Answer::Alternate);
+  EXPECT_TRUE(start(entries));
+  turns();
+  EXPECT_THAT(events, ElementsAre("a", "new", "c", "completed"));
+  EXPECT_EQ(readFile(pub + "/a") + readFile(pub + "/b"), "newold");
+  ASSERT_EQ(shell.alerts.size(), 3U);
+  EXPECT_EQ(shell.alerts[1],
+            "File Exists!|The file b already exists. Do you want to replace or keep the existing file?|"
+            "Keep Existing/Replace/Cancel");
+  EXPECT_EQ(shell.alertDetails[1].style, Alert::Style::Critical);
+  EXPECT_EQ(shell.alertDetails[1].checkBox->title, "Apply to all");
+  EXPECT_EQ(shell.alertDetails[1].checkBox->origin, (Point{5, 20}));
+  EXPECT_FALSE(shell.alertDetails[1].checkBox->isOn);
+
+  events.clear();
+  shell.answerAlert(Alert::Answer::Default, true);
+  EXPECT_FALSE(start(entries)) << "all are kept, by one answer";
+  EXPECT_EQ(shell.alerts.size(), 4U);
+  shell.answerAlert(Alert::Answer::Alternate);
+  shell.answerAlert(Alert::Answer::Other);
+  EXPECT_FALSE(start(entries)) << "cancelled";
+  EXPECT_EQ(turns(), 0);
+  EXPECT_THAT(events, IsEmpty());
+}
+
+TEST_F(CopyFilesLocallyTest, AFileIsWrittenAChunkATurnAndReportedInOneMore) {
+  const std::vector<std::size_t> sizes = {0, 1, kChunk, kChunk + 1, 3 * kChunk - 1};
+  std::vector<CopyEntry> entries;
+  for (const std::size_t size : sizes) {
+    entries.push_back({folder.write("s" + std::to_string(size), movie(size)), std::to_string(size)});
+  }
+  ASSERT_TRUE(start(entries));
+  EXPECT_THAT(events, IsEmpty());
+  EXPECT_EQ(turns(), (0 + 1) + (1 + 1) + (1 + 1) + (2 + 1) + (3 + 1));
+  EXPECT_THAT(events, ElementsAre("0", "1", "262143", "262144", "786428", "completed"));
+  for (const std::size_t size : sizes) EXPECT_TRUE(readFile(pub + "/" + std::to_string(size)) == movie(size));
+  EXPECT_EQ(files.countOf("writeData " + pub + "/262144 262143"), 1);
+  EXPECT_EQ(files.countOf("writeData " + pub + "/262144"), 2);
+  EXPECT_THAT(kept->troubles(), IsEmpty());
+}
+
+TEST_F(CopyFilesLocallyTest, WithNoConfirmAnExistingFileIsRemovedUnaskedBeforeItsSourceIsRead) {
+  ASSERT_TRUE(defaults.setValue("noConfirm", true));
+  const std::string old = folder.write("pub/a", "a longer old text");
+  const std::string from = folder.write("src", "new");
+  ASSERT_TRUE(start({{from, "a"}}));
+  turns();
+  EXPECT_THAT(shell.alerts, IsEmpty());
+  std::erase_if(files.accesses, [](const std::string& line) {
+    return line.starts_with("fileA") || line.starts_with("fileE");
+  });
+  EXPECT_THAT(
+      files.accesses,
+      ElementsAre("removeFileAtPath " + old, "createFileAtPath " + old, "fileHandleForWritingAtPath " + old,
+                  "fileHandleForReadingAtPath " + from, "readDataAtOffset " + from + " 0 3",
+                  "writeData " + old + " 3", "closeFile " + old));
+  EXPECT_EQ(readFile(old), "new");
+}
+
+TEST_F(CopyFilesLocallyTest, AFileUpToTheLimitIsInMemoryBeforeAChunkIsWrittenAndALongerOneIsNot) {
+  const std::string text = movie(5'000'001);
+  for (const std::int64_t limit : {5'000'001, 5'000'000}) {
+    const std::string from = folder.write("src", text);
+    ASSERT_TRUE(start({{from, std::to_string(limit)}}, limit));
+    while (files.countOf("writeData") == 0) runLoop->runOnce(Seconds(0));
+    fs::resize_file(from, 600'000);
+    turns();
+  }
+  EXPECT_TRUE(readFile(pub + "/5000001") == text);
+  EXPECT_TRUE(readFile(pub + "/5000000") == text.substr(0, 600'000));
+  EXPECT_THAT(events, ElementsAre("5000001", "completed", "5000000", "completed"));
+  EXPECT_THAT(log.lines, ElementsAre("Of the file \"" + folder / "src" +
+                                     "\" only 600000 of 5000001 bytes could be read."));
+}
+
+// A movie too large for any test's disk: it tells its bytes from their offsets, and its copy only checks
+// them.
+class BoundlessFile final : public FileHandle {
+ public:
+  static constexpr std::int64_t kSize = 4'500'000'000;
+  struct Written {
+    std::int64_t bytes = 0;
+    int wrongChunks = 0;
+  };
+  explicit BoundlessFile(Written& written) : written_(written) {}
+
+  bool writeData(std::string_view bytes) override {
+    const std::size_t told = std::min(bytes.size(), sizeof written_.bytes);
+    written_.wrongChunks += std::memcmp(bytes.data(), &written_.bytes, told) != 0;
+    written_.bytes += static_cast<std::int64_t>(bytes.size());
+    return true;
+  }
+  std::optional<std::string> readDataOfLength(std::size_t) override { return std::nullopt; }
+  std::optional<std::size_t> readDataAtOffset(std::int64_t offset, char* buffer,
+                                              std::size_t length) const override {
+    std::memcpy(buffer, &offset, std::min(length, sizeof offset));
+    return length;
+  }
+  std::int64_t size() const override { return kSize; }
+  void closeFile() override {}
+
+ private:
+  Written& written_;
+};
+
+struct BoundlessFiles final : ForwardingFileManager {
+  using ForwardingFileManager::ForwardingFileManager;
+  std::unique_ptr<FileHandle> fileHandleForReadingAtPath(std::string_view) override {
+    return std::make_unique<BoundlessFile>(written);
+  }
+  std::unique_ptr<FileHandle> fileHandleForWritingAtPath(std::string_view) override {
+    return std::make_unique<BoundlessFile>(written);
+  }
+  BoundlessFile::Written written;
+};
+
+TEST_F(CopyFilesLocallyTest, OffsetsAreCountedBeyondThirtyTwoBits) {
+  BoundlessFiles boundless(files);
+  backEnd = make(boundless, CopyFilesLocally::kWholeFileLimit);
+  ASSERT_TRUE(backEnd->copyFiles({{folder.write("src", ""), "large"}}, pub, *this));
+  EXPECT_EQ(turns(), BoundlessFile::kSize / static_cast<std::int64_t>(kChunk) + 2);
+  EXPECT_EQ(boundless.written.bytes, BoundlessFile::kSize);
+  EXPECT_EQ(boundless.written.wrongChunks, 0);
+}
+
+TEST_F(CopyFilesLocallyTest, WhatFailsSilentlyIsCopiedAllTheSameAndIsOnRecord) {
+  ASSERT_TRUE(defaults.setValue("noConfirm", true));
+  const std::string good = folder.write("good", movie(kChunk + 9));
+  files.fail("createFileAtPath", pub + "/2");
+  files.fail("fileHandleForWritingAtPath", pub + "/3");
+  files.onAccess = [this](std::string_view operation, std::string_view path) -> std::optional<Error> {
+    if (operation == "writeData" && path == pub + "/4" && files.countOf("writeData " + pub + "/4") == 2) {
+      return testing::FakeFileManager::anyError();  // the disk is full for a moment
+    }
+    return std::nullopt;
+  };
+  ASSERT_TRUE(start({{folder / "gone", "0"},
+                     {pub, "1"},
+                     {good, "2"},
+                     {good, "3"},
+                     {good, "4"},
+                     {good, ".."},
+                     {good, "5"}}));
+  turns();
+  EXPECT_THAT(events, ElementsAre("0", "1", "2", "3", "4", "..", "5", "completed"));
+  EXPECT_THAT(kept->troubles(),
+              ElementsAre(HasSubstr("gone\" could not be read"), HasSubstr("pub\" could not be read"),
+                          HasSubstr("2\" could not be created"), HasSubstr("3\" could not be opened"),
+                          HasSubstr("4\" could not be written whole"), HasSubstr("has no name")));
+  EXPECT_EQ(kept->troubles(), log.lines);
+  EXPECT_THAT(shell.alerts, IsEmpty());
+  EXPECT_TRUE(fs::exists(pub + "/0") && fs::file_size(pub + "/0") == 0);
+  EXPECT_EQ(fs::file_size(pub + "/4"), kChunk);
+  EXPECT_TRUE(readFile(pub + "/5") == readFile(good));
+}
+
+TEST_F(CopyFilesLocallyTest, ACopyOntoItselfLosesNothing) {
+  ASSERT_TRUE(defaults.setValue("noConfirm", true));
+  const std::string own = folder.write("pub/own", "own");
+  const std::string linked = folder.write("linked", "linked");
+  fs::create_symlink(linked, pub + "/linked");
+  fs::create_symlink(folder.write("pub/real", "real"), folder / "to-real");
+  fs::create_hard_link(folder.write("hard", "hard"), pub + "/hard");
+  fs::create_directory_symlink(pub, folder / "other-way");
+  const std::string inside = folder.write("pub/bundle/inside", "inside");
+  fs::create_symlink(folder / "planted", pub + "/dangling");
+  ASSERT_TRUE(start({{own, "own"},
+                     {linked, "linked"},
+                     {folder / "to-real", "real"},
+                     {folder / "hard", "hard"},
+                     {folder / "other-way/own", "own"},
+                     {inside, "bundle"},
+                     {own, "dangling"}}));
+  turns();
+  EXPECT_EQ(events.size(), 8U);
+  for (const char* name : {"own", "linked", "real", "hard"}) EXPECT_EQ(readFile(pub + "/" + name), name);
+  EXPECT_EQ(readFile(linked) + readFile(folder / "to-real") + readFile(folder / "hard"), "linkedrealhard");
+  EXPECT_EQ(readFile(inside), "inside");
+  EXPECT_THAT(kept->troubles(), ElementsAre(HasSubstr("holds the file")));
+  EXPECT_EQ(readFile(pub + "/dangling"), "own");
+  EXPECT_FALSE(fs::exists(folder / "planted"));
+}
+
+TEST_F(CopyFilesLocallyTest, AbortEndsTheCopyWhereverItStands) {
+  const std::string large = folder.write("large", movie(9'000'000));
+  ASSERT_TRUE(start({{large, "a"}, {large, "b"}}));  // still being read
+  backEnd->abort();
+  EXPECT_THAT(events, ElementsAre("aborted"));
+  EXPECT_EQ(turns(), 0);
+
+  ASSERT_TRUE(start({{large, "c"}, {large, "d"}}));
+  while (files.countOf("writeData") < 2) runLoop->runOnce(Seconds(0));
+  backEnd->abort();
+  backEnd->abort();
+  EXPECT_EQ(turns(), 0);
+  EXPECT_EQ(fs::file_size(pub + "/c"), 2 * kChunk);
+
+  onFileCopied = [this] {
+    kept = nullptr;
+    std::exchange(backEnd, nullptr)->abort();
+  };
+  ASSERT_TRUE(start({{folder.write("small", "text"), "e"}, {large, "f"}}));
+  turns();
+  EXPECT_THAT(events, ElementsAre("aborted", "aborted", "aborted", "e", "aborted"));
+  EXPECT_FALSE(fs::exists(pub + "/d") || fs::exists(pub + "/f"));
+}
+
+TEST_F(CopyFilesLocallyTest, ThePendingTimerKeepsTheBackEndAliveAndTheLoopsEndReleasesIt) {
+  const std::string from = folder.write("src", movie(9'000'000));
+  const std::vector<CopyEntry> entries = {{from, "a"}, {from, "b"}};
+  ASSERT_TRUE(start(entries));
+  kept = backEnd = nullptr;
+  turns();
+  EXPECT_THAT(events, ElementsAre("a", "b", "completed"));
+  EXPECT_TRUE(readFile(pub + "/b") == readFile(from));
+
+  ASSERT_TRUE(defaults.setValue("noConfirm", true));
+  ASSERT_TRUE(start(entries));
+  const std::weak_ptr<CopyFilesLocally> pending = backEnd;
+  kept = backEnd = nullptr;
+  EXPECT_FALSE(pending.expired());
+  runLoop = nullptr;
+  EXPECT_TRUE(pending.expired());
+}
+
+TEST(CreateDirectoriesCatagory, MakesWhatIsMissingAndFailsBelowAPlainFile) {
+  const testing::TemporaryFolder folder;
+  testing::FakeFileManager files;
+  EXPECT_TRUE(createDirectoriesRecursivelyAtPath(files, ""));
+  EXPECT_TRUE(createDirectoriesRecursivelyAtPath(files, folder / "a/b"));
+  EXPECT_TRUE(createDirectoriesRecursivelyAtPath(files, folder.write("a/b/file", "")));
+  EXPECT_FALSE(createDirectoriesRecursivelyAtPath(files, folder / "a/b/file/x/y"));
+  EXPECT_EQ(files.countOf("createDirectoryAtPath"), 3);
+}
+
+}  // namespace
+}  // namespace clipwave
