@@ -1,0 +1,148 @@
+// The model's pure rules: texts of sizes and durations, escaping, names of files and languages, entry checks.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <fstream>
+#include <limits>
+
+#include "model/EpisodeFromFile.h"
+#include "model/FeedURL.h"
+#include "model/Formatter.h"
+#include "model/LanguageDataSource.h"
+#include "model/MediaText.h"
+#include "tests/support/FakeLibraryHost.h"
+
+namespace clipwave {
+namespace {
+
+using ::testing::ElementsAre;
+
+TEST(MediaTextTest, DurationsAreCutToWholeSeconds) {
+  EXPECT_EQ(durationText(3725.9), "01:02:05");
+  EXPECT_EQ(durationText(59.99), "00:00:59");
+  EXPECT_EQ(durationText(100 * 3600 + 61), "100:01:01");
+  EXPECT_EQ(durationText(0), "00:00:00");
+  for (const double absurd : {-1.0, 1e300, std::numeric_limits<double>::quiet_NaN()}) {
+    EXPECT_EQ(durationText(absurd), "00:00:00") << absurd;
+  }
+}
+
+TEST(MediaTextTest, UnitsChangeJustAboveAPowerOfTwo) {
+  const auto shown = [](std::int64_t bytes) { return sizeText(bytes) + " " + std::string(sizeUnit(bytes)); };
+  EXPECT_EQ(shown(0), "0.00 Bytes");
+  EXPECT_EQ(shown(1'024), "1024.00 Bytes");
+  EXPECT_EQ(shown(1'025), "1.00 KB");
+  EXPECT_EQ(shown(1'048'576), "1024.00 KB");
+  EXPECT_EQ(shown(1'048'577), "1.00 MB");
+  EXPECT_EQ(shown(1'610'612'736), "1.50 GB");
+  EXPECT_EQ(shown(1'073'741'825), "1024.00 GB") << "single precision cannot tell it from the threshold";
+  EXPECT_EQ(shown(7 * (std::int64_t{1} << 30)), "7.00 GB");
+}
+
+TEST(MediaTextTest, ATypedSizeIsANumberInAUnit) {
+  EXPECT_EQ(bytesFromText("2.5", "MB"), 2'621'440);
+  EXPECT_EQ(bytesFromText(" 2.5 or so", ""), 2);
+  EXPECT_EQ(bytesFromText("-.5", "KB"), -512);
+  EXPECT_EQ(bytesFromText("3", "GB"), -1'073'741'824) << "what 32 bits give";
+  for (const char* none : {"", "much", "inf", "nan", "-", ".", "1e99"})
+    EXPECT_EQ(bytesFromText(none, "MB"), 0);
+}
+
+TEST(MediaTextTest, DecimalPointsAreTheSameInEveryLocale) {
+  // A locale with a decimal comma need not be installed; where one is, the texts keep their point.
+  for (const char* locale : {"de_DE.UTF-8", "fr_FR.UTF-8"}) std::setlocale(LC_ALL, locale);
+  EXPECT_EQ(sizeText(1'610'612'736), "1.50");
+  EXPECT_EQ(bytesFromText("1.5", "KB"), 1'536);
+  EXPECT_EQ(movieInfoText("00:00:05", 1'572'864), "Time:00:00:05 Size:1.50 MB");
+  std::setlocale(LC_ALL, "C");
+}
+
+TEST(FeedURLTest, EscapesAsFeedsNeedThem) {
+  EXPECT_EQ(escapedURL("http://h/~a/My Show?x=1&y#z%20\"é"),
+            "http://h/~a/My%20Show%3Fx%3D1%26y%23z%2520%22%C3%A9");
+  EXPECT_EQ(escapedURLKeepingEscapes("http://h/My%20Show/100% fun%2"), "http://h/My%20Show/100%25%20fun%252");
+  EXPECT_EQ(escapedURLKeepingEscapes("%zz%4a"), "%25zz%4a");
+  EXPECT_EQ(feedURL("http://h/My Show", "Show01.xml"), "http://h/My%20Show/Show01.xml");
+  EXPECT_EQ(feedURL(std::nullopt, "Show01.xml"), std::nullopt);
+  EXPECT_EQ(feedURL("http://h", std::nullopt), std::nullopt);
+}
+
+TEST(FormatterTest, AcceptsNothingOrAnHttpAddress) {
+  for (const char* good : {"", "http://", "http://a b"}) EXPECT_TRUE(Formatter::isValidObject(good)) << good;
+  for (const char* bad : {"https://a", "HTTP://a", " http://a", "ftp://a"}) {
+    EXPECT_FALSE(Formatter::isValidObject(bad)) << bad;
+  }
+}
+
+TEST(EpisodeFromFileTest, AnEpisodeComesOnTopWithItsFileAndAPrefixedTitle) {
+  EXPECT_EQ(episodeTitleFromPath("", "/x/.hidden"), ".hidden");
+  testing::FakeLibraryHost host;
+  ArrayController channels{std::string(kChannelEntity)};
+  ArrayController episodes{std::string(kVodcastEntity)};
+  channels.setManagedObjectContext(host.context.get());
+  episodes.setManagedObjectContext(host.context.get());
+  episodes.bindContentToSelectionOf(channels, "children");
+  host.channelList = &channels;
+  ManagedObject* channel = channels.add();
+  host.turn();
+
+  Vodcast* first = addEpisodeFromFile(episodes, "", host.makeFile("a/clip.mov", 1));
+  Vodcast* second = addEpisodeFromFile(episodes, "Show ", host.makeFile("a/trip.day1.mov", 1));
+  EXPECT_THAT(episodes.arrangedObjects(), ElementsAre(second, first));
+  EXPECT_EQ(second->value("vcTitle"), Value("Show trip.day1"));
+  EXPECT_EQ(second->value("vcPath"), Value(host.folder / "a/trip.day1.mov"));
+  EXPECT_EQ(second->value("vcAuthor"), Value("Alex Example"));
+  EXPECT_EQ(second->parent(), channel);
+  episodes.setManagedObjectContext(nullptr);
+  EXPECT_EQ(addEpisodeFromFile(episodes, "", "/x.mov"), nullptr);
+}
+
+TEST(LanguageDataSourceTest, NamesAndCodesAreLookedUpBothWays) {
+  const testing::TemporaryFolder folder;
+  const auto files = makeFileManager();
+  folder.write("languages.plist",
+               "<plist version=\"1.0\"><dict><key>French</key><string>fr</string><key>english</key>"
+               "<string>en</string></dict></plist>");
+  const LanguageDataSource languages(Bundle(*files, folder.path()));
+  EXPECT_THAT(languages.display(), ElementsAre("english", "French"));
+  EXPECT_EQ(languages.codeForName("French"), "fr");
+  EXPECT_EQ(languages.codeForName("french"), std::nullopt);
+  EXPECT_EQ(languages.nameForCode("en"), "english");
+  EXPECT_EQ(languages.nameForCode("EN"), std::nullopt);
+  EXPECT_THAT(LanguageDataSource(Bundle(*files, folder / "nothing")).display(), ElementsAre());
+}
+
+// The resources as they are shipped.
+TEST(ResourcesTest, TheTablesFitTheModel) {
+  testing::FakeLibraryHost host;
+  const Bundle bundle(
+      host.fileManager,
+      findResourceFolder(host.fileManager, std::filesystem::read_symlink("/proc/self/exe").string()));
+  const Dictionary defaults = bundle.dictionaryForResource("defaults");
+  for (const char* key :
+       {"defaultAuthor", "defaultLanguage", "defaultFilename", "defaultImageProperty", "defaultPodcastPrefix",
+        "shouldCheckForUpdate", "updateURL", "minsplitview", "maxsplitfactor", "noConfirm"}) {
+    EXPECT_TRUE(defaults.contains(key)) << key;
+  }
+  EXPECT_TRUE(LanguageDataSource(bundle).codeForName(defaults.at("defaultLanguage").stringValue()));
+  EXPECT_EQ(LanguageDataSource(bundle).nameForCode("en-us"), "English (United States)");
+
+  const auto mapsToText = [&](const char* table, std::string_view entityName) {
+    const Dictionary mappings = bundle.dictionaryForResource(table);
+    EXPECT_FALSE(mappings.empty()) << table;
+    for (const auto& [element, key] : mappings) {
+      const PropertyDescription* property = host.model->entity(entityName)->property(key.stringValue());
+      ASSERT_NE(property, nullptr) << element;
+      EXPECT_EQ(property->type, PropertyType::String) << element;
+      EXPECT_EQ(property->storage, Storage::Stored) << element;
+    }
+  };
+  mapsToText("vcmappings", kVodcastEntity);
+  mapsToText("channelmappings", kChannelEntity);
+  EXPECT_GT(bundle.infoDictionary().at("CFBundleVersion").doubleValue(), 0);
+  EXPECT_EQ(bundle.infoDictionary().count("CFBundleDocumentTypes"), 1U);
+}
+
+}  // namespace
+}  // namespace clipwave
