@@ -110,7 +110,7 @@ ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
   }
   if (::isatty(STDERR_FILENO) != 0) std::cerr << "\r\033[K" << std::flush;
 
-  const auto troubles = companion.controller().transferTroubles();
+  const auto troubles = companion.controller().publishTroubles();
   for (const std::string& trouble : troubles) printError("clipwavectl", trouble);
   if (const std::string sentence = sentenceFor(*outcome, error); !sentence.empty())
     printError("clipwavectl", sentence);
