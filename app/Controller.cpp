@@ -52,7 +52,10 @@ Controller::Controller(const ApplicationServices& services, lanternAppDelegate& 
   interface_.vcastTableView.setDelegate(&episodeListEditing_);
   interface_.channelTableView.setDelegate(&episodeListEditing_);
   interface_.publishButton.setAction([this] {
-    if (!publishRun_.isCopying()) localBackEnds_.clear();
+    if (!publishRun_.isCopying()) {
+      localBackEnds_.clear();
+      feedPreparation_.forgetTroubles();
+    }
     publishRun_.save();
   });
 }
@@ -206,8 +209,8 @@ std::shared_ptr<CopyBackEnd> Controller::makeBackEnd(int protocolTag) {
   return backEnd;
 }
 
-std::vector<std::string> Controller::transferTroubles() const {
-  std::vector<std::string> troubles;
+std::vector<std::string> Controller::publishTroubles() const {
+  std::vector<std::string> troubles = feedPreparation_.troubles();
   for (const auto& backEnd : localBackEnds_) {
     troubles.insert(troubles.end(), backEnd->troubles().begin(), backEnd->troubles().end());
   }

@@ -71,8 +71,8 @@ class Controller {
   const MovieTypes& types() const { return types_; }
   FeedTables feedTables() const { return {languageDataSource_, types_}; }
   bool addedNewChannel() const { return addedNewChannel_; }
-  // What the local back-ends of the last publish run passed over in silence.
-  std::vector<std::string> transferTroubles() const;
+  // What the last publish run passed over in silence, one sentence each.
+  std::vector<std::string> publishTroubles() const;
 
  private:
   void installInitialDefaults();

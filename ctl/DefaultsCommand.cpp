@@ -1,5 +1,7 @@
 // defaults: the user's settings, with the initial values behind them.
 #include <charconv>
+#include <cmath>
+#include <cstdint>
 #include <iostream>
 
 #include "ctl/Commands.h"
@@ -9,7 +11,9 @@ namespace clipwave {
 
 namespace {
 
-// The value that `text` stands for, of the kind that the key has now; text for a key that is new.
+constexpr double kLargestNumber = 1e15;  // every whole number up to here is one exactly
+
+// The value that `text` stands for, of the kind that the key has now.
 Result<Value> settingFromText(const Value& current, const std::string& key, const std::string& text) {
   if (text.empty()) return Value();
   switch (current.kind()) {
@@ -20,7 +24,7 @@ Result<Value> settingFromText(const Value& current, const std::string& key, cons
     case Value::Kind::Real: {
       double number = 0;
       const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-      if (error == std::errc() && end == text.data() + text.size()) {
+      if (error == std::errc() && end == text.data() + text.size() && std::abs(number) <= kLargestNumber) {
         const auto whole = static_cast<std::int64_t>(number);
         if (current.kind() == Value::Kind::Integer && static_cast<double>(whole) == number)
           return Value(whole);
@@ -49,11 +53,9 @@ ExitStatus runDefaults(Companion& companion, const CommandLine& arguments) {
     const std::string key = argument.substr(0, equals);
     const Value current = defaults.value(key);
     if (equals == 0) return usageError(argument + " is not KEY or KEY=VALUE.");
-    if (equals == std::string::npos) {
-      if (current.isNull())
-        return failure(cocoaError(kFileNoSuchFileError, "There is no default " + key + "."));
-      continue;
-    }
+    // Every key that anything reads has an initial value: this one is misspelt.
+    if (current.isNull()) return usageError("There is no default " + key + ".");
+    if (equals == std::string::npos) continue;
     const auto value = settingFromText(current, key, argument.substr(equals + 1));
     if (!value) return usageError(value.error().localizedDescription);
     settings.emplace_back(key, *value);

@@ -25,22 +25,27 @@ bool commit(Companion& companion, ManagedObject& record, const std::string& key,
   return false;
 }
 
-// The absolute paths of movie files that can be read; nothing after the first one that is none was reported.
+// Whether there is a movie file at the path; false was reported.
+bool isMovie(Companion& companion, const std::string& path) {
+  bool isDirectory = false;
+  if (!companion.files().fileExistsAtPath(path, &isDirectory) || isDirectory) {
+    printError("clipwavectl", "There is no file \"" + path + "\".");
+    return false;
+  }
+  if (!companion.controller().episodeListEditing().isMovieFile(path)) {
+    printError("clipwavectl", "\"" + path + "\" is not a movie file that Clipwave knows.");
+    return false;
+  }
+  return true;
+}
+
+// The absolute paths of movie files; nothing after the first one that is none was reported.
 std::optional<std::vector<std::string>> moviePaths(Companion& companion, CommandLine::const_iterator begin,
                                                    CommandLine::const_iterator end) {
   std::vector<std::string> paths;
   for (auto argument = begin; argument != end; ++argument) {
-    const std::string path = absolutePath(*argument);
-    bool isDirectory = false;
-    if (!companion.files().fileExistsAtPath(path, &isDirectory) || isDirectory) {
-      printError("clipwavectl", "There is no file " + path + ".");
-      return std::nullopt;
-    }
-    if (!companion.controller().episodeListEditing().isMovieFile(path)) {
-      printError("clipwavectl", path + " is not a movie file that Clipwave knows.");
-      return std::nullopt;
-    }
-    paths.push_back(path);
+    paths.push_back(absolutePath(*argument));
+    if (!isMovie(companion, paths.back())) return std::nullopt;
   }
   return paths;
 }
@@ -56,6 +61,8 @@ void printSelectedTitle(Companion& companion) {
 
 ExitStatus runNew(Companion& companion, const CommandLine& arguments) {
   if (arguments.size() > 1) return usageError("new takes one title at the most.");
+  if (!arguments.empty() && arguments.front().starts_with("--"))
+    return usageError("new has no option " + arguments.front() + ".");
   ManagedObject* channel = companion.controller().channelController().add();
   companion.runLoop().runUntilIdle();
   if (!arguments.empty() && !commit(companion, *channel, "vcTitle", Value(arguments.front()))) return kFailed;
@@ -109,14 +116,38 @@ bool setPublishMethod(Companion& companion, Channel& channel, const Value& tag) 
   return false;
 }
 
+// As when the movie is chosen for the episode in the window: what was known of the one before goes.
+void setMovie(Companion& companion, Vodcast& episode, const Value& path) {
+  companion.controller().channelController().setSelectedObjects({episode.parent()});
+  companion.controller().vodcastController().setSelectedObjects({&episode});
+  EpisodeListEditing& editing = companion.controller().episodeListEditing();
+  if (path.isNull()) {
+    editing.clearMovie();
+  } else {
+    editing.addMovieSheetEnded({std::string(path.stringValue())});
+  }
+}
+
 // Sets one value after the other; false after the first refusal was reported.
 bool assign(Companion& companion, ManagedObject& record, const std::vector<Assignment>& assignments) {
   return std::all_of(assignments.begin(), assignments.end(), [&](const Assignment& assignment) {
     if (assignment.key == "protocolTag") {
       return setPublishMethod(companion, static_cast<Channel&>(record), assignment.value);
     }
+    if (assignment.key == "vcPath") {
+      setMovie(companion, static_cast<Vodcast&>(record), assignment.value);
+      return true;
+    }
     return commit(companion, record, assignment.key, assignment.value);
   });
+}
+
+// The keys whose values can be refused come first, and of these the title last: it moves a folder on disk. A
+// movie comes before the values that it clears.
+int rank(const Assignment& assignment) {
+  if (assignment.key == "protocolTag") return 0;
+  if (assignment.key == "vcTitle") return 1;
+  return assignment.key == "vcPath" ? 2 : 3;
 }
 
 }  // namespace
@@ -130,18 +161,16 @@ ExitStatus runSet(Companion& companion, const CommandLine& arguments) {
     if (equals == std::string::npos || equals == 0) return usageError(*argument + " is not KEY=VALUE.");
     const std::string key = argument->substr(0, equals);
     std::string text = argument->substr(equals + 1);
-    if (key == "vcPath" && !text.empty()) text = absolutePath(text);
+    // A path is meant as seen from here, not from wherever the next run is started.
+    const bool isPath = key == "vcPath" || key == "mediaPath";
+    if (isPath && !text.empty()) text = absolutePath(text);
     const auto value = valueFromText((*record)->entity(), key, text);
     if (!value) return usageError(value.error().localizedDescription);
+    if (key == "vcPath" && !text.empty() && !isMovie(companion, text)) return kFailed;
     assignments.push_back({key, *value});
   }
-  // The keys whose values can be refused come first, and of these the title last: it moves a folder on disk.
-  const auto refusable =
-      std::stable_partition(assignments.begin(), assignments.end(),
-                            [](const Assignment& a) { return a.key == "protocolTag" || a.key == "vcTitle"; });
-  std::stable_partition(assignments.begin(), refusable,
-                        [](const Assignment& a) { return a.key == "protocolTag"; });
-
+  std::stable_sort(assignments.begin(), assignments.end(),
+                   [](const Assignment& a, const Assignment& b) { return rank(a) < rank(b); });
   if (!assign(companion, **record, assignments)) return kFailed;
   return companion.finish();
 }

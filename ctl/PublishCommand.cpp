@@ -14,8 +14,8 @@ namespace {
 enum class Existing { Ask, Replace, Keep };
 
 // What becomes of a file that exists at the destination.
-std::optional<Alert::Answer> answerForExistingFile(Companion& companion, const Alert& alert,
-                                                   Existing existing) {
+std::optional<Alert::Answer> answerForExistingFile(Companion& companion, Alert& alert, Existing existing,
+                                                   int interrupts) {
   if (alert.title != "File Exists!") return std::nullopt;
   if (existing == Existing::Replace) return Alert::Answer::Alternate;
   if (existing == Existing::Keep) {
@@ -25,20 +25,27 @@ std::optional<Alert::Answer> answerForExistingFile(Companion& companion, const A
         index < channels.size() && channels[index]->primitiveValue("filename").stringValue() == alert.subject;
     return isFeed ? Alert::Answer::Alternate : Alert::Answer::Default;
   }
-  Alert question = alert;
-  if (const auto answer = askAtTerminal(question)) return answer;
+  if (const auto answer = askAtTerminal(alert, interrupts)) return answer;
   printError(alert.title, "The file " + alert.subject + " already exists. Say --replace or --keep.");
   return Alert::Answer::Other;
 }
 
-std::string sentenceFor(PublishOutcome outcome, const std::optional<Error>& error) {
+// The title of the channel that the run was at when it ended.
+std::string currentTitle(Companion& companion) {
+  const auto& channels = companion.controller().channelController().content();
+  const auto index = static_cast<std::size_t>(companion.controller().publishRun().currentSaveIndex());
+  return index < channels.size() ? std::string(channels[index]->value("vcTitle").stringValue()) : "";
+}
+
+std::string sentenceFor(PublishOutcome outcome, const std::optional<Error>& error, Companion& companion) {
   switch (outcome) {
     case PublishOutcome::NotCommitted:
       return "An edit could not be committed. Nothing was published.";
     case PublishOutcome::NotSaved:
       return error ? error->localizedDescription : "The library could not be saved. Nothing was published.";
     case PublishOutcome::Refused:
-      return "The run has stopped. Later channels were not published.";
+      return "The run has stopped at \"" + currentTitle(companion) +
+             "\". This channel and later ones were not published.";
     case PublishOutcome::Aborted:
       return "The run was cancelled.";
     default:
@@ -46,51 +53,68 @@ std::string sentenceFor(PublishOutcome outcome, const std::optional<Error>& erro
   }
 }
 
-// Turns the first interrupt into the Cancel button for as long as it lives.
-class InterruptCancels {
+// Turns an interrupt into a call for as long as it lives. Until then no interrupt ends the process: what was
+// copied is still to be saved.
+class Interrupts {
  public:
-  InterruptCancels(RunLoop& runLoop, std::function<void()> cancel) {
+  Interrupts(RunLoop& runLoop, std::function<void()> interrupted) {
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGINT);
     sigaddset(&signals, SIGTERM);
     sigprocmask(SIG_BLOCK, &signals, &before_);
     descriptor_ = ::signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
-    watch_ = runLoop.watch(descriptor_, RunLoop::Readiness::Readable, [this, cancel = std::move(cancel)] {
-      signalfd_siginfo info;
-      if (::read(descriptor_, &info, sizeof info) > 0) cancel();
-    });
+    watch_ = runLoop.watch(descriptor_, RunLoop::Readiness::Readable,
+                           [this, interrupted = std::move(interrupted)] {
+                             if (takeOne()) interrupted();
+                           });
   }
-  ~InterruptCancels() {
+  ~Interrupts() {
     watch_.reset();
+    while (takeOne()) continue;
     if (descriptor_ >= 0) ::close(descriptor_);
     sigprocmask(SIG_SETMASK, &before_, nullptr);
   }
-  InterruptCancels(const InterruptCancels&) = delete;
-  InterruptCancels& operator=(const InterruptCancels&) = delete;
+  Interrupts(const Interrupts&) = delete;
+  Interrupts& operator=(const Interrupts&) = delete;
+
+  int descriptor() const { return descriptor_; }
 
  private:
+  bool takeOne() const {
+    signalfd_siginfo info;
+    return ::read(descriptor_, &info, sizeof info) > 0;
+  }
+
   sigset_t before_{};
   int descriptor_ = -1;
   std::unique_ptr<DescriptorWatch> watch_;
 };
 
+std::optional<Existing> existingFromArguments(const CommandLine& arguments) {
+  std::optional<Existing> existing;
+  for (const std::string& argument : arguments) {
+    if (argument != "--replace" && argument != "--keep") {
+      usageError("publish has no option " + argument + ".");
+      return std::nullopt;
+    }
+    const Existing wanted = argument == "--replace" ? Existing::Replace : Existing::Keep;
+    if (existing && *existing != wanted) {
+      usageError("Say --replace or --keep, not both.");
+      return std::nullopt;
+    }
+    existing = wanted;
+  }
+  return existing.value_or(Existing::Ask);
+}
+
 }  // namespace
 
 ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
-  Existing existing = Existing::Ask;
-  for (const std::string& argument : arguments) {
-    const Existing wanted = argument == "--replace" ? Existing::Replace : Existing::Keep;
-    if (argument != "--replace" && argument != "--keep")
-      return usageError("publish has no option " + argument + ".");
-    if (existing != Existing::Ask && existing != wanted)
-      return usageError("Say --replace or --keep, not both.");
-    existing = wanted;
-  }
-  if (existing != Existing::Ask)
-    companion.defaults().setArgumentValues({{"noConfirm", existing == Existing::Replace}});
-  companion.shell().setAnswerer(
-      [&](const Alert& alert) { return answerForExistingFile(companion, alert, existing); });
+  const std::optional<Existing> existing = existingFromArguments(arguments);
+  if (!existing) return kUsage;
+  if (*existing != Existing::Ask)
+    companion.defaults().setArgumentValues({{"noConfirm", *existing == Existing::Replace}});
 
   PublishRun& run = companion.controller().publishRun();
   std::optional<PublishOutcome> outcome;
@@ -103,18 +127,24 @@ ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
   if (::isatty(STDERR_FILENO) != 0) {
     run.setOnProgress([](std::string_view line) { std::cerr << "\r\033[K" << line << std::flush; });
   }
-  {
-    InterruptCancels interrupts(companion.runLoop(), [&] { run.save(); });
-    companion.interface().publishButton.performClick();
-    if (!outcome) companion.runLoop().run();
-  }
+  // Not where the run has just ended: the button would start another.
+  Interrupts interrupts(companion.runLoop(), [&run] {
+    if (run.isCopying()) run.save();
+  });
+  companion.shell().setAnswerer([&](Alert& alert) {
+    return answerForExistingFile(companion, alert, *existing, interrupts.descriptor());
+  });
+  companion.interface().publishButton.performClick();
+  if (!outcome) companion.runLoop().run();
   if (::isatty(STDERR_FILENO) != 0) std::cerr << "\r\033[K" << std::flush;
 
-  const auto troubles = companion.controller().transferTroubles();
+  const auto troubles = companion.controller().publishTroubles();
   for (const std::string& trouble : troubles) printError("clipwavectl", trouble);
-  if (const std::string sentence = sentenceFor(*outcome, error); !sentence.empty())
+  if (const std::string sentence = sentenceFor(*outcome, error, companion); !sentence.empty())
     printError("clipwavectl", sentence);
   if (*outcome == PublishOutcome::Done) std::cout << companion.interface().statusTextView.string();
+  // Saving again would fail again; the run has changed nothing.
+  if (*outcome == PublishOutcome::NotSaved) return kFailed;
   const ExitStatus status = companion.finish();
   return *outcome == PublishOutcome::Done && troubles.empty() ? status : kFailed;
 }

@@ -25,7 +25,7 @@ Result<ManagedObject*> findAmong(const std::vector<ManagedObject*>& records, std
   if (named.size() == 1) return named.front();
   if (named.size() > 1) {
     std::string message =
-        "More than one " + noun + " is titled " + std::string(name) + ". Name it by its id:";
+        "More than one " + noun + " is titled \"" + std::string(name) + "\". Name it by its id:";
     for (const ManagedObject* record : named) message += " " + std::to_string(record->objectID());
     return cocoaError(kFileReadUnknownError, message);
   }
@@ -34,7 +34,7 @@ Result<ManagedObject*> findAmong(const std::vector<ManagedObject*>& records, std
       if (record->objectID() == *id) return record;
     }
   }
-  return cocoaError(kFileNoSuchFileError, "There is no " + noun + " " + std::string(name) + ".");
+  return cocoaError(kFileNoSuchFileError, "There is no " + noun + " \"" + std::string(name) + "\".");
 }
 
 }  // namespace
@@ -52,18 +52,20 @@ Result<Vodcast*> findEpisode(Channel& channel, std::string_view name) {
 }
 
 Result<ManagedObject*> findRecord(ArrayController& channels, std::string_view name) {
+  const auto isAmbiguous = [](const Error& error) { return error.code != kFileNoSuchFileError; };
   const auto whole = findChannel(channels, name);
   if (whole) return static_cast<ManagedObject*>(*whole);
-  std::optional<Error> inChannel;
-  for (std::size_t slash = name.find('/'); slash != std::string_view::npos;
+  Error error = whole.error();
+  for (std::size_t slash = name.find('/'); slash != std::string_view::npos && !isAmbiguous(error);
        slash = name.find('/', slash + 1)) {
     const auto channel = findChannel(channels, name.substr(0, slash));
-    if (!channel) continue;
-    const auto episode = findEpisode(**channel, name.substr(slash + 1));
+    const auto episode =
+        channel ? findEpisode(**channel, name.substr(slash + 1)) : Result<Vodcast*>(channel.error());
     if (episode) return static_cast<ManagedObject*>(*episode);
-    inChannel = episode.error();
+    // What is wrong within a channel says more than that the whole is none.
+    if (channel || isAmbiguous(channel.error())) error = episode.error();
   }
-  return inChannel ? *inChannel : whole.error();
+  return error;
 }
 
 }  // namespace clipwave

@@ -86,8 +86,9 @@ Result<Value> valueFromText(const EntityDescription& entity, std::string_view ke
     return cocoaError(kKeyValueValidationError,
                       "There is no key " + std::string(key) + " in a " + entity.name() + ".");
   }
+  // A derived key may take a value, but keeps none.
   const bool isSettable = isAttribute(*property) && property->type != PropertyType::Binary &&
-                          (property->storage != Storage::Derived || property->setter != nullptr);
+                          property->storage == Storage::Stored;
   if (!isSettable) return cocoaError(kKeyValueValidationError, std::string(key) + " cannot be set.");
   if (text.empty()) return Value();
   switch (property->type) {

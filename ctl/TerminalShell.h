@@ -12,8 +12,8 @@ namespace clipwave {
 
 class TerminalShell final : public ApplicationShell {
  public:
-  // Answers a question in place of the user; nothing where it has no answer to it.
-  using Answerer = std::function<std::optional<Alert::Answer>(const Alert&)>;
+  // Answers a question in place of the user, its check box included; nothing where it has no answer to it.
+  using Answerer = std::function<std::optional<Alert::Answer>(Alert&)>;
   void setAnswerer(Answerer answerer) { answerer_ = std::move(answerer); }
   // Whether any alert was shown that was not answered by the answerer: the command has failed.
   bool hasFailed() const { return failed_; }
@@ -34,7 +34,8 @@ class TerminalShell final : public ApplicationShell {
 // One line on standard error: "title: message".
 void printError(const std::string& title, const std::string& message);
 
-// Asks a person at the terminal what becomes of a file that exists; nothing where no person is there.
-std::optional<Alert::Answer> askAtTerminal(Alert& alert);
+// Asks a person at the terminal what becomes of a file that exists; nothing where no person is there. The end
+// of input, and anything to be read from the descriptor `interrupts`, is the answer "Cancel".
+std::optional<Alert::Answer> askAtTerminal(Alert& alert, int interrupts);
 
 }  // namespace clipwave

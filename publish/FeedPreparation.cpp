@@ -6,24 +6,6 @@
 namespace clipwave {
 namespace {
 
-// The movies to send with the feed. An episode whose movie is not to be found reads an empty path: there is
-// nothing to send, and an entry without a file name would name the destination folder itself.
-std::vector<CopyEntry> moviesToCopy(const std::vector<Vodcast*>& episodes, Log& log) {
-  std::vector<CopyEntry> movies;
-  for (Vodcast* episode : episodes) {
-    if (!episode->value("vcPublish").boolValue() || !episode->value("vcCopy").boolValue()) continue;
-    const Value path = episode->vcPath();
-    if (path.isNull()) continue;
-    std::string filename = lastPathComponent(path.stringValue());
-    if (filename.empty()) {
-      log.write("no movie file found for episode " + std::string(episode->value("vcTitle").stringValue()));
-      continue;
-    }
-    movies.push_back({std::string(path.stringValue()), std::move(filename), episode->weak_from_this()});
-  }
-  return movies;
-}
-
 // The name under which a feed is sent. A channel whose file name is none at all must not make the transfer
 // replace the destination folder or the one above it: its feed goes under the name that the file has here.
 std::string feedFilename(Channel& channel, std::string_view temporaryPath) {
@@ -34,6 +16,26 @@ std::string feedFilename(Channel& channel, std::string_view temporaryPath) {
 }
 
 }  // namespace
+
+// An episode whose movie is not to be found reads an empty path: there is nothing to send, and an entry
+// without a file name would name the destination folder itself.
+std::vector<CopyEntry> FeedPreparation::moviesToCopy(const std::vector<Vodcast*>& episodes) {
+  std::vector<CopyEntry> movies;
+  for (Vodcast* episode : episodes) {
+    if (!episode->value("vcPublish").boolValue() || !episode->value("vcCopy").boolValue()) continue;
+    const Value path = episode->vcPath();
+    if (path.isNull()) continue;
+    std::string filename = lastPathComponent(path.stringValue());
+    if (filename.empty()) {
+      const std::string title(episode->value("vcTitle").stringValue());
+      services_.log.write("no movie file found for episode " + title);
+      troubles_.push_back("The movie of the episode \"" + title + "\" was not found.");
+      continue;
+    }
+    movies.push_back({std::string(path.stringValue()), std::move(filename), episode->weak_from_this()});
+  }
+  return movies;
+}
 
 std::optional<std::string> FeedPreparation::writeTemporaryFile(std::string_view bytes) {
   Result<std::string> path = services_.files.makeTemporaryFile(services_.temporaryFileTemplate);
@@ -54,7 +56,7 @@ const std::vector<CopyEntry>& FeedPreparation::prepareFilesForIndex(std::int32_t
   }
   const std::vector<Vodcast*> episodes = sortedEpisodes(channel);
   const std::string bytes = makeFeedDocument(channel, episodes, services_.tables).prettyPrinted();
-  setFilesToCopy(moviesToCopy(episodes, services_.log));
+  setFilesToCopy(moviesToCopy(episodes));
 
   const std::optional<std::string> path = writeTemporaryFile(bytes);
   if (!path) {

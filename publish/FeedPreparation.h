@@ -37,6 +37,11 @@ class FeedPreparation {
   // be written the process ends with status 1 after a beep and a log line.
   const std::vector<CopyEntry>& prepareFilesForIndex(std::int32_t index);
 
+  // Movies that were left out since forgetTroubles, one sentence each, for a companion that reports what a
+  // window passes over in silence.
+  const std::vector<std::string>& troubles() const { return troubles_; }
+  void forgetTroubles() { troubles_.clear(); }
+
   const std::vector<CopyEntry>& filesToCopy() const { return filesToCopy_; }
   void setFilesToCopy(std::vector<CopyEntry> files) { filesToCopy_ = std::move(files); }
   // Feed URLs of the channels of this run, in run order; and by channel title. Channels without a feed URL
@@ -47,6 +52,8 @@ class FeedPreparation {
   void setUrlsToLaunch(std::map<std::string, std::string> urls) { urlsToLaunch_ = std::move(urls); }
 
  private:
+  // The movies to send with the feed.
+  std::vector<CopyEntry> moviesToCopy(const std::vector<Vodcast*>& episodes);
   // The path of a new file with these bytes; nothing when it could not be written.
   std::optional<std::string> writeTemporaryFile(std::string_view bytes);
 
@@ -54,6 +61,7 @@ class FeedPreparation {
   std::vector<CopyEntry> filesToCopy_;
   std::vector<std::string> pubURLs_;
   std::map<std::string, std::string> urlsToLaunch_;
+  std::vector<std::string> troubles_;
 };
 
 }  // namespace clipwave

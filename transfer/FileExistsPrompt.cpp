@@ -13,7 +13,8 @@ Alert promptFor(const CopyEntry& entry) {
           .defaultButton = "Keep Existing",
           .alternateButton = "Replace",
           .otherButton = "Cancel",
-          .checkBox = AlertCheckBox{.title = "Apply to all", .origin = {.x = 5, .y = 20}}};
+          .checkBox = AlertCheckBox{.title = "Apply to all", .origin = {.x = 5, .y = 20}},
+          .subject = entry.filename};
 }
 
 }  // namespace
