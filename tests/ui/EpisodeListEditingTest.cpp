@@ -159,9 +159,12 @@ TEST_F(EpisodeListEditingTest, AClearedMovieLeavesNothingOfItselfAndUndoBringsIt
     return values;
   };
   const std::vector<Value> before = shown();
+  Value announced = "none";
+  const auto pathChanged = episode.observe("vcPath", [&] { announced = episode.value("vcPath"); });
   window_.previewPane.play();
   editing_.clearMovie();
   program_.turn();
+  EXPECT_EQ(announced, Value()) << "the alias is gone by then";
   EXPECT_FALSE(window_.previewPane.isPlaying());
   EXPECT_THAT(shown(),
               ElementsAre(Value(), Value(""), Value(), Value(), Value(0), Value(""), before[6], before[7]));
