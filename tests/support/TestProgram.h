@@ -5,8 +5,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/ClipwaveProgram.h"
+#include "model/EpisodeFromFile.h"
+#include "platform/appkit/FieldBinding.h"
 #include "platform/foundation/PropertyList.h"
 #include "tests/support/FakeApplicationShell.h"
 #include "tests/support/FakeFileManager.h"
@@ -38,34 +41,64 @@ class TestProgram {
 
   TestProgram() {
     writeResource("defaults", {{"defaultAuthor", "Nobody"}, {"defaultFilename", "show"}});
-    writeResource("Info", {{"CFBundleVersion", "1.5"}});
+    const Dictionary movie = {{"CFBundleTypeExtensions", Array{"mov", "mp4"}}};
+    writeResource("Info", {{"CFBundleVersion", "1.5"}, {"CFBundleDocumentTypes", Array{movie}}});
   }
   void writeResource(std::string_view name, const Dictionary& content) {
     folder.write("resources/" + std::string(name) + ".plist", dataFromPropertyList(content));
   }
   // Ends the program that runs and puts a new one together.
-  ClipwaveProgram& start() {
+  Controller& start() {
     program_.reset();
     bundle_.emplace(files, folder / "resources");
     program_ = std::make_unique<ClipwaveProgram>(
         ApplicationServices{application, clock, *loop, files, process, *bundle_, defaults, notifications, log,
                             movies, *aliases, workspace, interfaces, &urls});
-    return *program_;
+    return controller();
   }
   // The same, up to the end of its start-up.
-  void launch() {
-    start().controller().awakeFromNib();
-    loop->runUntilIdle();
+  MainInterface& launch() {
+    start().awakeFromNib();
+    turn();
+    return interface();
   }
   void stop() { program_.reset(); }
+  void turn() { loop->runUntilIdle(); }
 
   lanternAppDelegate& delegate() { return program_->delegate(); }
   Controller& controller() { return program_->controller(); }
   MainInterface& interface() { return program_->interface(); }
   ArrayController& channels() { return interface().channelController; }
   ArrayController& episodes() { return interface().vodcastController; }
-  std::string storeFolder() const { return process.home + "/.local/share/Clipwave"; }
-  std::string storePath() const { return storeFolder() + "/Clipwave.xml"; }
+  ManagedObjectContext& context() { return *delegate().managedObjectContext(); }
+  std::string storePath() const { return process.home + "/.local/share/Clipwave/Clipwave.xml"; }
+
+  // A new channel in its place, selected alone: "Channel 02" and so on.
+  ManagedObject& addChannel() {
+    ManagedObject& channel = *channels().add();
+    turn();
+    channels().rearrangeObjects();
+    return channel;
+  }
+  // The path of a movie of five seconds and that many bytes.
+  std::string makeMovie(std::string_view name, std::size_t size = 2048) {
+    movies.durations[folder / name] = 5;
+    return folder.write(name, std::string(size, 'x'));
+  }
+  // Episodes at the top of the list, the last one first; all their movies are there.
+  void addEpisodes(const std::vector<std::string>& names) {
+    for (const std::string& name : names) addEpisodeFromFile(episodes(), "", makeMovie(name));
+    turn();
+  }
+  // What each listed record has under a key, as text.
+  static std::vector<std::string> listed(const ArrayController& list, std::string_view key = "vcTitle") {
+    std::vector<std::string> texts;
+    for (ManagedObject* record : list.arrangedObjects()) {
+      const Value value = record->value(key);
+      texts.emplace_back(value.isString() ? value.stringValue() : value.boolValue() ? "YES" : "NO");
+    }
+    return texts;
+  }
 
  private:
   std::optional<Bundle> bundle_;
