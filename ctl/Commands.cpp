@@ -28,7 +28,9 @@ const std::vector<Command>& commandTable() {
       {"set", "CHANNEL[/EPISODE] KEY=VALUE...", "Set attributes of a channel or an episode",
        "Keys are those that show prints. KEY= clears an attribute; booleans are 0 and 1; dates are ISO 8601, "
        "such as\n"
-       "2009-03-04T02:05:09Z. Either all of the values are set or none.\n",
+       "2009-03-04T02:05:09Z; paths are seen from the current folder. A vcPath puts another movie in place. "
+       "Either\n"
+       "all of the values are set or none.\n",
        2, true, runSet},
       {"feed", "CHANNEL", "Write a channel's feed to standard output", "Never saves.\n", 1, true, runFeed},
       {"publish", "[--replace|--keep]", "Publish every channel marked for it",
@@ -36,7 +38,8 @@ const std::vector<Command>& commandTable() {
        "--replace\n"
        "replaces them, --keep keeps them but for the feeds; without either they are asked about on a "
        "terminal, and\n"
-       "elsewhere replaced when the default noConfirm is 1, else the run ends.\n",
+       "elsewhere replaced when the default noConfirm is 1, else the run ends. An interrupt cancels the "
+       "run.\n",
        0, true, runPublish},
       {"defaults", "[KEY[=VALUE]...]", "Show or set the user defaults",
        "Without arguments all of them. KEY= goes back to the initial value; booleans are 0 and 1.\n", 0,

@@ -1,0 +1,199 @@
+// The commands that show and change the library, run as a user runs them.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+
+#include "tests/ctl/CompanionProcess.h"
+#include "tests/support/RealMovies.h"
+
+namespace clipwave {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::AllOf;
+using testing::Exits;
+using testing::Fails;
+using ::testing::HasSubstr;
+using testing::makeMovie;
+using testing::Outcome;
+using ::testing::StartsWith;
+
+class Companion : public ::testing::Test {
+ protected:
+  // Makes the channel 1, "Channel 01", with the episode 2, "bread".
+  void openMovie() { library.done({"open", makeMovie(library.folder, "bread.mov", 2)}); }
+  nlohmann::json episode() const { return library.channel().at("children").at(0); }
+
+  const testing::Library library;
+};
+
+TEST_F(Companion, OpensAddsEditsAndShowsWhatItKeeps) {
+  const std::string bread = makeMovie(library.folder, "bread.mov", 2);
+  EXPECT_EQ(library.done({"open", bread}), "Channel 01\n");
+  EXPECT_EQ(library.done("new Garden"), "Garden\n");
+  library.done({"add", "Garden", bread, makeMovie(library.folder, "roses.MP4")});
+  library.done({"set", "Channel 01", "vcTitle=Cooking", "block=1", "mediaPath=/tmp/cooking"});
+  library.done("set Cooking/bread vcPublishDate=2009-03-04T02:05:09Z");
+  EXPECT_THAT(library.done("channels"),
+              AllOf(StartsWith("1\t*\t1\tCooking\t/tmp/cooking\n"), HasSubstr("\t*\t2\tGarden\t")));
+  EXPECT_THAT(library.done("show Cooking"),
+              AllOf(StartsWith("block: 1\n"), HasSubstr("\n  episode\n"), HasSubstr("\n  vcTitle: bread\n")));
+  // The zone is that of the environment.
+  EXPECT_THAT(library.done("feed Cooking"), HasSubstr("<pubDate>Tue, 3 Mar 2009 21:05:09 -0500</pubDate>"));
+}
+
+TEST_F(Companion, DescribesRecordsAsJSONWithEveryKey) {
+  openMovie();
+  library.done({"set", "1", "vcURL=http://example.org/a b", "vcSummary=One\nT\"wo"});
+  library.done("set 1/bread vcPublishDate=2009-03-04T02:05:09Z");
+  // An image, as only the window can choose one.
+  std::string text = library.storedBytes();
+  text.insert(text.find("</Channel>"), "<image>90</image>");
+  text.insert(text.find("</library>"), "<Image id=\"90\"><title>Loaf</title><url>http://x/</url></Image>\n");
+  text.replace(text.find("next=\"3\""), 8, "next=\"91\"");
+  library.folder.write("data/Clipwave/Clipwave.xml", text);
+
+  const nlohmann::json channel = library.channel();
+  EXPECT_EQ(channel.at("id"), 1);
+  EXPECT_EQ(channel.at("vcSummary"), "One\nT\"wo");
+  EXPECT_EQ(channel.at("canEditURLs"), true);
+  EXPECT_EQ(channel.at("skipHour23"), false);
+  EXPECT_EQ(channel.at("protocolTag"), 1);
+  EXPECT_TRUE(channel.at("lastBuildDate").is_null());
+  EXPECT_EQ(channel.at("image"), nlohmann::json({{"title", "Loaf"}, {"url", "http://x/"}}));
+  EXPECT_EQ(channel.at("children").size(), 1U);
+  EXPECT_EQ(episode().at("vcPublishDate"), "2009-03-04T02:05:09Z");
+  EXPECT_EQ(episode().at("vcDuration"), "00:00:02");
+  EXPECT_EQ(episode().at("mediaFullURL"), "http://example.org/a%20b/bread.mov");
+  EXPECT_EQ(episode().at("size"), fs::file_size(library.folder / "bread.mov"));
+  EXPECT_TRUE(episode().at("vcDescription").is_null());
+}
+
+TEST_F(Companion, NeverSavesWhenItOnlyShows) {
+  EXPECT_EQ(library.done("show --json"), "{\n  \"channels\": []\n}\n");
+  EXPECT_FALSE(fs::exists(library.store()));
+  openMovie();
+  const std::string before = library.storedBytes();
+  // Most of these fill values that were not computed yet.
+  for (const char* command : {"channels", "show", "show --json", "feed 1"}) {
+    EXPECT_NE(library.done(command), "");
+    EXPECT_EQ(library.storedBytes(), before) << command;
+  }
+}
+
+TEST_F(Companion, SetsAllOfTheValuesOrNone) {
+  openMovie();
+  library.done("set 1 vcTitle=Cooking vcSubtitle=Bread");
+  library.folder.makeFolder("Movies/Clipwave/Taken");
+  const std::string before = library.storedBytes();
+  const auto refuses = [&](const std::string& record, const std::string& assignment, int status,
+                           const std::string& message) {
+    EXPECT_THAT(library.run({"set", record, "vcSubtitle=New", assignment, "vcEmail=a@b"}),
+                Fails(status, message));
+    EXPECT_EQ(library.storedBytes(), before) << assignment;
+  };
+  refuses("1", "lastBuildDate=yesterday", 2, "lastBuildDate takes a date");
+  refuses("1", "block=yes", 2, "block takes 0 or 1, not \"yes\".");
+  refuses("1", "protocolTag=2x", 2, "protocolTag takes a whole number");
+  refuses("1", "nonsense=1", 2, "There is no key nonsense in a Channel.");
+  refuses("1/2", "movieInfo=x", 2, "movieInfo cannot be set.");
+  refuses("1", "vcSubtitle", 2, "vcSubtitle is not KEY=VALUE.");
+  refuses("1", "vcTitle=Taken", 1, "This channel name already exists at");
+  refuses("1", "vcTitle=", 1, "vcTitle cannot be set to \"\".");
+  refuses("1", "protocolTag=2", 1, "No .Mac Account!");
+  refuses("1/2", "vcPath=/nowhere.mov", 1, "There is no file \"/nowhere.mov\".");
+
+  library.done("set 1 vcSubtitle=");
+  EXPECT_TRUE(library.channel().at("vcSubtitle").is_null());
+}
+
+TEST_F(Companion, MeasuresAMovieThatIsPutInPlaceOfAnother) {
+  openMovie();
+  library.done("set 1/2 vcSubtitle=Flour");  // saves what was measured of the first
+  ASSERT_EQ(episode().at("mediaTimeString"), "00:00:02");
+  const std::string longer = makeMovie(library.folder, "longer.mp4", 5);
+  library.done({"set", "1/2", "vcPath=" + longer});
+  EXPECT_EQ(episode().at("vcPath"), longer);
+  EXPECT_EQ(episode().at("mediaTimeString"), "00:00:05");
+  EXPECT_EQ(episode().at("size"), fs::file_size(longer));
+}
+
+TEST_F(Companion, FindsRecordsByTitleOrIdAndAsksBackWhereSeveralAreMeant) {
+  const std::string movie = makeMovie(library.folder, "bread.mov");
+  library.done({"open", movie, movie});
+  library.done("set 1 vcTitle=A/B");
+  EXPECT_THAT(library.run("set A/B/bread block=1"),
+              Fails(1, "More than one episode is titled \"bread\". Name it by its id: 2 3"));
+  library.done("set 1/2 vcTitle=C/D");
+  library.done("set A/B/C/D vcSubtitle=found");
+  EXPECT_EQ(episode().at("vcSubtitle"), "found");
+  library.done("new A/B");
+  const std::string several = "More than one channel is titled \"A/B\". Name it by its id: 1 4";
+  EXPECT_THAT(library.run("feed A/B"), Fails(1, several));
+  EXPECT_THAT(library.run("set A/B/C/D block=1"), Fails(1, several));
+  EXPECT_THAT(library.run("set 1/nope block=1"), Fails(1, "There is no episode \"nope\"."));
+  EXPECT_THAT(library.run("show A"), Fails(1, "There is no channel \"A\"."));
+}
+
+TEST_F(Companion, TellsWrongUsageFromFailure) {
+  for (const char* command :
+       {"", "bake", "--loud", "channels x", "show a b", "show --xml", "new a b", "new --title", "open",
+        "add a", "set a", "feed", "publish --force", "publish --keep --replace", "defaults =1"}) {
+    const Outcome outcome = library.run(command);
+    EXPECT_THAT(outcome, Fails(2, "clipwavectl: ")) << command;
+    EXPECT_EQ(outcome.out, "");
+  }
+  EXPECT_THAT(library.run("open nowhere.mov"), Fails(1, "There is no file"));
+  EXPECT_THAT(library.run({"open", library.folder.write("notes.txt", "x")}), Fails(1, "is not a movie file"));
+  EXPECT_FALSE(fs::exists(library.store()));
+  EXPECT_THAT(library.done("set --help"),
+              StartsWith("Usage: clipwavectl set CHANNEL[/EPISODE] KEY=VALUE..."));
+}
+
+TEST_F(Companion, LeavesALibraryAloneThatItCannotReadOrSave) {
+  library.done("new Cooking");
+  const std::string whole = library.storedBytes();
+  const Outcome unsaved = library.run("set Cooking vcSubtitle=Bread", 1);
+  EXPECT_THAT(unsaved, Fails(1, "The library at " + library.store() + " cannot be saved. "));
+  EXPECT_EQ(std::count(unsaved.err.begin(), unsaved.err.end(), '\n'), 1) << unsaved.err;
+  EXPECT_EQ(library.storedBytes(), whole);
+
+  std::string newer = whole;
+  newer.replace(newer.find("library version=\"1"), 18, "library version=\"2");
+  for (const std::string& bytes :
+       {whole.substr(0, whole.size() / 2), std::string("no XML"), std::string(), newer}) {
+    library.folder.write("data/Clipwave/Clipwave.xml", bytes);
+    for (const char* command : {"channels", "new Garden", "publish"}) {
+      EXPECT_THAT(library.run(command),
+                  Fails(1, "The library at " + library.store() + " cannot be opened. "));
+    }
+    EXPECT_EQ(library.storedBytes(), bytes);
+  }
+  EXPECT_THAT(library.run("show"), Fails(1, "newer version of this application"));
+}
+
+TEST_F(Companion, ShowsSetsAndResetsUserDefaults) {
+  EXPECT_THAT(library.done("defaults"), HasSubstr("\nnoConfirm=0\n"));
+  library.done("defaults noConfirm=1 minsplitview=90 defaultFilename=show");
+  EXPECT_EQ(library.done("defaults noConfirm minsplitview"), "1\n90\n");
+  library.done("new");
+  EXPECT_EQ(library.channel().at("filename"), "show01.xml");
+  library.done("defaults noConfirm=");
+  EXPECT_EQ(library.done("defaults noConfirm"), "0\n");
+
+  const std::string file = library.folder / "config/Clipwave/defaults.plist";
+  const std::string before = testing::readFile(file);
+  for (const std::string wrong : {"noConfirm=yes", "minsplitview=nan", "noconfirm=1", "noconfirm"})
+    EXPECT_THAT(library.run({"defaults", "defaultFilename=x", wrong}), Fails(2, wrong.substr(0, 8)));
+  EXPECT_EQ(testing::readFile(file), before);
+  library.folder.write("config/Clipwave/defaults.plist", "<plist");
+  for (const char* command : {"defaults noConfirm=1", "publish"})
+    EXPECT_THAT(library.run(command), Fails(1, file));
+  EXPECT_EQ(testing::readFile(file), "<plist");
+}
+
+}  // namespace
+}  // namespace clipwave
