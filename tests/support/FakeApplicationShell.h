@@ -3,14 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
 #include <deque>
-#include <functional>
-#include <optional>
-#include <string>
-#include <string_view>
-#include <utility>
-#include <vector>
 
 #include "platform/appkit/Application.h"
 
@@ -22,7 +15,7 @@ struct ProcessExit {
 };
 
 // An alert without a scripted answer gets Default when it has one button and fails the test otherwise. An
-// Open panel without one is cancelled. Sheets wait until the test ends them.
+// Open panel that is no sheet is cancelled. Sheets wait until the test ends them.
 class FakeApplicationShell final : public ApplicationShell {
  public:
   struct AlertSheet {
@@ -36,12 +29,10 @@ class FakeApplicationShell final : public ApplicationShell {
     std::function<void(OpenPanelAnswer)> ended;
   };
 
-  // The script, and what happens while an alert is up.
+  // The script.
   void answerAlert(Alert::Answer answer, std::optional<bool> checkBox = {}) {
     answers_.push_back({answer, checkBox});
   }
-  void answerOpenPanel(OpenPanelAnswer paths) { panelAnswers_.push_back(std::move(paths)); }
-  std::function<void(const Alert&)> whileAlertIsUp;
 
   // Every alert in order, sheets included: "title|message|buttons", the buttons joined by "/".
   std::vector<std::string> alerts;
@@ -67,7 +58,6 @@ class FakeApplicationShell final : public ApplicationShell {
 
   Alert::Answer runAlert(Alert& alert) override {
     record(alert);
-    if (whileAlertIsUp) whileAlertIsUp(alert);
     if (answers_.empty()) {
       EXPECT_TRUE(alert.alternateButton.empty() && alert.otherButton.empty()) << alerts.back();
       return Alert::Answer::Default;
@@ -79,10 +69,7 @@ class FakeApplicationShell final : public ApplicationShell {
   }
   OpenPanelAnswer runOpenPanel(const OpenPanel& panel) override {
     openPanels.push_back(panel);
-    if (panelAnswers_.empty()) return {};
-    OpenPanelAnswer answer = std::move(panelAnswers_.front());
-    panelAnswers_.pop_front();
-    return answer;
+    return {};
   }
   void beginAlertSheet(Alert alert, Window& window, std::function<void(Alert::Answer)> ended) override {
     record(alert);
@@ -99,15 +86,13 @@ class FakeApplicationShell final : public ApplicationShell {
  private:
   void record(const Alert& alert) {
     std::string text = alert.title + "|" + alert.message + "|" + alert.defaultButton;
-    for (const std::string& button : {alert.alternateButton, alert.otherButton}) {
+    for (const std::string& button : {alert.alternateButton, alert.otherButton})
       if (!button.empty()) text += "/" + button;
-    }
     alerts.push_back(std::move(text));
     alertDetails.push_back(alert);
   }
 
   std::deque<std::pair<Alert::Answer, std::optional<bool>>> answers_;
-  std::deque<OpenPanelAnswer> panelAnswers_;
 };
 
 }  // namespace clipwave::testing

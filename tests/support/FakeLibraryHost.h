@@ -1,14 +1,8 @@
 // A whole library in a scratch folder: the host that records ask, over fakes, and the store they live in.
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
-#include <memory>
-#include <optional>
 #include <stdexcept>
-#include <string>
-#include <string_view>
-#include <vector>
 
 #include "model/Channel.h"
 #include "model/Image.h"
@@ -30,7 +24,7 @@ namespace clipwave::testing {
 class FakeLibraryHost final : public LibraryHost {
  public:
   FakeLibraryHost() {
-    userDefaults.setInitialValues({{"defaultAuthor", processInfo.fullUser},
+    userDefaults.setInitialValues({{"defaultAuthor", processInfo.fullUserName()},
                                    {"defaultLanguage", "English"},
                                    {"defaultFilename", "show"},
                                    {"noConfirm", false}});
@@ -79,7 +73,12 @@ class FakeLibraryHost final : public LibraryHost {
   }
   // A file of that many bytes in `folder` (sparse: it takes no room), declared as a movie when it has a
   // duration.
-  std::string makeFile(std::string_view name, std::int64_t size, std::optional<double> duration = {});
+  std::string makeFile(std::string_view name, std::int64_t size, std::optional<double> duration = {}) {
+    const std::string path = folder.write(name, "");
+    std::filesystem::resize_file(path, static_cast<std::uintmax_t>(size));
+    if (duration) movieOpener.durations[path] = *duration;
+    return path;
+  }
 
   // Every record is read anew: pointers from before lead nowhere.
   void saveAndReopen() {
@@ -117,19 +116,10 @@ class FakeLibraryHost final : public LibraryHost {
   }
   void open() {
     auto coordinator = std::make_unique<PersistentStoreCoordinator>(*model, fileManager);
-    if (const auto added = coordinator->addPersistentStore(NSXMLStoreType, storePath()); !added) {
+    if (const auto added = coordinator->addPersistentStore(NSXMLStoreType, storePath()); !added)
       throw std::runtime_error(added.error().localizedDescription);
-    }
     context = std::make_unique<ManagedObjectContext>(std::move(coordinator), *loop);
   }
 };
-
-inline std::string FakeLibraryHost::makeFile(std::string_view name, std::int64_t size,
-                                             std::optional<double> duration) {
-  const std::string path = folder.write(name, "");
-  std::filesystem::resize_file(path, static_cast<std::uintmax_t>(size));
-  if (duration) movieOpener.durations[path] = *duration;
-  return path;
-}
 
 }  // namespace clipwave::testing

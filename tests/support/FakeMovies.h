@@ -2,9 +2,6 @@
 #pragma once
 
 #include <map>
-#include <memory>
-#include <string>
-#include <string_view>
 
 #include "platform/quicktime/Movie.h"
 

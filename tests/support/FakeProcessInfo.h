@@ -1,8 +1,6 @@
 // A process whose user, host and folders are whatever a test says.
 #pragma once
 
-#include <string>
-
 #include "platform/foundation/FileManager.h"
 #include "platform/foundation/FolderCreation.h"
 #include "platform/foundation/ProcessInfo.h"
@@ -14,14 +12,11 @@ class FakeProcessInfo final : public ProcessInfo {
  public:
   explicit FakeProcessInfo(std::string homeFolder = "") : home(std::move(homeFolder)) {}
 
-  std::string host = "studio.example";
-  std::string user = "alex";
-  std::string fullUser = "Alex Example";
   std::string home;
 
-  std::string hostName() const override { return host; }
-  std::string userName() const override { return user; }
-  std::string fullUserName() const override { return fullUser; }
+  std::string hostName() const override { return "studio.example"; }
+  std::string userName() const override { return "alex"; }
+  std::string fullUserName() const override { return "Alex Example"; }
   std::string homeDirectory() const override { return home; }
   Result<std::string> applicationSupportFolder() const override {
     auto folder = underHome(".local/share");

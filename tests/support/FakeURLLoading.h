@@ -1,11 +1,6 @@
 // URLs whose background loads a test ends by hand.
 #pragma once
 
-#include <functional>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "platform/foundation/URLLoading.h"
 
 namespace clipwave::testing {

@@ -1,10 +1,6 @@
 // A workspace that opens nothing and keeps what it was asked to open.
 #pragma once
 
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "platform/appkit/Workspace.h"
 
 namespace clipwave::testing {
@@ -13,7 +9,6 @@ class FakeWorkspace final : public Workspace {
  public:
   // In order: "file PATH", "url URL", "file PATH with APPLICATION".
   std::vector<std::string> calls;
-  bool succeeds = true;  // what every call answers
 
   bool openFile(std::string_view path) override { return record("file " + std::string(path)); }
   bool openURL(std::string_view url) override { return record("url " + std::string(url)); }
@@ -24,7 +19,7 @@ class FakeWorkspace final : public Workspace {
  private:
   bool record(std::string call) {
     calls.push_back(std::move(call));
-    return succeeds;
+    return true;
   }
 };
 

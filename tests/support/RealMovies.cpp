@@ -33,9 +33,8 @@ void runFFmpeg(std::vector<std::string> arguments) {
   pid_t tool = 0;
   int status = 0;
   if (::posix_spawnp(&tool, "ffmpeg", nullptr, nullptr, argv.data(), environ) != 0 ||
-      ::waitpid(tool, &status, 0) != tool || status != 0) {
+      ::waitpid(tool, &status, 0) != tool || status != 0)
     throw std::runtime_error("ffmpeg could not make " + arguments.back());
-  }
 }
 
 }  // namespace clipwave::testing

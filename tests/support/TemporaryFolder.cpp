@@ -38,22 +38,16 @@ std::string readFile(std::string_view path) {
 }
 
 EnvironmentVariable::EnvironmentVariable(const char* name, const char* value) : name_(name) {
-  const char* old = std::getenv(name);
-  wasSet_ = old != nullptr;
-  if (wasSet_) old_ = old;
-  if (value != nullptr) {
-    ::setenv(name, value, 1);
-  } else {
-    ::unsetenv(name);
-  }
+  if (const char* old = std::getenv(name)) old_ = old;
+  set(value);
 }
 
 EnvironmentVariable::~EnvironmentVariable() {
-  if (wasSet_) {
-    ::setenv(name_.c_str(), old_.c_str(), 1);
-  } else {
-    ::unsetenv(name_.c_str());
-  }
+  set(old_ ? old_->c_str() : nullptr);
+}
+
+void EnvironmentVariable::set(const char* value) const {
+  value != nullptr ? ::setenv(name_.c_str(), value, 1) : ::unsetenv(name_.c_str());
 }
 
 }  // namespace clipwave::testing

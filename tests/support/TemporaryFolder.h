@@ -1,6 +1,7 @@
 // A folder of the test's own, removed with everything in it when the test ends.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,9 +36,10 @@ class EnvironmentVariable {
   EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
 
  private:
+  void set(const char* value) const;
+
   std::string name_;
-  std::string old_;
-  bool wasSet_;
+  std::optional<std::string> old_;
 };
 
 }  // namespace clipwave::testing

@@ -1,12 +1,6 @@
 // The application as a whole over fakes, in a scratch home folder with resources of the test's own.
 #pragma once
 
-#include <memory>
-#include <optional>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "app/ClipwaveProgram.h"
 #include "model/EpisodeFromFile.h"
 #include "platform/appkit/FieldBinding.h"
