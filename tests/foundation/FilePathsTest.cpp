@@ -4,9 +4,7 @@
 
 namespace clipwave {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using namespace ::testing;
 
 TEST(FilePaths, APathFallsIntoItsRootAndItsComponents) {
   EXPECT_THAT(pathComponents("/Volumes//disk/a.mov/"), ElementsAre("/", "Volumes", "disk", "a.mov"));

@@ -6,22 +6,7 @@
 
 namespace clipwave {
 namespace {
-
-using ::testing::ElementsAre;
-
-TEST(NotificationCenter, ReachesTheObserversOfANameInTheirOrder) {
-  NotificationCenter center;
-  std::vector<std::string> heard;
-  const auto first = center.observe("movieCreated", [&](const Notification& notification) {
-    heard.push_back("1 " + std::string(notification.userInfo.at("path").stringValue()));
-  });
-  auto second = center.observe("movieCreated", [&](const Notification&) { heard.push_back("2"); });
-  center.post("recordingStarted");
-  center.post("movieCreated", {}, {{"path", "/a.mov"}});
-  second.cancel();
-  center.post("movieCreated", {}, {{"path", "/b.mov"}});
-  EXPECT_THAT(heard, ElementsAre("1 /a.mov", "2", "1 /b.mov"));
-}
+using namespace ::testing;
 
 TEST(Observers, MayEndAndBeginObservationsWhileTheyAreCalled) {
   auto observers = std::make_unique<Observers<>>();

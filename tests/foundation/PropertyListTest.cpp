@@ -6,8 +6,7 @@
 
 namespace clipwave {
 namespace {
-
-using ::testing::HasSubstr;
+using namespace ::testing;
 
 std::string plist(std::string_view content) {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist PUBLIC \"-//X//DTD PLIST 1.0//EN\" "
@@ -31,11 +30,8 @@ std::string failureOf(std::string_view data) {
 TEST(PropertyList, EveryKindOfValueSurvivesBeingWrittenAndRead) {
   const Value all(Dictionary{
       {"yes", Value(true)},
-      {"no", Value(false)},
-      {"one", Value(1)},
       {"least", Value(std::numeric_limits<std::int64_t>::min())},
       {"most", Value(std::numeric_limits<std::int64_t>::max())},
-      {"real", Value(0.1)},
       {"large", Value(1e300)},
       {"date", Value(Date::fromSeconds(-86'399))},
       {"text & <more>", Value(" R&D \xC3\xA9\r\n\t\"quoted\" ")},
@@ -44,29 +40,8 @@ TEST(PropertyList, EveryKindOfValueSurvivesBeingWrittenAndRead) {
       {"list", Value(Array{Value(1), Value(Array{}), Value(Dictionary{{"", Value("no key")}})})},
   });
   EXPECT_TRUE(readBack(all) == all);
-  for (std::size_t size = 0; size < 5; ++size) {
+  for (std::size_t size = 0; size < 5; ++size)
     EXPECT_EQ(readBack(Value::data(std::string(size, '\xFB'))).dataValue(), std::string(size, '\xFB'));
-  }
-}
-
-TEST(PropertyList, WhatNoPropertyListHoldsIsLeftOutWithItsKey) {
-  const Value read = readBack(Value(Dictionary{{"absent", Value()}, {"control", Value("a\x01z")}}));
-  EXPECT_TRUE(read == Value(Dictionary{{"control", Value("az")}}));
-}
-
-TEST(PropertyList, IsWrittenWithOneElementPerLineAndSortedKeys) {
-  EXPECT_EQ(dataFromPropertyList(Value(Dictionary{{"b", Value(Array{Value("x")})}, {"a", Value(true)}})),
-            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-            "<plist version=\"1.0\">\n"
-            "  <dict>\n"
-            "    <key>a</key>\n"
-            "    <true/>\n"
-            "    <key>b</key>\n"
-            "    <array>\n"
-            "      <string>x</string>\n"
-            "    </array>\n"
-            "  </dict>\n"
-            "</plist>\n");
 }
 
 TEST(PropertyList, ReadsTheFormsThatOtherProgramsWrite) {
@@ -82,28 +57,26 @@ TEST(PropertyList, ReadsTheFormsThatOtherProgramsWrite) {
 }
 
 TEST(PropertyList, AnythingElseIsReportedAsCorruptWithTheReason) {
-  EXPECT_THAT(failureOf(""), HasSubstr("property list cannot be read"));
-  EXPECT_THAT(failureOf("bplist00\xD1"), HasSubstr("cannot be read"));
-  EXPECT_THAT(failureOf(plist("<dict>").substr(0, 170)), HasSubstr("Line "));
-  EXPECT_THAT(failureOf("<html><true/></html>"), HasSubstr("\"html\", not \"plist\""));
-  EXPECT_THAT(failureOf(plist("")), HasSubstr("0 values"));
-  EXPECT_THAT(failureOf(plist("<true/><true/>")), HasSubstr("2 values"));
-  EXPECT_THAT(failureOf(plist("<dict><key>k</key></dict>")), HasSubstr("The key \"k\" has no value."));
-  EXPECT_THAT(failureOf(plist("<dict><key>k</key><key>l</key></dict>")),
-              HasSubstr("The key \"k\" has no value."));
-  EXPECT_THAT(failureOf(plist("<dict><true/></dict>")), HasSubstr("no key"));
-  EXPECT_THAT(failureOf(plist("<array>loose<true/></array>")), HasSubstr("Text stands between"));
-  EXPECT_THAT(failureOf(plist("<array><set/></array>")), HasSubstr("\"set\" is no kind of value."));
-  EXPECT_THAT(failureOf(plist("<integer>12 apples</integer>")), HasSubstr("\"12 apples\" is no integer."));
-  EXPECT_THAT(failureOf(plist("<real></real>")), HasSubstr("is no number."));
-  EXPECT_THAT(failureOf(plist("<date>yesterday</date>")), HasSubstr("\"yesterday\" is no date."));
-  EXPECT_THAT(failureOf(plist("<data>A=A=</data>")), HasSubstr("is no data."));
-}
-
-TEST(PropertyList, DepthBeyondReasonIsRefusedAndNotFollowed) {
-  std::string deep;
+  std::string deep = "<plist>";
   for (int i = 0; i < 200'000; ++i) deep += "<array>";
-  EXPECT_THAT(failureOf("<plist>" + deep), HasSubstr("cannot be read"));
+  const std::pair<std::string, const char*> corrupt[] = {
+      {"", "property list cannot be read"},
+      {"bplist00\xD1", "cannot be read"},
+      {deep, "cannot be read"},
+      {plist("<dict>").substr(0, 170), "Line "},
+      {"<html><true/></html>", "\"html\", not \"plist\""},
+      {plist(""), "0 values"},
+      {plist("<true/><true/>"), "2 values"},
+      {plist("<dict><key>k</key></dict>"), "The key \"k\" has no value."},
+      {plist("<dict><key>k</key><key>l</key></dict>"), "The key \"k\" has no value."},
+      {plist("<dict><true/></dict>"), "no key"},
+      {plist("<array>loose<true/></array>"), "Text stands between"},
+      {plist("<array><set/></array>"), "\"set\" is no kind of value."},
+      {plist("<integer>12 apples</integer>"), "\"12 apples\" is no integer."},
+      {plist("<real></real>"), "is no number."},
+      {plist("<date>yesterday</date>"), "\"yesterday\" is no date."},
+      {plist("<data>A=A=</data>"), "is no data."}};
+  for (const auto& [data, complaint] : corrupt) EXPECT_THAT(failureOf(data), HasSubstr(complaint));
 }
 
 }  // namespace

@@ -3,16 +3,14 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <limits>
 
 #include "tests/support/TemporaryFolder.h"
 
 namespace clipwave {
 namespace {
-
-using testing::EnvironmentVariable;
-using ::testing::IsSupersetOf;
+using namespace ::testing;
+using namespace testing;
 
 constexpr std::string_view kFeedDate = "%a, %e %b %Y %H:%M:%S %z";
 
@@ -25,22 +23,14 @@ std::string nameWithTZ(const char* value) {
   return TimeZone::defaultTimeZone().name();
 }
 
-TEST(TimeZone, IsFoundByItsExactNameOnly) {
-  for (const char* name : {"Europe/Berlin", "America/Los_Angeles", "UTC", "Asia/Kathmandu"}) {
-    ASSERT_TRUE(TimeZone::named(name)) << name;
-    EXPECT_EQ(TimeZone::named(name)->name(), name);
-  }
-  for (const char* name :
-       {"", "Europe", "europe/berlin", "Europe/Berlin ", "Mars/Olympus", "../../etc/passwd"}) {
-    EXPECT_FALSE(TimeZone::named(name)) << name;
-  }
-}
-
-TEST(TimeZone, KnowsItsNamesInAlphabeticalOrder) {
+TEST(TimeZone, IsFoundByItsExactNameOnlyAndKnowsThemInAlphabeticalOrder) {
   const std::vector<std::string> names = TimeZone::knownTimeZoneNames();
   EXPECT_THAT(names, IsSupersetOf({"Europe/Berlin", "America/New_York", "UTC"}));
   EXPECT_TRUE(std::is_sorted(names.begin(), names.end()));
-  for (const std::string& name : names) EXPECT_TRUE(TimeZone::named(name)) << name;
+  for (const std::string& name : names) EXPECT_EQ(TimeZone::named(name).value().name(), name);
+  for (const char* name :
+       {"", "Europe", "europe/berlin", "Europe/Berlin ", "Mars/Olympus", "../../etc/passwd"})
+    EXPECT_FALSE(TimeZone::named(name)) << name;
 }
 
 TEST(TimeZone, TheDefaultFollowsTheEnvironmentAtEveryCall) {
@@ -77,20 +67,12 @@ TEST(CalendarFormat, KnowsEachOfItsLettersAndLeavesTheOthers) {
   EXPECT_EQ(written("2008-12-31T23:00:00Z", "UTC", "%I%p"), "11PM");
 }
 
-TEST(CalendarFormat, TheFarthestDatesAreWrittenWithoutHarm) {
-  const TimeZone berlin = *TimeZone::named("Europe/Berlin");
-  EXPECT_EQ(calendarYear(Date{std::numeric_limits<std::int64_t>::max()}, berlin), 294'247);
-  EXPECT_EQ(calendarYear(Date{std::numeric_limits<std::int64_t>::min()}, berlin), -290'308);
-  EXPECT_EQ(calendarYear(*dateFromISO8601("2009-12-31T23:30:00Z"), berlin), 2010);
-}
-
 TEST(ISO8601, ReadsItsFormsAndWritesTheShortOne) {
   const Date date = Date::fromSeconds(1'236'132'309);
   EXPECT_EQ(iso8601(date), "2009-03-04T02:05:09Z");
   for (const char* text : {"2009-03-04T02:05:09Z", "2009-03-03T18:05:09-08:00", "2009-03-04T07:50:09+0545",
-                           "2009-03-04T03:05:09+01"}) {
+                           "2009-03-04T03:05:09+01"})
     EXPECT_EQ(dateFromISO8601(text), date) << text;
-  }
   EXPECT_EQ(dateFromISO8601("2009-03-04T02:05:09.1234567Z")->microseconds, date.microseconds + 123'456);
   EXPECT_EQ(dateFromISO8601("1969-12-31T23:59:59.5Z"), Date{-500'000});
   EXPECT_EQ(iso8601(*dateFromISO8601("2009-03-04")), "2009-03-04T00:00:00Z");
@@ -101,9 +83,8 @@ TEST(ISO8601, RefusesOtherTextAndDatesInNoCalendar) {
   for (const char* text : {"", "2009", "2009-3-4", "2009-02-29", "1900-02-29", "2009-13-01", "2009-00-10",
                            "2009-04-31", "2009-03-04T", "2009-03-04T02:05Z", "2009-03-04T24:00:00Z",
                            "2009-03-04T02:60:00Z", "2009-03-04T02:05:09", "2009-03-04T02:05:09.Z",
-                           "2009-03-04T02:05:09Zx", "2009-03-04T02:05:09+1", " 2009-03-04", "+009-03-04"}) {
+                           "2009-03-04T02:05:09Zx", "2009-03-04T02:05:09+1", " 2009-03-04", "+009-03-04"})
     EXPECT_FALSE(dateFromISO8601(text)) << text;
-  }
 }
 
 }  // namespace
