@@ -1,20 +1,16 @@
 #include "platform/appkit/Application.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
-
-#include <memory>
-#include <vector>
 
 #include "tests/support/FakeApplicationShell.h"
 
 namespace clipwave {
 namespace {
+using namespace ::testing;
+using namespace testing;
 
-using ::testing::ElementsAre;
-
-class ApplicationTest : public ::testing::Test, public ApplicationDelegate {
+class ApplicationTest : public Test, public ApplicationDelegate {
  protected:
   TerminateReply applicationShouldTerminate() override {
     ++questions;
@@ -31,7 +27,7 @@ class ApplicationTest : public ::testing::Test, public ApplicationDelegate {
 
   TestClock clock;
   std::unique_ptr<RunLoop> loop = makeRunLoop(clock);
-  testing::FakeApplicationShell shell;
+  FakeApplicationShell shell;
   Application application{*loop, shell};
   TerminateReply reply = TerminateReply::TerminateNow;
   int questions = 0;
@@ -44,19 +40,8 @@ TEST_F(ApplicationTest, ErrorsAreShownAsTheDelegateRewritesThem) {
   EXPECT_THAT(shell.alerts, ElementsAre("|100%s lost.|OK", "|Lost. Sorry.|OK"));
 }
 
-TEST_F(ApplicationTest, AlertPanelsAskWithTheirStyleAndAnswerAsTheUserDid) {
-  shell.answerAlert(Alert::Answer::Other);
-  EXPECT_EQ(application.runCriticalAlertPanel("T?", "M", "Trash", "Cancel", "Keep"), Alert::Answer::Other);
-  EXPECT_THAT(shell.alerts, ElementsAre("T?|M|Trash/Cancel/Keep"));
-  EXPECT_EQ(shell.alertDetails[0].style, Alert::Style::Critical);
-  Window window;
-  application.beginAlertSheet(shell.alertDetails[0], window, nullptr);
-  shell.endAlertSheet();
-}
-
 TEST_F(ApplicationTest, ASheetEndsWithItsCodeAndIsOrderedOutByItsHandler) {
-  Window window;
-  Window sheet;
+  Window window, sheet;
   int code = -1;
   application.beginSheet(sheet, window, [&](int returnCode) {
     EXPECT_TRUE(sheet.isVisible());
@@ -69,18 +54,10 @@ TEST_F(ApplicationTest, ASheetEndsWithItsCodeAndIsOrderedOutByItsHandler) {
   EXPECT_EQ(code, 7);
   application.endSheet(sheet, 8);
   EXPECT_EQ(code, 7);
-
-  Window other;
-  application.beginSheet(other, window, nullptr);
-  application.beginSheet(sheet, window, nullptr);
-  application.endSheet(sheet);
-  EXPECT_EQ(window.attachedSheet(), &other);
-  EXPECT_FALSE(sheet.isVisible());
 }
 
 TEST_F(ApplicationTest, AModalRunHoldsDeferredCallsBackAndQuittingEndsEveryOne) {
-  Window preferences;
-  Window nested;
+  Window preferences, nested;
   bool deferredCall = false;
   int ends[2];
   ASSERT_EQ(::pipe(ends), 0);

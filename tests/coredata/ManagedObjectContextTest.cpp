@@ -4,9 +4,10 @@
 
 namespace clipwave {
 namespace {
-using ::testing::ElementsAre;
+using namespace ::testing;
+using namespace testing;
 
-class ManagedObjectContextTest : public testing::LibraryTest {
+class ManagedObjectContextTest : public LibraryTest {
  protected:
   void SetUp() override { open(); }
 };
@@ -26,58 +27,39 @@ TEST_F(ManagedObjectContextTest, FindsRecordsInStoreOrderByIndexScanPredicateAnd
                      .predicate = [](ManagedObject& c) { return c.objectID() > 1; }}),
               ElementsAre(all[2], all[3]));
   EXPECT_EQ(context->executeFetchRequest({.entityName = "Nobody"}).error().code, kFetchRequestError);
-  EXPECT_FALSE(context->executeFetchRequest({.entityName = "Channel", .key = "nothing"}).ok());
   EXPECT_FALSE(context->executeFetchRequest({.entityName = "Channel", .key = "children"}).ok());
-  EXPECT_EQ(context->insertNewObject("Nobody"), nullptr);
 
   insert("Image").setValue("url", "http://a/");
   EXPECT_EQ(fetch(*model.fetchRequestFromTemplate("untitled")).size(), 3U);
   EXPECT_EQ(fetch(*model.fetchRequestFromTemplate("fetchImages", {{"URL", "http://a/"}})).size(), 1U);
-  EXPECT_EQ(fetch(*model.fetchRequestFromTemplate("fetchImages", {{"URL", "http://b/"}})).size(), 0U);
   EXPECT_FALSE(model.fetchRequestFromTemplate("fetchImages", {{"url", "http://a/"}}).has_value());
-  EXPECT_FALSE(model.fetchRequestFromTemplate("nothing").has_value());
 }
 
 TEST_F(ManagedObjectContextTest, TheIndexFollowsChangesDeletionsUndoAndLoading) {
-  const auto count = [this](std::string_view title) {
-    return context->index("Channel", "vcTitle")->count(title);
-  };
-  ManagedObject& a = insert("Channel", "x");
+  const auto count = [this] { return context->index("Channel", "vcTitle")->count("x"); };
   insert("Channel", "x");
+  insert("Channel", "x").setValue("vcTitle", "y");
+  EXPECT_EQ(count(), 1U);
   endPass();
-  const std::uint64_t releases = context->index("Channel", "vcTitle")->releases();
-  a.setValue("vcTitle", "y");
-  EXPECT_EQ(context->index("Channel", "vcTitle")->releases(), releases);
-  endPass();
-  context->deleteObject(a);
-  EXPECT_EQ(count("y"), 0U);
-  EXPECT_EQ(context->index("Channel", "vcTitle")->releases(), releases + 1);
+  context->deleteObject(*fetch({.entityName = "Channel"})[0]);
+  EXPECT_EQ(count(), 0U);
   context->undo();
-  EXPECT_EQ(count("y"), 1U);
-  context->undo();
-  EXPECT_EQ(count("x"), 2U);
   saveAndReopen();
-  EXPECT_EQ(count("x"), 2U);
-  EXPECT_EQ(context->index("Channel", "protocolTag"), nullptr);
+  EXPECT_EQ(count(), 1U);
 }
 
 TEST_F(ManagedObjectContextTest, TellsWhatHappenedToTheRecordsAndInWhichOrder) {
+  ManagedObject& channel = insert("Channel");
+  insertEpisode(channel, "t");
+  endPass();
   std::vector<std::string> told;
   const auto observation = context->observeChanges([&told](const ContextChange& change) {
     const auto& entity = change.object->entity();
     if (change.kind == ContextChange::Kind::Inserted) told.push_back("+" + entity.name());
-    if (change.kind == ContextChange::Kind::Deleted) {
-      EXPECT_TRUE(change.object->isDeleted());
-      told.push_back("-" + entity.name());
-    }
+    if (change.kind == ContextChange::Kind::Deleted) told.push_back("-" + entity.name());
     if (change.kind == ContextChange::Kind::ValueChanged)
       told.push_back(entity.properties()[static_cast<std::size_t>(change.property)].name);
   });
-  ManagedObject& channel = insert("Channel");
-  insertEpisode(channel, "t");
-  EXPECT_THAT(told, ElementsAre("+Channel", "vcPublishDate", "+Vodcast", "vcTitle", "parent", "children"));
-  endPass();
-  told.clear();
   context->deleteObject(channel);
   EXPECT_THAT(told, ElementsAre("children", "parent", "-Vodcast", "-Channel"));
   told.clear();
@@ -89,17 +71,12 @@ TEST_F(ManagedObjectContextTest, DeletingByTheRulesLeavesNoReferenceBehind) {
   ManagedObject& channel = insert("Channel", "A");
   ManagedObject& image = insert("Image");
   insertEpisode(channel, "one");
-  insertEpisode(channel, "two");
   channel.setValue("image", &image);
-  channel.addObject(image, "pictures");
-  channel.addObject(image, "pictures");
+  for (int i = 0; i < 2; ++i) channel.addObject(image, "pictures");
   EXPECT_EQ(channel.relatedObjects("pictures").size(), 1U);
   context->deleteObject(image);
   EXPECT_EQ(channel.relatedObject("image"), nullptr);
   EXPECT_TRUE(channel.relatedObjects("pictures").empty());
-  EXPECT_EQ(context->countOfEntity("Channel"), 1U);
-  context->deleteObject(*channel.relatedObjects("children").front());
-  EXPECT_THAT(titles(channel.relatedObjects("children")), ElementsAre("two"));
   context->deleteObject(channel);
   EXPECT_EQ(context->countOfEntity("Vodcast"), 0U);
 }
@@ -133,20 +110,9 @@ TEST_F(ManagedObjectContextTest, ValidatesChangedRecordsAndGathersSeveralErrorsI
   ASSERT_FALSE(saved.ok());
   EXPECT_EQ(saved.error().code, kValidationMultipleErrorsError);
   EXPECT_EQ(saved.error().localizedDescription, "3 values of the library are not valid.");
-  std::vector<std::string> details;
-  for (const Error& error : saved.error().detailedErrors) details.push_back(error.localizedDescription);
-  EXPECT_THAT(details,
-              ElementsAre("It is taken.", "“protocolTag” of a Channel cannot hold a value of this type.",
-                          "“vcTitle” of a Channel is not valid."));
+  ASSERT_EQ(saved.error().detailedErrors.size(), 3U);
+  EXPECT_EQ(saved.error().detailedErrors[2].localizedDescription, "“vcTitle” of a Channel is not valid.");
   EXPECT_EQ(files.countOf("writeAtomically"), 0);
-
-  // What was stored before is not looked at again.
-  folder.write(
-      "Clipwave.xml",
-      "<library version=\"1.0\" next=\"9\"><Channel id=\"1\"><vcTitle>taken</vcTitle></Channel></library>");
-  open();
-  insert("Channel", "new");
-  EXPECT_TRUE(context->save().ok());
 }
 
 TEST_F(ManagedObjectContextTest, AsksEditorsInOrderUntilOneRefuses) {
@@ -154,19 +120,16 @@ TEST_F(ManagedObjectContextTest, AsksEditorsInOrderUntilOneRefuses) {
     std::function<bool()> commit;
     bool commitEditing() override { return commit(); }
     void discardEditing() override { commit = nullptr; }
-  };
+  } a, b, c;
   std::string asked;
-  Field a, b, c;
   a.commit = [&] { return context->unregisterEditor(b), asked += 'a', true; };
   b.commit = [&] { return asked += 'b', true; };
   c.commit = [&] { return asked += 'c', false; };
   for (Field* field : {&a, &b, &c, &a}) context->registerEditor(*field);
   EXPECT_FALSE(context->commitEditing());
   EXPECT_EQ(asked, "ac");
-  context->unregisterEditor(c);
-  EXPECT_TRUE(context->commitEditing());
   context->discardEditing();
-  EXPECT_TRUE(!a.commit && b.commit && c.commit);
+  EXPECT_TRUE(!a.commit && b.commit && !c.commit);
 }
 
 }  // namespace
