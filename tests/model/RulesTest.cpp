@@ -1,11 +1,9 @@
 // The model's pure rules: texts of sizes and durations, escaping, titles from file names, languages; and the
 // tables shipped.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <limits>
 
-#include "model/EpisodeFromFile.h"
 #include "model/FeedURL.h"
 #include "model/LanguageDataSource.h"
 #include "model/MediaText.h"
@@ -13,16 +11,15 @@
 
 namespace clipwave {
 namespace {
-
-using ::testing::ElementsAre;
+using namespace ::testing;
+using namespace testing;
 
 TEST(MediaTextTest, DurationsAreCutToWholeSeconds) {
   EXPECT_EQ(durationText(3725.9), "01:02:05");
   EXPECT_EQ(durationText(59.99), "00:00:59");
   EXPECT_EQ(durationText(100 * 3600 + 61), "100:01:01");
-  for (const double absurd : {-1.0, 1e300, std::numeric_limits<double>::quiet_NaN()}) {
+  for (const double absurd : {-1.0, 1e300, std::numeric_limits<double>::quiet_NaN()})
     EXPECT_EQ(durationText(absurd), "00:00:00") << absurd;
-  }
 }
 
 TEST(MediaTextTest, UnitsChangeJustAboveAPowerOfTwo) {
@@ -55,28 +52,8 @@ TEST(FeedURLTest, EscapesAsFeedsNeedThem) {
   EXPECT_EQ(feedURL("http://h", std::nullopt), std::nullopt);
 }
 
-TEST(EpisodeFromFileTest, AnEpisodeComesOnTopWithItsFileAndAPrefixedTitle) {
-  EXPECT_EQ(episodeTitleFromPath("", "/x/.hidden"), ".hidden");
-  testing::FakeLibraryHost host;
-  ArrayController channels{std::string(kChannelEntity)};
-  ArrayController episodes{std::string(kVodcastEntity)};
-  channels.setManagedObjectContext(host.context.get());
-  episodes.setManagedObjectContext(host.context.get());
-  episodes.bindContentToSelectionOf(channels, "children");
-  host.channelList = &channels;
-  ManagedObject* channel = channels.add();
-  host.turn();
-
-  Vodcast* first = addEpisodeFromFile(episodes, "", host.makeFile("a/clip.mov", 1));
-  Vodcast* second = addEpisodeFromFile(episodes, "Show ", host.makeFile("a/trip.day1.mov", 1));
-  EXPECT_THAT(episodes.arrangedObjects(), ElementsAre(second, first));
-  EXPECT_EQ(second->value("vcTitle"), Value("Show trip.day1"));
-  EXPECT_EQ(second->value("vcAuthor"), Value("Alex Example"));
-  EXPECT_EQ(second->parent(), channel);
-}
-
 TEST(LanguageDataSourceTest, NamesAreShownWithoutRegardToCaseAndLookedUpExactly) {
-  const testing::TemporaryFolder folder;
+  const TemporaryFolder folder;
   const auto files = makeFileManager();
   folder.write("languages.plist",
                "<plist><dict><key>French</key><string>fr</string><key>english</key>"
@@ -89,16 +66,15 @@ TEST(LanguageDataSourceTest, NamesAreShownWithoutRegardToCaseAndLookedUpExactly)
 
 // The resources as they are shipped.
 TEST(ResourcesTest, TheTablesFitTheModel) {
-  testing::FakeLibraryHost host;
+  FakeLibraryHost host;
   const Bundle bundle(
       host.fileManager,
       findResourceFolder(host.fileManager, std::filesystem::read_symlink("/proc/self/exe").string()));
   const Dictionary defaults = bundle.dictionaryForResource("defaults");
   for (const char* key :
        {"defaultAuthor", "defaultLanguage", "defaultFilename", "defaultImageProperty", "defaultPodcastPrefix",
-        "shouldCheckForUpdate", "updateURL", "minsplitview", "maxsplitfactor", "noConfirm"}) {
+        "shouldCheckForUpdate", "updateURL", "minsplitview", "maxsplitfactor", "noConfirm"})
     EXPECT_TRUE(defaults.contains(key)) << key;
-  }
   EXPECT_TRUE(LanguageDataSource(bundle).codeForName(defaults.at("defaultLanguage").stringValue()));
   EXPECT_EQ(LanguageDataSource(bundle).nameForCode("en-us"), "English (United States)");
 
