@@ -2,11 +2,6 @@
 #pragma once
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "platform/foundation/PropertyList.h"
 #include "publish/FeedPreparation.h"
