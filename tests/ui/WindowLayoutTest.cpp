@@ -6,11 +6,13 @@
 
 namespace clipwave {
 namespace {
+using namespace ::testing;
+using namespace testing;
 
 constexpr Rect kAdvanced{{10, 74}, {600, 240}};
 constexpr Rect kSimple{{10, 74}, {600, 282}};
 
-class WindowLayoutTest : public ::testing::Test {
+class WindowLayoutTest : public Test {
  protected:
   WindowLayoutTest() {
     for (const int tag : {2, 2, 7}) program_.addChannel().setValue("protocolTag", tag);
@@ -25,7 +27,7 @@ class WindowLayoutTest : public ::testing::Test {
     EXPECT_EQ(window_.mainWindow.isSimple(), window_.lowerView.frame().size.height > 240);
     return window_.lowerView.frame();
   }
-  testing::TestProgram program_;
+  TestProgram program_;
   MainInterface& window_ = program_.launch();
   WindowLayout& layout_ = program_.controller().windowLayout();
 };
