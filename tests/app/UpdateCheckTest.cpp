@@ -1,15 +1,13 @@
 #include "app/UpdateCheck.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "tests/support/TestProgram.h"
 
 namespace clipwave {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using namespace ::testing;
+using namespace testing;
 
 constexpr std::string_view kURL = "http://u.example/version.plist";
 
@@ -17,7 +15,7 @@ std::string list(Value version, Value url = "http://u.example/get?a=%20b") {
   return dataFromPropertyList(Dictionary{{"version", std::move(version)}, {"url", std::move(url)}});
 }
 
-class UpdateCheckTest : public ::testing::Test {
+class UpdateCheckTest : public Test {
  protected:
   void launch(std::string_view current = "1.5") {
     program_.writeResource("Info", {{"CFBundleVersion", current}});
@@ -32,13 +30,12 @@ class UpdateCheckTest : public ::testing::Test {
     program_.urls.finish();
     return program_.log.lines;
   }
-  testing::TestProgram program_;
+  TestProgram program_;
 };
 
 TEST_F(UpdateCheckTest, WhatIsNoLargerNumberIsNoUpdate) {
-  for (const std::string& data : {list("1.5"), list(1.5), list("1.49"), list({})}) {
+  for (const std::string& data : {list("1.5"), list(1.5), list("1.49"), list({})})
     EXPECT_THAT(announce(data), ElementsAre("No Updates Available"));
-  }
   EXPECT_THAT(announce(list("1.10"), "1.9"), ElementsAre("No Updates Available"));
   EXPECT_THAT(program_.shell.alerts, IsEmpty());
   EXPECT_EQ(program_.urls.reads, program_.urls.loads);
@@ -60,9 +57,8 @@ TEST_F(UpdateCheckTest, ALargerNumberIsOfferedAsASheetThatLeadsToItsPage) {
 
 TEST_F(UpdateCheckTest, WhatCannotBeReadIsPassedOverInSilence) {
   for (const std::string& data : {std::string("<html>no list</html>"), list("9", "http://u.example/\u00e4"),
-                                  dataFromPropertyList(Array{"9"}), std::string()}) {
+                                  dataFromPropertyList(Array{"9"}), std::string()})
     EXPECT_THAT(announce(data), IsEmpty()) << data;
-  }
   EXPECT_EQ(announce(list("9", {})).size(), 1U) << "a version without its page is only logged";
   launch();
   program_.urls.fail("no route");
