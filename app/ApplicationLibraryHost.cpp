@@ -20,4 +20,10 @@ void ApplicationLibraryHost::showCriticalAlert(const std::string& title, const s
   services_.application.runCriticalAlertPanel(title, message, "OK");
 }
 
+std::string ApplicationLibraryHost::localizedString(const std::string& key, const std::string& table) {
+  const Dictionary strings = services_.bundle.dictionaryForResource(table);
+  const auto entry = strings.find(key);
+  return entry != strings.end() && entry->second.isString() ? std::string(entry->second.stringValue()) : key;
+}
+
 }  // namespace clipwave

@@ -27,6 +27,7 @@ class ApplicationLibraryHost final : public LibraryHost {
   ManagedObject* selectedChannel() override;
   std::optional<DotMacMember> dotMacMember() override;
   void showCriticalAlert(const std::string& title, const std::string& message) override;
+  std::string localizedString(const std::string& key, const std::string& table) override;
 
  private:
   ApplicationServices services_;

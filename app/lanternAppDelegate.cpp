@@ -44,6 +44,7 @@ std::optional<std::string> lanternAppDelegate::applicationSupportFolder() {
 
 ManagedObjectContext* lanternAppDelegate::managedObjectContext() {
   if (managedObjectContext_) return managedObjectContext_.get();
+  const bool isRetry = storeError_.has_value();
   storeError_.reset();
   const auto folder = applicationSupportFolder();
   if (!folder) {
@@ -64,11 +65,17 @@ ManagedObjectContext* lanternAppDelegate::managedObjectContext() {
   outlets_.channelController.setManagedObjectContext(managedObjectContext_.get());
   outlets_.vodcastController.setManagedObjectContext(managedObjectContext_.get());
   outlets_.imageController.setManagedObjectContext(managedObjectContext_.get());
+  if (isRetry) {
+    // The start-up's fetch found no store.
+    outlets_.channelController.fetch();
+    outlets_.imageController.fetch();
+  }
   return managedObjectContext_.get();
 }
 
 UndoManager* lanternAppDelegate::windowWillReturnUndoManager(const Window&) {
-  ManagedObjectContext* context = managedObjectContext();
+  // Asked at every look at the Edit menu: a store that could not be opened is told once, not each time.
+  ManagedObjectContext* context = storeError_ ? nullptr : managedObjectContext();
   return context != nullptr ? &context->undoManager() : nullptr;
 }
 
@@ -103,7 +110,10 @@ Error lanternAppDelegate::willPresentError(const Error& error) {
 }
 
 void lanternAppDelegate::openFiles(const std::vector<std::string>& paths) {
-  if (managedObjectContext() == nullptr) return;  // the user has been told
+  ManagedObjectContext* context = managedObjectContext();
+  if (context == nullptr) return;  // the user has been told
+  // An edit that is refused would keep its channel selected, and the episodes would go there.
+  if (!context->commitEditing()) context->discardEditing();
   ManagedObject* channel = outlets_.channelController.newObject();
   if (channel == nullptr) return;
   outlets_.channelController.addObject(*channel);

@@ -112,12 +112,10 @@ int run() {
          compare(
              kRounds, [&] { (void)XMLStore::write(content, static_cast<std::size_t>(fileSize)); }, toMemory),
          "<= 1.5");
+  int edit = 0;
   const auto touch = [&] {
-    bench.context()
-        .executeFetchRequest({std::string(kChannelEntity)})
-        .value()
-        .front()
-        ->setValue("vcSubtitle", "x");
+    const auto channels = bench.context().executeFetchRequest({std::string(kChannelEntity)});
+    channels->front()->setValue("vcSubtitle", std::to_string(++edit));
   };
   report("saving it: serialising, writing, flushing", "libxml2 serialising an equal tree",
          compare(

@@ -1,16 +1,9 @@
 #include "model/ChannelNumbering.h"
 
 #include "model/LibraryModel.h"
+#include "model/MediaText.h"
 
 namespace clipwave {
-namespace {
-
-std::string twoDigits(int number) {
-  const std::string text = std::to_string(number);
-  return text.size() < 2 ? "0" + text : text;
-}
-
-}  // namespace
 
 std::string numberedChannelTitle(int number) {
   return "Channel " + twoDigits(number);

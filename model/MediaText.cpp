@@ -12,11 +12,6 @@ constexpr std::int64_t kGigabyte = 1'073'741'824;
 constexpr std::int64_t kMegabyte = 1'048'576;
 constexpr std::int64_t kKilobyte = 1'024;
 
-std::string twoDigits(int number) {
-  std::string text = std::to_string(number);
-  return text.size() < 2 ? "0" + text : text;
-}
-
 // Not printf: its decimal point follows the locale that the desktop sets.
 std::string twoDecimals(float number) {
   std::array<char, 64> buffer;
@@ -39,6 +34,11 @@ float leadingNumber(std::string_view text) {
 }
 
 }  // namespace
+
+std::string twoDigits(int number) {
+  const std::string text = std::to_string(number);
+  return text.size() < 2 ? "0" + text : text;
+}
 
 std::string durationText(double seconds) {
   auto t = static_cast<float>(seconds);

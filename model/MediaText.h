@@ -1,4 +1,4 @@
-// How sizes and durations of movies are written: pure rules.
+// How numbers, sizes and durations are written: pure rules.
 #pragma once
 
 #include <cstdint>
@@ -7,6 +7,8 @@
 
 namespace clipwave {
 
+// "%02i".
+std::string twoDigits(int number);
 // "%02i:%02i:%02i", truncated; three digits of hours from 100 hours on.
 std::string durationText(double seconds);
 // "GB", "MB", "KB" or "Bytes"; powers of 1024, decided on the integer size.

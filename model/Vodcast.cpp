@@ -1,5 +1,6 @@
 #include "model/Vodcast.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "model/Channel.h"
@@ -10,6 +11,15 @@
 #include "platform/foundation/TimeZone.h"
 
 namespace clipwave {
+namespace {
+
+// What belongs to one movie file: where it is, and what was read from it.
+constexpr std::array<std::string_view, 7> kFileKeys = {
+    "alias", "vcPath", "movie", "size", "mediaSizeString", "mediaSizeUnit", "mediaTimeString"};
+constexpr std::size_t kAliasPosition = 0;
+constexpr std::size_t kPathPosition = 1;
+
+}  // namespace
 
 void Vodcast::awakeFromInsert() {
   setValue("vcPublishDate", host_.clock().now());
@@ -48,24 +58,34 @@ void Vodcast::setVcPath(const Value& path) {
   if (path.isString() && host_.files().fileExistsAtPath(path.stringValue())) {
     alias = aliasOfFile(path.stringValue());
   }
-  storeFile(path, alias ? *alias : primitiveValue("alias"));
+  FileValues values = fileValues();
+  values[kPathPosition] = path;
+  if (alias) values[kAliasPosition] = *alias;
+  storeFile(values);
 }
 
-// Undo, too, puts the alias in place before anyone is told of the path: the alias decides what it reads as.
-void Vodcast::storeFile(const Value& path, const Value& alias) {
-  const Value oldPath = primitiveValue("vcPath");
-  const Value oldAlias = primitiveValue("alias");
-  const bool aliasChanges = !(alias == oldAlias);
-  if (aliasChanges || !(path == oldPath)) {
+Vodcast::FileValues Vodcast::fileValues() const {
+  FileValues values;
+  std::transform(kFileKeys.begin(), kFileKeys.end(), values.begin(),
+                 [this](std::string_view key) { return primitiveValue(key); });
+  return values;
+}
+
+// Undo, too, puts the alias in place before anyone is told of the path, for the alias decides what it reads
+// as; and what was read from the file that goes, no undo step itself, goes with it.
+void Vodcast::storeFile(const FileValues& values) {
+  const FileValues old = fileValues();
+  if (values != old) {
     const auto change = [&] {
-      setPrimitiveValue("alias", alias, ChangeKind::Edit, false);
-      setPrimitiveValue("vcPath", path, ChangeKind::Edit, false);
+      for (std::size_t i = 0; i < values.size(); ++i) {
+        const auto kind = kFileKeys[i] == "movie" ? ChangeKind::Unrecorded : ChangeKind::Edit;
+        setPrimitiveValue(kFileKeys[i], values[i], kind, false);
+      }
     };
-    performAsOneUndoStep(*this, change, [oldPath, oldAlias](ManagedObject& record) {
-      static_cast<Vodcast&>(record).storeFile(oldPath, oldAlias);
-    });
+    performAsOneUndoStep(*this, change,
+                         [old](ManagedObject& record) { static_cast<Vodcast&>(record).storeFile(old); });
   }
-  if (aliasChanges) didChangeValue("alias");
+  if (!(values[kAliasPosition] == old[kAliasPosition])) didChangeValue("alias");
   didChangeValue("vcPath");
 }
 

@@ -1,6 +1,7 @@
 // One episode of a channel: a movie file and what the channel's feed says of it.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -58,7 +59,9 @@ class Vodcast final : public ManagedObject {
   std::shared_ptr<Movie> heldMovie() const;
   // The alias of the file at `path`; nothing, with a log line, when no reference to it can be made.
   std::optional<Value> aliasOfFile(std::string_view path);
-  void storeFile(const Value& path, const Value& alias);
+  using FileValues = std::array<Value, 7>;
+  FileValues fileValues() const;
+  void storeFile(const FileValues& values);
   std::int64_t sizeToShow();
 
   LibraryHost& host_;

@@ -114,6 +114,7 @@ void CopyFilesLocally::copyNextItemInArray(std::deque<CopyEntry> files, const st
   if (leadToSameFile(services_.files, path, entry.path)) {
     // A movie that already lies in the published folder, or a link to it: removing it to make room for its
     // own copy would destroy the only one. It is in its place as it is.
+    if (!services_.files.fileExistsAtPath(path)) noteUnreadable(entry);
     scheduleStep(&CopyFilesLocally::updateCopy);
     return;
   }
@@ -157,7 +158,7 @@ std::unique_ptr<FileHandle> CopyFilesLocally::openSource(const CopyEntry& entry)
   // Opening a pipe would wait for somebody to write into it.
   const bool isFile = attributes && attributes->type == FileAttributes::Type::Regular;
   auto handle = isFile ? services_.files.fileHandleForReadingAtPath(entry.path) : nullptr;
-  if (!handle) noteTrouble("The file " + quoted(entry.path) + " could not be read.");
+  if (!handle) noteUnreadable(entry);
   return handle;
 }
 
@@ -205,6 +206,10 @@ void CopyFilesLocally::scheduleStep(void (CopyFilesLocally::*step)()) {
     const auto kept = self;
     ((*kept).*step)();
   });
+}
+
+void CopyFilesLocally::noteUnreadable(const CopyEntry& entry) {
+  noteTrouble("The file " + quoted(entry.path) + " could not be read.");
 }
 
 void CopyFilesLocally::noteTrouble(std::string sentence) {

@@ -60,6 +60,7 @@ class CopyFilesLocally final : public CopyBackEnd {
   void updateCopy();
   void finishFile();
   void scheduleStep(void (CopyFilesLocally::*step)());
+  void noteUnreadable(const CopyEntry& entry);
   void noteTrouble(std::string sentence);
 
   LocalCopyServices services_;

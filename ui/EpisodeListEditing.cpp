@@ -159,6 +159,9 @@ bool EpisodeListEditing::chooseChannelForDrop(TableView& tableView, int row, Tab
     return index < channels.arrangedObjects().size() && channels.setSelectionIndex(index);
   }
   if (channels.selectionIndexes().empty() || isChannelTable) {
+    // Asked first and once: a refused edit keeps the selection, and the new channel would stay empty.
+    ManagedObjectContext* context = channels.managedObjectContext();
+    if (context == nullptr || !context->commitEditing()) return false;
     ManagedObject* channel = channels.newObject();
     if (channel == nullptr) return false;
     channels.addObject(*channel);

@@ -38,8 +38,6 @@ FieldBinding::~FieldBinding() {
 }
 
 void FieldBinding::selectionChanged() {
-  // An edit that is still pending was meant for the records that were selected before.
-  field_.discardEditing();
   valueObservations_.clear();
   for (ManagedObject* record : controller_.selectedObjects()) {
     valueObservations_.push_back(record->observe(key_, [this] { valueChanged(); }));

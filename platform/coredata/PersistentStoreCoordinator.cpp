@@ -15,6 +15,20 @@ Error aboutStore(std::string_view what, std::string_view path, const Error& caus
   return error;
 }
 
+// Saves that were cut short left their side files, each as large as the library. Whoever holds the lock knows
+// that nobody is writing one now.
+void removeLeftSideFiles(FileManager& files, std::string_view storePath) {
+  const std::string folder = stringByDeletingLastPathComponent(storePath);
+  const auto names = files.directoryContentsAtPath(folder);
+  if (!names) return;
+  for (const std::string& name : *names) {
+    const std::string path = stringByAppendingPathComponent(folder, name);
+    const auto attributes =
+        name.starts_with(kSideFilePrefix) ? files.fileAttributesAtPath(path, false) : std::nullopt;
+    if (attributes && attributes->type == FileAttributes::Type::Regular) (void)files.removeFileAtPath(path);
+  }
+}
+
 }  // namespace
 
 PersistentStoreCoordinator::PersistentStoreCoordinator(const ManagedObjectModel& model, FileManager& files)
@@ -35,6 +49,7 @@ Result<void> PersistentStoreCoordinator::addPersistentStore(std::string_view typ
   }
   auto lock = StoreLock::acquire(std::string(path) + ".lock");
   if (!lock) return aboutStore(kCannotBeOpened, path, lock.error());
+  removeLeftSideFiles(files_, path);
   Result<std::string> text = files_.contentsAtPath(path);
   const bool exists = text.ok();
   if (exists) {

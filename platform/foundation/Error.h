@@ -63,10 +63,13 @@ class [[nodiscard]] Result {
 
   bool ok() const { return state_.index() == 0; }
   explicit operator bool() const { return ok(); }
-  T& value() { return *std::get_if<0>(&state_); }
-  const T& value() const { return *std::get_if<0>(&state_); }
-  T& operator*() { return value(); }
-  const T& operator*() const { return value(); }
+  T& value() & { return *std::get_if<0>(&state_); }
+  const T& value() const& { return *std::get_if<0>(&state_); }
+  // By value, so that a loop over the value of a result that is not kept has something to hold on to.
+  T value() && { return std::move(*std::get_if<0>(&state_)); }
+  T& operator*() & { return value(); }
+  const T& operator*() const& { return value(); }
+  T operator*() && { return std::move(*this).value(); }
   T* operator->() { return &value(); }
   const T* operator->() const { return &value(); }
   const Error& error() const { return *std::get_if<1>(&state_); }

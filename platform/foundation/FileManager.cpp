@@ -62,7 +62,8 @@ class SideFile {
  public:
   // `target` only says in which folder.
   explicit SideFile(const std::string& target)
-      : path_(stringByAppendingPathComponent(stringByDeletingLastPathComponent(target), ".clipwave-XXXXXX")),
+      : path_(stringByAppendingPathComponent(stringByDeletingLastPathComponent(target),
+                                             std::string(kSideFilePrefix) + "XXXXXX")),
         file_(::mkostemp(path_.data(), O_CLOEXEC)),
         failure_(file_.isOpen() ? 0 : errno) {}
   ~SideFile() {

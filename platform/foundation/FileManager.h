@@ -24,6 +24,9 @@ struct FileAttributes {
   std::uint64_t fileSystemFileNumber = 0;
 };
 
+// How the names of side files begin; a process that was killed while it wrote may leave one behind.
+inline constexpr std::string_view kSideFilePrefix = ".clipwave-";
+
 // An open file; closed when it is destroyed. Offsets and sizes are 64 bits.
 class FileHandle {
  public:

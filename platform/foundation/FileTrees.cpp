@@ -122,7 +122,7 @@ Result<void> copyFolder(const std::string& from, const std::string& to, const st
 class ScratchFolder {
  public:
   explicit ScratchFolder(const std::string& parent)
-      : path_(stringByAppendingPathComponent(parent, ".clipwave-XXXXXX")) {
+      : path_(stringByAppendingPathComponent(parent, std::string(kSideFilePrefix) + "XXXXXX")) {
     if (::mkdtemp(path_.data()) == nullptr) failure_ = errno;
   }
   ~ScratchFolder() {

@@ -50,7 +50,8 @@ void UserDefaultsController::setInitialValues(Dictionary values) {
 }
 
 Value UserDefaultsController::value(std::string_view key) const {
-  if (const auto argument = argumentValues_.find(key); argument != argumentValues_.end()) return argument->second;
+  if (const auto argument = argumentValues_.find(key); argument != argumentValues_.end())
+    return argument->second;
   const auto found = userValues_.find(key);
   return found != userValues_.end() ? found->second : lookUp(initialValues_, key);
 }

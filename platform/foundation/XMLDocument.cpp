@@ -4,7 +4,6 @@
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 #include <libxml/tree.h>
-#include <libxml/xmlsave.h>
 
 #include <climits>
 #include <cstring>
@@ -13,6 +12,7 @@
 
 #include "platform/foundation/XMLEncoding.h"
 #include "platform/foundation/XMLRepair.h"
+#include "platform/foundation/XMLTree.h"
 
 namespace clipwave {
 namespace {
@@ -200,123 +200,128 @@ xmlDoc* parsed(std::string_view text, ParseState& state) {
       state.error = cocoaError(kPropertyListReadCorruptError, "The document holds no element.");
   }
   xmlFreeParserCtxt(parser);
-  if (document != nullptr) {
-    xmlFree(const_cast<xmlChar*>(document->encoding));
-    document->encoding = xmlStrdup(bytes("UTF-8"));
-  }
   return document;
 }
 
-// The library reads its indentation from settings that anyone in the process may have changed.
-class StandardIndentation {
- public:
-  StandardIndentation()
-      : indents_(xmlIndentTreeOutput), indent_(xmlTreeIndentString), noEmptyTags_(xmlSaveNoEmptyTags) {
-    xmlIndentTreeOutput = 1;
-    xmlTreeIndentString = "  ";
-    xmlSaveNoEmptyTags = 0;
-  }
-  ~StandardIndentation() {
-    xmlIndentTreeOutput = indents_;
-    xmlTreeIndentString = indent_;
-    xmlSaveNoEmptyTags = noEmptyTags_;
-  }
-  StandardIndentation(const StandardIndentation&) = delete;
-  StandardIndentation& operator=(const StandardIndentation&) = delete;
-
- private:
-  int indents_;
-  const char* indent_;
-  int noEmptyTags_;
+struct FreeDocument {
+  void operator()(xmlDoc* document) const { xmlFreeDoc(document); }
 };
+using OwnedDocument = std::unique_ptr<xmlDoc, FreeDocument>;
+
+// Copies what the parser read below `from` into `to`. The parser bounds the depth.
+void copyContent(XMLTree& tree, XMLNode& to, const xmlNode* from) {
+  for (const xmlAttr* attribute = from->properties; attribute != nullptr; attribute = attribute->next) {
+    tree.appendAttribute(to, view(attribute->name), textWithin(reinterpret_cast<const xmlNode*>(attribute)));
+  }
+  std::string text;
+  XMLNode* before = nullptr;
+  const auto keepText = [&] {
+    if (text.empty()) return;
+    before == nullptr ? tree.setText(to, text) : tree.setTail(*before, text);
+    text.clear();
+  };
+  for (const xmlNode* child = from->children; child != nullptr; child = child->next) {
+    if (child->type == XML_TEXT_NODE || child->type == XML_CDATA_SECTION_NODE) {
+      text += view(child->content);
+    } else if (child->type == XML_ELEMENT_NODE) {
+      keepText();
+      before = &tree.appendElement(to, view(child->name));
+      copyContent(tree, *before, child);
+    }
+  }
+  keepText();
+}
+
+std::unique_ptr<XMLTree> treeFrom(const xmlDoc* document) {
+  const xmlNode* root = xmlDocGetRootElement(document);
+  auto tree = std::make_unique<XMLTree>(view(root->name));
+  for (const xmlNode* node = document->children; node != root; node = node->next) {
+    if (node->type == XML_PI_NODE) tree->appendInstruction(view(node->name), view(node->content));
+  }
+  copyContent(*tree, tree->root(), root);
+  return tree;
+}
 
 }  // namespace
 
 XMLElement XMLElement::addChild(std::string_view name) {
-  return XMLElement(appendElement(node_->doc, node_, sharedName(node_->doc, name)));
+  return {tree_, &tree_->appendElement(*node_, name)};
 }
 
 XMLElement XMLElement::addChild(std::string_view name, std::string_view text) {
   const XMLElement child = addChild(name);
   if (firstUnfitByte(text) == std::string_view::npos) {
-    setOnlyText(child.node_, text);
+    tree_->setText(*child.node_, text);
   } else {
-    setOnlyText(child.node_, textFitForXML(text));
+    tree_->setText(*child.node_, textFitForXML(text));
   }
   return child;
 }
 
 void XMLElement::addAttribute(std::string_view name, std::string_view value) {
-  xmlAttr* attribute = appendAttribute(node_, sharedName(node_->doc, name));
   if (firstUnfitByte(value) == std::string_view::npos) {
-    setOnlyText(attribute, value);
+    tree_->appendAttribute(*node_, name, value);
   } else {
-    setOnlyText(attribute, textFitForXML(value));
+    tree_->appendAttribute(*node_, name, textFitForXML(value));
   }
 }
 
 std::string XMLElement::name() const {
-  return std::string(view(node_->name));
+  return std::string(node_->name);
 }
 
 std::string XMLElement::stringValue() const {
-  return textWithin(node_);
-}
-
-std::string XMLElement::ownText() const {
-  std::string text;
-  for (const xmlNode* child = node_->children; child != nullptr; child = child->next) {
-    if (child->type == XML_TEXT_NODE || child->type == XML_CDATA_SECTION_NODE) text += view(child->content);
+  std::string text(node_->text);
+  for (XMLNode* child = node_->firstChild; child != nullptr; child = child->next) {
+    text.append(XMLElement(tree_, child).stringValue()).append(child->tail);
   }
   return text;
 }
 
-std::vector<XMLElement> XMLElement::elements() const {
+std::string XMLElement::ownText() const {
+  std::string text(node_->text);
+  for (const XMLNode* child = node_->firstChild; child != nullptr; child = child->next) text += child->tail;
+  return text;
+}
+
+std::vector<XMLElement> XMLElement::children(const std::string_view* name) const {
   std::vector<XMLElement> found;
-  for (xmlNode* child = node_->children; child != nullptr; child = child->next) {
-    if (child->type == XML_ELEMENT_NODE) found.push_back(XMLElement(child));
+  for (XMLNode* child = node_->firstChild; child != nullptr; child = child->next) {
+    if (name == nullptr || child->name == *name) found.push_back(XMLElement(tree_, child));
   }
   return found;
+}
+
+std::vector<XMLElement> XMLElement::elements() const {
+  return children(nullptr);
 }
 
 std::vector<XMLElement> XMLElement::elementsForName(std::string_view name) const {
-  std::vector<XMLElement> found;
-  for (xmlNode* child = node_->children; child != nullptr; child = child->next) {
-    if (child->type == XML_ELEMENT_NODE && view(child->name) == name) found.push_back(XMLElement(child));
-  }
-  return found;
+  return children(&name);
 }
 
 std::optional<std::string> XMLElement::attribute(std::string_view name) const {
-  for (const xmlAttr* attribute = node_->properties; attribute != nullptr; attribute = attribute->next) {
-    if (view(attribute->name) == name) return textWithin(reinterpret_cast<const xmlNode*>(attribute));
+  for (const XMLAttribute* attribute = node_->firstAttribute; attribute != nullptr;
+       attribute = attribute->next) {
+    if (attribute->name == name) return std::string(attribute->value);
   }
   return std::nullopt;
 }
 
 std::vector<std::pair<std::string, std::string>> XMLElement::attributes() const {
   std::vector<std::pair<std::string, std::string>> all;
-  for (const xmlAttr* attribute = node_->properties; attribute != nullptr; attribute = attribute->next) {
-    all.emplace_back(view(attribute->name), textWithin(reinterpret_cast<const xmlNode*>(attribute)));
+  for (const XMLAttribute* attribute = node_->firstAttribute; attribute != nullptr;
+       attribute = attribute->next) {
+    all.emplace_back(attribute->name, attribute->value);
   }
   return all;
 }
 
-XMLDocument::XMLDocument(std::string_view rootName) : document_(xmlNewDoc(bytes("1.0"))) {
-  if (document_ == nullptr) throw std::bad_alloc();
-  document_->dict = xmlDictCreate();
-  document_->encoding = xmlStrdup(bytes("UTF-8"));
-  appendElement(document_.get(), reinterpret_cast<xmlNode*>(document_.get()),
-                sharedName(document_.get(), rootName));
-}
-
+XMLDocument::XMLDocument(std::string_view rootName) : tree_(std::make_unique<XMLTree>(rootName)) {}
+XMLDocument::XMLDocument(std::unique_ptr<XMLTree> tree) : tree_(std::move(tree)) {}
 XMLDocument::XMLDocument(XMLDocument&&) noexcept = default;
 XMLDocument& XMLDocument::operator=(XMLDocument&&) noexcept = default;
 XMLDocument::~XMLDocument() = default;
-
-void XMLDocument::Free::operator()(xmlDoc* document) const {
-  xmlFreeDoc(document);
-}
 
 Result<XMLDocument> XMLDocument::parse(std::string_view data, Parsing parsing, std::string_view charset) {
   const bool tolerant = parsing == Parsing::Tolerant;
@@ -326,9 +331,9 @@ Result<XMLDocument> XMLDocument::parse(std::string_view data, Parsing parsing, s
   ParseState strictly;
   if (hasCrowdedXMLTag(*text)) {
     strictly.error = cocoaError(kPropertyListReadCorruptError, "A tag carries too many attributes.");
-  } else if (XMLDocument document(parsed(*text, strictly)); document.document_ != nullptr) {
+  } else if (const OwnedDocument document(parsed(*text, strictly)); document) {
     // An entity that nobody declared leaves a hole in the text, also where that is well-formed.
-    if (!tolerant || !strictly.metUnknownEntity) return document;
+    if (!tolerant || !strictly.metUnknownEntity) return XMLDocument(treeFrom(document.get()));
   }
   if (!tolerant) return *strictly.error;
 
@@ -336,37 +341,24 @@ Result<XMLDocument> XMLDocument::parse(std::string_view data, Parsing parsing, s
   if (!text) return cocoaError(kPropertyListReadCorruptError, "The document holds no element.");
   ParseState leniently;
   leniently.recovering = true;
-  XMLDocument document(parsed(*text, leniently));
-  if (document.document_ == nullptr) return *leniently.error;
-  return document;
+  const OwnedDocument document(parsed(*text, leniently));
+  if (!document) return *leniently.error;
+  return XMLDocument(treeFrom(document.get()));
 }
 
 XMLElement XMLDocument::rootElement() const {
-  return XMLElement(xmlDocGetRootElement(document_.get()));
+  return {tree_.get(), &tree_->root()};
 }
 
 void XMLDocument::addProcessingInstruction(std::string_view target, std::string_view data) {
   std::string content = textFitForXML(data);
   // The instruction would end there.
   for (std::size_t at = 0; (at = content.find("?>", at)) != std::string::npos;) content.insert(at + 1, " ");
-  xmlNode* instruction =
-      xmlNewDocPI(document_.get(), bytes(std::string(target).c_str()), bytes(content.c_str()));
-  if (instruction == nullptr) throw std::bad_alloc();
-  xmlAddPrevSibling(xmlDocGetRootElement(document_.get()), instruction);
+  tree_->appendInstruction(target, content);
 }
 
 std::string XMLDocument::prettyPrinted() const {
-  const StandardIndentation indentation;
-  std::string text;
-  const auto append = [](void* to, const char* written, int length) -> int {
-    static_cast<std::string*>(to)->append(written, static_cast<std::size_t>(length));
-    return length;
-  };
-  xmlSaveCtxt* saving = xmlSaveToIO(append, nullptr, &text, nullptr, XML_SAVE_FORMAT | XML_SAVE_AS_XML);
-  if (saving == nullptr) throw std::bad_alloc();
-  xmlSaveDoc(saving, document_.get());
-  xmlSaveClose(saving);
-  return text;
+  return tree_->prettyPrinted();
 }
 
 }  // namespace clipwave

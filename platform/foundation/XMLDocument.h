@@ -9,13 +9,13 @@
 
 #include "platform/foundation/Error.h"
 
-struct _xmlDoc;
-struct _xmlNode;
-
 namespace clipwave {
 
-// A handle to one element of a document; as cheap to copy as a pointer. It is valid as long as its document.
-// Names may carry a prefix ("itunes:author"); they are written and compared as they stand.
+class XMLTree;
+struct XMLNode;
+
+// A handle to one element of a document; as cheap to copy as two pointers. It is valid as long as its
+// document. Names may carry a prefix ("itunes:author"); they are written and compared as they stand.
 class XMLElement {
  public:
   XMLElement() = default;
@@ -42,8 +42,11 @@ class XMLElement {
 
  private:
   friend class XMLDocument;
-  explicit XMLElement(_xmlNode* node) : node_(node) {}
-  _xmlNode* node_ = nullptr;
+  XMLElement(XMLTree* tree, XMLNode* node) : tree_(tree), node_(node) {}
+  std::vector<XMLElement> children(const std::string_view* name) const;
+
+  XMLTree* tree_ = nullptr;
+  XMLNode* node_ = nullptr;
 };
 
 class XMLDocument {
@@ -69,15 +72,12 @@ class XMLDocument {
   void addProcessingInstruction(std::string_view target, std::string_view data);
   // The whole document with its declaration, one element per line, indented by two spaces a level; an element
   // without content is a single empty-element tag. In a document that was read, white space between elements
-  // stands.
+  // stands; comments, the document type, and instructions behind the root element's start are not kept.
   std::string prettyPrinted() const;
 
  private:
-  struct Free {
-    void operator()(_xmlDoc* document) const;
-  };
-  explicit XMLDocument(_xmlDoc* document) : document_(document) {}
-  std::unique_ptr<_xmlDoc, Free> document_;
+  explicit XMLDocument(std::unique_ptr<XMLTree> tree);
+  std::unique_ptr<XMLTree> tree_;
 };
 
 }  // namespace clipwave

@@ -47,12 +47,10 @@ TEST_F(ApplicationTest, ErrorsAreShownAsTheDelegateRewritesThem) {
 TEST_F(ApplicationTest, AlertPanelsAskWithTheirStyleAndAnswerAsTheUserDid) {
   shell.answerAlert(Alert::Answer::Other);
   EXPECT_EQ(application.runCriticalAlertPanel("T?", "M", "Trash", "Cancel", "Keep"), Alert::Answer::Other);
-  EXPECT_EQ(application.runAlertPanel("T!", "M", "OK"), Alert::Answer::Default);
-  EXPECT_THAT(shell.alerts, ElementsAre("T?|M|Trash/Cancel/Keep", "T!|M|OK"));
+  EXPECT_THAT(shell.alerts, ElementsAre("T?|M|Trash/Cancel/Keep"));
   EXPECT_EQ(shell.alertDetails[0].style, Alert::Style::Critical);
-  EXPECT_EQ(shell.alertDetails[1].style, Alert::Style::Informational);
   Window window;
-  application.beginAlertSheet(shell.alertDetails[1], window, nullptr);
+  application.beginAlertSheet(shell.alertDetails[0], window, nullptr);
   shell.endAlertSheet();
 }
 

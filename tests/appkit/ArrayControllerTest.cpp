@@ -102,7 +102,6 @@ TEST_F(ArrayControllerTest, AddedRecordsFindTheirPlaceAlsoInAListThatIsOutOfOrde
   EXPECT_EQ(selected(), "between");
   episodes.addObject(*record);
   EXPECT_EQ(listed(), "a3 a2 between a1");
-
   for (ManagedObject* each : episodes.arrangedObjects()) {
     each->setValue("vcPublishDate", Date::fromSeconds(each == record ? 0 : 86'400'000));
   }
@@ -120,6 +119,7 @@ TEST_F(ArrayControllerTest, RemovalIsOneUndoStepAndSelectsWhatMovedIntoTheFirstP
   context->undoManager().removeAllActions();
   episodes.setSelectionIndexes({0, 1});
   watch();
+  channels.arrangedObjects()[1]->setValue("vcTitle", "a step of its own");
   episodes.removeObjectsAtArrangedObjectIndexes({0, 1, 99});
   EXPECT_EQ(listed(), "a1");
   EXPECT_EQ(selected(), "a1");
@@ -131,18 +131,15 @@ TEST_F(ArrayControllerTest, RemovalIsOneUndoStepAndSelectsWhatMovedIntoTheFirstP
   EXPECT_EQ(listed(), "a3 a2 a1");
   EXPECT_EQ(selected(), "a1");
   EXPECT_EQ(rearrangements, 2);
-  EXPECT_FALSE(context->undoManager().canUndo());
+  EXPECT_EQ(titles(channels.arrangedObjects()), "A a step of its own");
   context->undoManager().redo();
   EXPECT_EQ(listed(), "a1");
   context->undo();
 
-  episodes.setSelectionIndex(2);
-  episodes.removeObjectsAtArrangedObjectIndexes({2});
-  EXPECT_EQ(selected(), "a2");
-  episodes.removeObjectsAtArrangedObjectIndexes({0});
-  EXPECT_EQ(selected(), "a2");
-  episodes.removeObjectsAtArrangedObjectIndexes({0});
-  EXPECT_EQ(selected(), "");
+  for (const char* next : {"a2", "a3", ""}) {
+    episodes.removeObjectsAtArrangedObjectIndexes({episodes.arrangedObjects().size() - 1});
+    EXPECT_EQ(selected(), next);
+  }
 }
 
 TEST_F(ArrayControllerTest, DeletingTheSelectedMasterRecordMovesBothListsOnOnce) {
@@ -245,21 +242,6 @@ TEST_F(ArrayControllerTest, SettersLeaveOutWhatIsNotInTheList) {
   EXPECT_EQ(episodeSelections, 1);
 }
 
-TEST_F(ArrayControllerTest, TheSelectionSaysWhatItsRecordsHaveInCommon) {
-  fill();
-  using State = Selection::State;
-  EXPECT_EQ(episodes.selection().state("vcTitle"), State::Single);
-  episodes.setSelectionIndexes({0, 1});
-  EXPECT_EQ(episodes.selection().state("vcTitle"), State::MultipleValues);
-  EXPECT_TRUE(episodes.selection().value("vcTitle").isNull());
-  episodes.selection().setValue("vcTitle", "same");
-  EXPECT_EQ(listed(), "same same a1");
-  EXPECT_EQ(episodes.selection().state("vcTitle"), State::SameValue);
-  EXPECT_EQ(episodes.selection().value("vcTitle"), Value("same"));
-  episodes.setSelectionIndexes({});
-  EXPECT_EQ(episodes.selection().state("vcTitle"), State::None);
-}
-
 TEST_F(ArrayControllerTest, ACommitStopsAtTheFirstRefusalAndValidatesEachRecordOnce) {
   fill();
   channels.setSelectionIndexes({0, 1});
@@ -273,27 +255,6 @@ TEST_F(ArrayControllerTest, ACommitStopsAtTheFirstRefusalAndValidatesEachRecordO
   channels.selection().setValue("vcTitle", "bad");
   EXPECT_EQ(titles(channels.arrangedObjects()), "bad bad");
   EXPECT_EQ(validations(), 3);
-}
-
-TEST_F(ArrayControllerTest, TenThousandRowsAreRemovedAndBroughtBackInOnePass) {
-  fill();
-  context->undoManager().disableUndoRegistration();
-  ManagedObject* const parent = channels.selectedObjects().front();
-  channels.setSelectionIndexes({});
-  for (int i = 0; i < 10'000; ++i) episode("many", i, parent);
-  channels.setSelectionIndex(0);
-  context->undoManager().enableUndoRegistration();
-  IndexSet rows;
-  for (std::size_t i = 0; i < episodes.arrangedObjects().size(); ++i) rows.insert(rows.end(), i);
-  episodes.setSelectionIndexes(rows);
-  watch();
-  episodes.removeObjectsAtArrangedObjectIndexes(rows);
-  EXPECT_EQ(rearrangements, 1);
-  EXPECT_EQ(episodeSelections, 1);
-  context->undo();
-  EXPECT_EQ(episodes.arrangedObjects().size(), 10'003U);
-  EXPECT_EQ(episodes.selectionIndexes(), IndexSet{0});
-  EXPECT_EQ(rearrangements, 2);
 }
 
 }  // namespace

@@ -91,13 +91,10 @@ TEST_F(ManagedObjectTest, KeepsBothSidesOfARelationshipInStepAndTellsBoth) {
 }
 
 TEST_F(ManagedObjectTest, ValidatesTypesAndThenAsksTheKeysOwnRule) {
-  for (const auto& [key, wrong] :
-       std::vector<std::pair<std::string, Value>>{{"vcTitle", 1},
-                                                  {"protocolTag", "1"},
-                                                  {"protocolTag", std::int64_t{1} << 31},
-                                                  {"vcPublish", 1},
-                                                  {"lastBuildDate", "today"},
-                                                  {"image", episode}}) {
+  const std::pair<const char*, Value> wrongs[] = {
+      {"vcTitle", 1},   {"protocolTag", "1"},       {"protocolTag", std::int64_t{1} << 31},
+      {"vcPublish", 1}, {"lastBuildDate", "today"}, {"image", episode}};
+  for (const auto& [key, wrong] : wrongs) {
     Value proposed = wrong;
     const Validation result = channel->validateValue(key, proposed);
     EXPECT_FALSE(result.valid) << key;

@@ -16,6 +16,11 @@ Value size(ManagedObject& episode) {
   return episode.primitiveValue("size");
 }
 
+void setPath(ManagedObject& episode, const Value& path) {
+  episode.setPrimitiveValue("alias", Value::data(path.stringValue()));
+  episode.setPrimitiveValue("vcPath", path);
+}
+
 std::unique_ptr<EntityDescription> entity(std::string name, std::vector<PropertyDescription> properties) {
   return std::make_unique<EntityDescription>(
       std::move(name), [](const EntityDescription& of) { return std::make_shared<TestRecord>(of); },
@@ -26,40 +31,33 @@ std::unique_ptr<EntityDescription> entity(std::string name, std::vector<Property
 
 ManagedObjectModel makeTestModel() {
   using enum PropertyType;
+  using enum Storage;
+  const PropertyDescription children = {.name = "children",
+                                        .type = ToMany,
+                                        .destination = "Vodcast",
+                                        .inverse = "parent",
+                                        .deleteRule = DeleteRule::Cascade};
   ManagedObjectModel model;
-  EntityDescription& channel = model.addEntity(
-      entity("Channel",
-             {{.name = "vcTitle", .indexed = true, .validator = validateTitle},
-              {.name = "vcURL", .indexed = true},
-              {.name = "protocolTag", .type = Integer32},
-              {.name = "vcPublish", .type = Boolean, .defaultValue = true},
-              {.name = "lastBuildDate", .type = PropertyType::Date},
-              {.name = "canEditURLs",
-               .type = Boolean,
-               .storage = Storage::Derived,
-               .getter = [](ManagedObject& c) { return Value(c.value("protocolTag").integerValue() != 2); }},
-              {.name = "children",
-               .type = ToMany,
-               .destination = "Vodcast",
-               .inverse = "parent",
-               .deleteRule = DeleteRule::Cascade},
-              {.name = "image", .type = ToOne, .destination = "Image"},
-              {.name = "pictures", .type = ToMany, .destination = "Image"}}));
+  EntityDescription& channel =
+      model.addEntity(entity("Channel", {{.name = "vcTitle", .indexed = true, .validator = validateTitle},
+                                         {.name = "vcURL", .indexed = true},
+                                         {.name = "protocolTag", .type = Integer32},
+                                         {.name = "vcPublish", .type = Boolean, .defaultValue = true},
+                                         {.name = "lastBuildDate", .type = PropertyType::Date},
+                                         {.name = "canEditURLs", .type = Boolean, .storage = Derived},
+                                         children,
+                                         {.name = "image", .type = ToOne, .destination = "Image"},
+                                         {.name = "pictures", .type = ToMany, .destination = "Image"}}));
   channel.setDependentKeys("canEditURLs", {"protocolTag"});
   EntityDescription& episode = model.addEntity(entity(
       "Vodcast", {{.name = "vcTitle"},
-                  {.name = "vcPath",
-                   .setter =
-                       [](ManagedObject& e, const Value& path) {
-                         e.setPrimitiveValue("alias", Value::data(path.stringValue()));
-                         e.setPrimitiveValue("vcPath", path);
-                       }},
+                  {.name = "vcPath", .setter = setPath},
                   {.name = "alias", .type = Binary},
                   {.name = "vcPublishDate", .type = PropertyType::Date},
                   {.name = "size", .type = Integer32, .getter = size},
-                  {.name = "movie", .type = PropertyType::Handle, .storage = Storage::Transient},
+                  {.name = "movie", .type = PropertyType::Handle, .storage = Transient},
                   {.name = "mediaURL"},
-                  {.name = "mediaFullURL", .storage = Storage::Derived},
+                  {.name = "mediaFullURL", .storage = Derived},
                   {.name = "parent", .type = ToOne, .destination = "Channel", .inverse = "children"}}));
   episode.setDependentKeys("mediaFullURL", {"mediaURL", "vcPath"});
   episode.setDependentKeys("mediaURL", {"vcPath"});
@@ -68,8 +66,7 @@ ManagedObjectModel makeTestModel() {
                        {.name = "url", .indexed = true},
                        {.name = "twin", .type = ToOne, .destination = "Image", .inverse = "twin"}}));
   model.setFetchRequestTemplate("fetchImages", {.entityName = "Image", .key = "url"}, "URL");
-  model.setFetchRequestTemplate("placeholders",
-                                {.entityName = "Channel", .key = "vcURL", .value = "http://127.0.0.1/"});
+  model.setFetchRequestTemplate("untitled", {.entityName = "Channel", .key = "vcTitle", .value = "x"});
   return model;
 }
 

@@ -108,39 +108,29 @@ TEST_F(XMLStoreTest, EveryPrefixOfAStoreIsRefused) {
 }
 
 TEST_F(XMLStoreTest, DamageIsReportedAndTheFileLeftAlone) {
-  const std::string bad[] = {
-      "<Channel><vcTitle>no id</vcTitle></Channel>",
-      "<Channel id=\"0\"/>",
-      "<Channel id=\"100\"/>",
-      "<Channel id=\"1x\"/>",
-      "<Channel id=\"1\"/><Image id=\"1\"/>",
-      "<Channel id=\"1\"><image>2</image></Channel>",
-      "<Channel id=\"1\"><image>2</image></Channel><Vodcast id=\"2\"/>",
-      "<Channel id=\"1\"><image>two</image></Channel>",
-      "<Channel id=\"1\"><pictures>2 </pictures></Channel>",
-      "<Channel id=\"1\"><protocolTag>1.5</protocolTag></Channel>",
-      "<Channel id=\"1\"><protocolTag>2147483648</protocolTag></Channel>",
-      "<Channel id=\"1\"><protocolTag/></Channel>",
-      "<Channel id=\"1\"><vcPublish>YES</vcPublish></Channel>",
-      "<Channel id=\"1\"><vcTitle>a</vcTitle><vcTitle>b</vcTitle></Channel>",
-      "<Channel id=\"1\"><vcTitle><b>a</b></vcTitle></Channel>",
-      "<Channel id=\"1\"><vcTitle encoding=\"rot13\">a</vcTitle></Channel>",
-      "<Channel id=\"1\"><vcTitle encoding=\"base64\">YW5</vcTitle></Channel>",
-      "<Channel id=\"1\">stray<vcTitle>a</vcTitle></Channel>",
-      "<Channel id=\"1\"/>stray<Channel id=\"2\"/>",
-      "<Vodcast id=\"1\"><alias>YW55!</alias></Vodcast>",
-      "<Vodcast id=\"1\"><alias>Y=55</alias></Vodcast>",
-      "<Vodcast id=\"1\"><vcPublishDate>2009-02-29T00:00:00Z</vcPublishDate></Vodcast>",
-      "<Vodcast id=\"1\"><vcPublishDate>2009-02-28T24:00:00Z</vcPublishDate></Vodcast>",
-      "<Vodcast id=\"1\"><vcPublishDate>2009-13-01T00:00:00Z</vcPublishDate></Vodcast>",
-      "<Vodcast id=\"1\"><vcPublishDate>2009-03-04 00:00:00</vcPublishDate></Vodcast>",
-      "<Vodcast id=\"1\"><vcPublishDate>300000-01-01T00:00:00Z</vcPublishDate></Vodcast>",
-      "<Image id=\"1\"><twin>2</twin></Image><Image id=\"2\"/>",
-      "<Channel id=\"1\"><vcTitle>&nbsp;</vcTitle></Channel>",
-      "<Channel id=\"1\"><vcTitle>&#0;</vcTitle></Channel>",
-      "<Channel id=\"1\"><vcTitle>\xC3(</vcTitle></Channel>",
-      "<Channel id=\"1\"></Vodcast>",
-  };
+  std::vector<std::string> bad = {"<Channel><vcTitle>no id</vcTitle></Channel>",
+                                  "<Channel id=\"0\"/>",
+                                  "<Channel id=\"100\"/>",
+                                  "<Channel id=\"1x\"/>",
+                                  "<Channel id=\"1\"/><Image id=\"1\"/>",
+                                  "<Channel id=\"1\"></Vodcast>",
+                                  "<Channel id=\"1\"><image>2</image></Channel><Vodcast id=\"2\"/>",
+                                  "<Channel id=\"1\"/>stray<Channel id=\"2\"/>",
+                                  "<Image id=\"1\"><twin>2</twin></Image><Image id=\"2\"/>"};
+  for (const char* values :
+       {"<image>2</image>", "<image>two</image>", "<pictures>2 </pictures>", "<protocolTag>1.5</protocolTag>",
+        "<protocolTag>2147483648</protocolTag>", "<protocolTag/>", "<vcPublish>YES</vcPublish>",
+        "<vcTitle>a</vcTitle><vcTitle>b</vcTitle>", "<vcTitle><b>a</b></vcTitle>",
+        "<vcTitle encoding=\"rot13\">a</vcTitle>", "<vcTitle encoding=\"base64\">YW5</vcTitle>",
+        "stray<vcTitle>a</vcTitle>", "<vcTitle>&nbsp;</vcTitle>", "<vcTitle>&#0;</vcTitle>",
+        "<vcTitle>\xC3(</vcTitle>", "<new>\x01</new>"})
+    bad.push_back(std::string("<Channel id=\"1\">") + values + "</Channel>");
+  for (const char* alias : {"YW55!", "Y=55", "YW5"})
+    bad.push_back(std::string("<Vodcast id=\"1\"><alias>") + alias + "</alias></Vodcast>");
+  for (const char* date :
+       {"2009-02-29T00:00:00Z", "2009-02-28T24:00:00Z", "2009-13-01T00:00:00Z", "2009-03-04",
+        "2009-03-04 00:00:00Z", "300000-01-01T00:00:00Z", "2009-03-04T00:00:00.5Z"})
+    bad.push_back(std::string("<Vodcast id=\"1\"><vcPublishDate>") + date + "</vcPublishDate></Vodcast>");
   for (const std::string& records : bad) {
     const Result<void> opened = openRecords(records);
     ASSERT_FALSE(opened.ok()) << records;

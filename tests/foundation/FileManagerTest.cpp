@@ -122,6 +122,8 @@ TEST_F(FileManagerTest, LinksAreSeenThroughOrAsTheyAre) {
   fs::create_symlink(path, folder / "link");
   fs::create_symlink(folder / "none", folder / "dangling");
   EXPECT_EQ(files->fileAttributesAtPath(folder / "link", true)->size, 5);
+  EXPECT_NE(files->fileAttributesAtPath(folder / "link", true)->fileSystemFileNumber,
+            files->fileAttributesAtPath(folder / "link", false)->fileSystemFileNumber);
   EXPECT_EQ(files->fileAttributesAtPath(folder / "link", false)->type, FileAttributes::Type::SymbolicLink);
   EXPECT_FALSE(files->fileExistsAtPath(folder / "dangling"));
   EXPECT_TRUE(files->fileAttributesAtPath(folder / "dangling", false));
@@ -212,12 +214,17 @@ TEST_F(FileManagerTest, AHandleReadsOnFromWhereItEndedAndStopsAtTheEnd) {
   ASSERT_NE(handle, nullptr);
   EXPECT_EQ(handle->size(), 7);
   EXPECT_EQ(handle->readDataOfLength(3), "abc");
+  char there[8] = "";
+  EXPECT_EQ(handle->readDataAtOffset(2, there, 3), 3u);
+  EXPECT_STREQ(there, "cde");
   ::truncate(path.c_str(), 5);  // as when another program rewrites the movie
+  EXPECT_EQ(handle->readDataAtOffset(4, there, sizeof there), 1u);
   EXPECT_EQ(handle->readDataOfLength(std::numeric_limits<std::size_t>::max()), "de");
   EXPECT_EQ(handle->readDataOfLength(3), "");
   handle->closeFile();
   handle->closeFile();
   EXPECT_EQ(handle->readDataOfLength(3), std::nullopt);
+  EXPECT_EQ(handle->readDataAtOffset(0, there, 3), std::nullopt);
   EXPECT_EQ(files->fileHandleForReadingAtPath(folder.path()), nullptr);
 }
 

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "tests/support/FakeLibraryHost.h"
 
 namespace clipwave {
@@ -10,7 +12,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 std::string text(ManagedObject& record, std::string_view key) {
   return record.value(key).optionalString().value_or("(absent)");
@@ -23,7 +24,6 @@ class ChannelTest : public ::testing::Test {
     return host_.folder.write("home/Movies/Clipwave/" + std::string(title) + "/Movie1.mov", "frames");
   }
   bool exists(std::string_view path) { return host_.fileManager.fileExistsAtPath(path); }
-  void undo() { host_.context->undo(); }
 
   testing::FakeLibraryHost host_;
 };
@@ -31,29 +31,29 @@ class ChannelTest : public ::testing::Test {
 TEST_F(ChannelTest, ANewChannelGetsItsDefaultsInTheNextPass) {
   Image& artwork = host_.newImage("http://host/art.png");
   ASSERT_TRUE(host_.userDefaults.setValue("defaultImageProperty", "http://host/art.png"));
-  std::vector<Value> posted;
+  Value posted;
   const Observation observation = host_.center.observe(
-      kProtocolDidChange,
-      [&posted](const Notification& notification) { posted.push_back(notification.object); });
-
+      kProtocolDidChange, [&posted](const Notification& notification) { posted = notification.object; });
   Channel& channel = host_.newChannel();
   EXPECT_TRUE(channel.value("vcTitle").isNull());
-  EXPECT_EQ(channel.value("vcPublish"), Value(true));
-  EXPECT_EQ(channel.value("skipHour23"), Value(false));
   host_.turn();
-
-  EXPECT_EQ(text(channel, "vcTitle"), "Channel 01");
-  EXPECT_EQ(text(channel, "filename"), "show01.xml");
-  EXPECT_EQ(text(channel, "vcURL"), "http://studio.example/~alex/clipwave/Channel 01");
-  EXPECT_EQ(text(channel, "websiteURL"), "http://studio.example/~alex");
-  EXPECT_EQ(text(channel, "mediaPath"), host_.home() + "/Sites/clipwave/Channel 01");
-  EXPECT_EQ(text(channel, "language"), "English");
-  EXPECT_EQ(text(channel, "copyright"), "Copyright 2009 Alex Example");
-  for (const char* key : {"vcAuthor", "itunesAuthor", "ownerName"})
-    EXPECT_EQ(text(channel, key), "Alex Example");
+  EXPECT_EQ(posted, Value(&channel));
   EXPECT_EQ(channel.value("image"), Value(&artwork));
   EXPECT_EQ(channel.value("protocolTag"), Value(kFolderMethod));
-  EXPECT_THAT(posted, ElementsAre(Value(&channel)));
+  const std::string title = "Channel 01";
+  for (const auto& [key, expected] :
+       std::map<std::string, std::string>{{"vcTitle", title},
+                                          {"filename", "show01.xml"},
+                                          {"vcURL", "http://studio.example/~alex/clipwave/" + title},
+                                          {"websiteURL", "http://studio.example/~alex"},
+                                          {"mediaPath", host_.home() + "/Sites/clipwave/" + title},
+                                          {"language", "English"},
+                                          {"copyright", "Copyright 2009 Alex Example"},
+                                          {"vcAuthor", "Alex Example"},
+                                          {"itunesAuthor", "Alex Example"},
+                                          {"ownerName", "Alex Example"}}) {
+    EXPECT_EQ(text(channel, key), expected) << key;
+  }
 }
 
 TEST_F(ChannelTest, TheNumberIsTheSmallestAtWhichTitleAndFileNameAreFree) {
@@ -79,108 +79,66 @@ TEST_F(ChannelTest, TheNumberIsTheSmallestAtWhichTitleAndFileNameAreFree) {
   EXPECT_EQ(text(host_.newChannelWithDefaults(), "vcTitle"), "Channel 08");
 }
 
-TEST_F(ChannelTest, NumbersBeyondNinetyNineGrowAndComeWithoutTryingAllSmallerOnes) {
-  for (int i = 0; i < 100; ++i) host_.newChannelWithDefaults();
-  EXPECT_EQ(text(host_.newChannelWithDefaults(), "vcTitle"), "Channel 101");
-  for (int i = 0; i < 100; ++i) host_.newChannel();
-  host_.turn();
-  EXPECT_EQ(text(host_.newChannelWithDefaults(), "filename"), "show202.xml");
-}
-
 TEST_F(ChannelTest, WhatWasSetBeforeTheDefaultsStays) {
   host_.member = DotMacMember{"ann", "http://homepage.example/"};
   Channel& channel = host_.newChannel();
   channel.setValue("vcTitle", "My Show");
   channel.setValue("websiteURL", "http://show.example");
   channel.setValue("copyright", "");
-  channel.setValue("image", &host_.newImage("http://host/other.png"));
   host_.turn();
   EXPECT_EQ(text(channel, "vcTitle"), "My Show");
   EXPECT_EQ(text(channel, "filename"), "show01.xml");
   EXPECT_EQ(text(channel, "websiteURL"), "http://show.example");
   EXPECT_EQ(text(channel, "copyright"), "");
-  EXPECT_EQ(text(channel, "vcURL"), "http://homepage.example/ann/clipwave/My Show");
-  EXPECT_EQ(text(*channel.relatedObject("image"), "url"), "http://host/other.png");
-}
-
-TEST_F(ChannelTest, AMemberPublishesToTheirDiskByDefault) {
-  host_.member = DotMacMember{"ann", "http://homepage.example/"};
-  Channel& channel = host_.newChannelWithDefaults();
   EXPECT_EQ(channel.value("protocolTag"), Value(kDotMacMethod));
-  EXPECT_EQ(text(channel, "mediaPath"), "/Sites/clipwave/Channel 01");
-  EXPECT_EQ(text(channel, "vcURL"), "http://homepage.example/ann/clipwave/Channel 01");
-  EXPECT_EQ(text(channel, "websiteURL"), "http://homepage.example/ann");
+  EXPECT_EQ(text(channel, "vcURL"), "http://homepage.example/ann/clipwave/My Show");
+  EXPECT_EQ(text(channel, "mediaPath"), "/Sites/clipwave/My Show");
 }
 
-TEST_F(ChannelTest, UndoTakesANewChannelBackWithItsDefaultsInOneStep) {
+TEST_F(ChannelTest, ANewChannelAndItsDefaultsAreOneUndoStepWhateverComesBetween) {
   Channel& first = host_.newChannelWithDefaults();
-  first.setValue("vcSubtitle", "edited later");
+  host_.newChannel();
+  host_.context->undoManager().beginUndoGrouping();
+  first.setValue("vcSubtitle", "in a group of its own");
+  host_.context->undoManager().endUndoGrouping();
   host_.turn();
-  undo();
-  undo();
+  host_.context->undo();
+  EXPECT_EQ(text(first, "vcSubtitle"), "(absent)");
+  EXPECT_EQ(host_.context->countOfEntity(kChannelEntity), 2U);
+  host_.context->undo();
+  host_.context->undo();
   EXPECT_EQ(host_.context->countOfEntity(kChannelEntity), 0U);
   host_.context->undoManager().redo();
-  host_.turn();
   EXPECT_EQ(text(first, "vcTitle"), "Channel 01");
 
   host_.newChannel();
-  undo();
+  host_.context->undo();
   host_.turn();
   EXPECT_EQ(host_.context->countOfEntity(kChannelEntity), 1U);
 }
 
-TEST_F(ChannelTest, DefaultsThatComeAfterAnotherEditStillBelongToTheInsertion) {
-  Channel& other = host_.newChannelWithDefaults();
-  host_.newChannel();
-  host_.context->undoManager().beginUndoGrouping();
-  other.setValue("vcSubtitle", "in a group of its own");
-  host_.context->undoManager().endUndoGrouping();
-  host_.turn();
-  undo();
-  EXPECT_EQ(text(other, "vcSubtitle"), "(absent)");
-  EXPECT_EQ(host_.context->countOfEntity(kChannelEntity), 2U);
-  undo();
-  EXPECT_EQ(host_.context->countOfEntity(kChannelEntity), 1U);
-}
-
-TEST_F(ChannelTest, TheInterfaceFollowsThePublishMethod) {
+TEST_F(ChannelTest, DerivedValuesFollowTheMethodAndTheAuthor) {
   Channel& channel = host_.newChannelWithDefaults();
-  EXPECT_EQ(channel.value("canEditURLs"), Value(true));
   EXPECT_EQ(channel.value("pathIcon"), Value("folder"));
-  int told = 0;
-  const Observation observation = channel.observe("canEditURLs", [&told] { ++told; });
-  const Observation icon = channel.observe("pathIcon", [&told] { ++told; });
+  Value canEdit;
+  const Observation observation =
+      channel.observe("canEditURLs", [&] { canEdit = channel.value("canEditURLs"); });
   channel.setValue("protocolTag", kDotMacMethod);
-  EXPECT_EQ(told, 2);
-  EXPECT_EQ(channel.value("canEditURLs"), Value(false));
+  EXPECT_EQ(canEdit, Value(false));
   EXPECT_EQ(channel.value("pathIcon"), Value("dotmaclogo"));
+  channel.setValue("itunesAuthor", Value());
+  EXPECT_EQ(text(channel, "itunesAuthor"), "Alex Example");
 }
 
-TEST_F(ChannelTest, TheITunesAuthorIsTheAuthorUntilItIsSet) {
-  Channel& channel = host_.newChannel();
-  channel.setValue("vcAuthor", "Ann");
-  EXPECT_EQ(text(channel, "itunesAuthor"), "Ann");
-  channel.setValue("itunesAuthor", "");
-  EXPECT_EQ(text(channel, "itunesAuthor"), "");
-}
-
-TEST_F(ChannelTest, DeletingAChannelDeletesItsEpisodesAndKeepsItsImage) {
+TEST_F(ChannelTest, DeletingAChannelDeletesItsEpisodesAndDeletingItsImageLeavesIt) {
   Channel& channel = host_.newChannelWithDefaults();
   host_.newEpisode(channel);
-  host_.newEpisode(channel);
-  channel.setValue("image", &host_.newImage("http://host/art.png"));
+  Image& image = host_.newImage("http://host/art.png");
+  channel.setValue("image", &image);
+  host_.context->deleteObject(image);
+  EXPECT_TRUE(channel.value("image").isNull());
   host_.context->deleteObject(channel);
   EXPECT_EQ(host_.context->countOfEntity(kVodcastEntity), 0U);
-  EXPECT_EQ(host_.context->countOfEntity(kImageEntity), 1U);
-}
-
-TEST_F(ChannelTest, ChannelsWithThePlaceholderURLAreFound) {
-  host_.newChannelWithDefaults();
-  Channel& unplaced = host_.newChannelWithDefaults();
-  unplaced.setValue("vcURL", kPlaceholderURL);
-  const auto request = host_.model->fetchRequestFromTemplate(kDefaultURLFetch);
-  ASSERT_TRUE(request);
-  EXPECT_THAT(host_.context->executeFetchRequest(*request).value(), ElementsAre(&unplaced));
 }
 
 class ChannelTitleTest : public ChannelTest {
@@ -191,7 +149,6 @@ class ChannelTitleTest : public ChannelTest {
 TEST_F(ChannelTitleTest, ARenameTakesTheMovieFolderAlong) {
   makeMovieFolder("Channel 01");
   EXPECT_TRUE(channel_.commitValue("vcTitle", "Cooking").valid);
-  EXPECT_EQ(text(channel_, "vcTitle"), "Cooking");
   EXPECT_EQ(testing::readFile(movieFolder("Cooking") + "/Movie1.mov"), "frames");
   EXPECT_FALSE(exists(movieFolder("Channel 01")));
   EXPECT_EQ(text(channel_, "vcURL"), "http://studio.example/~alex/clipwave/Channel 01");
@@ -211,7 +168,6 @@ TEST_F(ChannelTitleTest, ATitleWhoseFolderExistsIsRefused) {
                                   {}}));
   EXPECT_THAT(host_.lines.lines, ElementsAre("file exists!"));
   EXPECT_EQ(text(channel_, "vcTitle"), "Channel 01");
-  EXPECT_TRUE(exists(movieFolder("Channel 01")));
 }
 
 TEST_F(ChannelTitleTest, AFolderThatCannotBeMovedKeepsTheTitleAndSaysSo) {
@@ -229,10 +185,8 @@ TEST_F(ChannelTitleTest, AFolderThatCannotBeMovedKeepsTheTitleAndSaysSo) {
 TEST_F(ChannelTitleTest, WithoutAFolderOrATitleNothingMoves) {
   EXPECT_TRUE(channel_.commitValue("vcTitle", "Cooking").valid);
   EXPECT_FALSE(channel_.commitValue("vcTitle", Value()).valid);
-  makeMovieFolder("Kept");
   channel_.setValue("vcTitle", Value());
   EXPECT_TRUE(channel_.commitValue("vcTitle", "Named").valid);
-  EXPECT_TRUE(exists(movieFolder("Kept")));
   EXPECT_EQ(host_.fileManager.countOf("movePath"), 0);
   EXPECT_TRUE(host_.context->save()) << "saving validates once more and finds the title in place";
 }
@@ -253,7 +207,6 @@ TEST_F(ChannelTitleTest, NoTitleLeadsOutOfTheFolderOfRecordings) {
   }
   EXPECT_EQ(host_.fileManager.countOf("movePath"), 0);
   EXPECT_TRUE(exists(movieFolder("Channel 01")) && exists(movieFolder("Other")));
-  EXPECT_THAT(host_.criticalAlerts, IsEmpty());
   EXPECT_TRUE(channel_.commitValue("vcTitle", "Bread/Butter").valid) << "with no folder to move";
 }
 
@@ -263,7 +216,6 @@ TEST_F(ChannelTitleTest, AMembersChannelIsPublishedUnderItsNewTitle) {
   EXPECT_TRUE(channel_.commitValue("vcTitle", "Cooking").valid);
   EXPECT_EQ(text(channel_, "mediaPath"), "/Sites/clipwave/Cooking");
   EXPECT_EQ(text(channel_, "vcURL"), "http://homepage.example/ann/clipwave/Cooking");
-  EXPECT_EQ(text(channel_, "websiteURL"), "http://homepage.example/ann");
 }
 
 }  // namespace

@@ -208,7 +208,7 @@ class LocalPublishTest : public PublishRunTest {
   }
 };
 
-TEST_F(LocalPublishTest, ASecondRunSendsOnlyTheFeeds) {
+TEST_F(LocalPublishTest, ASecondRunStartsAfreshAndSendsOnlyTheFeeds) {
   run.save();
   host.runLoop().runUntilIdle();
   EXPECT_EQ(readFile(folder / "A/a.mov"), readFile(folder / "movies/a.mov"));
@@ -216,11 +216,14 @@ TEST_F(LocalPublishTest, ASecondRunSendsOnlyTheFeeds) {
   EXPECT_EQ(text.string(), "itpc://host/A/A.xml\nitpc://host/B/B.xml\n");
   run.closeStatusSheet();
 
-  for (int file = 0; file < 2; ++file) shell.answerAlert(Alert::Answer::Alternate);
+  channels.content()[1]->setValue("vcPublish", false);
+  shell.answerAlert(Alert::Answer::Alternate);
   progress.clear();
   run.save();
   host.runLoop().runUntilIdle();
-  EXPECT_THAT(progress, ElementsAre("Publishing...", "A.xml copied", "Publishing...", "B.xml copied"));
+  EXPECT_THAT(progress, ElementsAre("Publishing...", "A.xml copied"));
+  EXPECT_EQ(text.string(), "itpc://host/A/A.xml\n");
+  EXPECT_EQ(preparation.urlsToLaunch().size(), 1U);
   EXPECT_THAT(outcomes, ElementsAre(PublishOutcome::Done, PublishOutcome::Done));
 }
 

@@ -24,6 +24,7 @@ class FakeFileManager::Handle final : public FileHandle {
   }
   std::int64_t size() const override { return real_->size(); }
   void closeFile() override {
+    const std::lock_guard lock(manager_.mutex_);
     manager_.accesses.push_back("closeFile " + path_);
     real_->closeFile();
   }
@@ -38,6 +39,7 @@ FakeFileManager::FakeFileManager(std::unique_ptr<FileManager> real)
     : ForwardingFileManager(*real), real_(std::move(real)) {}
 
 int FakeFileManager::countOf(std::string_view start) const {
+  const std::lock_guard lock(mutex_);
   return static_cast<int>(std::count_if(accesses.begin(), accesses.end(), [start](const std::string& line) {
     return line.starts_with(start);
   }));

@@ -19,7 +19,7 @@ class FakeFileManager final : public ForwardingFileManager {
 
   // Every access so far: the operation and its path, "createDirectoryAtPath /x"; "movePath /a /b". Of open
   // files: "writeData /x 262143" and "readDataOfLength /x 10" (the bytes asked for), "readDataAtOffset /x 0
-  // 10" and "closeFile /x". May be added to by another thread while a file is being read by one.
+  // 10" and "closeFile /x". While another thread reads a file, only countOf may be asked.
   std::vector<std::string> accesses;
   // How often a line beginning with `start` is in accesses.
   int countOf(std::string_view start) const;
@@ -58,7 +58,7 @@ class FakeFileManager final : public ForwardingFileManager {
   std::unique_ptr<FileHandle> wrap(std::unique_ptr<FileHandle> handle, std::string_view path);
 
   std::unique_ptr<FileManager> real_;
-  std::mutex mutex_;
+  mutable std::mutex mutex_;
   std::vector<Failure> failures_;
 };
 

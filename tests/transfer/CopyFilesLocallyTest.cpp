@@ -305,15 +305,17 @@ TEST_F(CopyFilesLocallyTest, ACopyOntoItselfLosesNothing) {
                      {folder / "hard", "hard"},
                      {folder / "other-way/own", "own"},
                      {inside, "bundle"},
-                     {own, "dangling"}}));
+                     {own, "dangling"},
+                     {pub + "/gone", "gone"}}));
   turns();
-  EXPECT_EQ(events.size(), 8U);
+  EXPECT_EQ(events.size(), 9U);
   for (const char* name : {"own", "linked", "real", "hard"}) EXPECT_EQ(readFile(pub + "/" + name), name);
   EXPECT_EQ(readFile(linked) + readFile(folder / "to-real") + readFile(folder / "hard"), "linkedrealhard");
   EXPECT_EQ(readFile(inside), "inside");
-  EXPECT_THAT(kept->troubles(), ElementsAre(HasSubstr("holds the file")));
+  EXPECT_THAT(kept->troubles(),
+              ElementsAre(HasSubstr("holds the file"), HasSubstr("gone\" could not be read")));
   EXPECT_EQ(readFile(pub + "/dangling"), "own");
-  EXPECT_FALSE(fs::exists(folder / "planted"));
+  EXPECT_FALSE(fs::exists(folder / "planted") || fs::exists(pub + "/gone"));
 }
 
 TEST_F(CopyFilesLocallyTest, AbortEndsTheCopyWhereverItStands) {

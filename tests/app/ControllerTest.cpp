@@ -1,0 +1,136 @@
+#include "app/Controller.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/TestProgram.h"
+
+namespace clipwave {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+
+class ControllerTest : public ::testing::Test, public RecordingObserver {
+ protected:
+  void recordingStarted(const Notification&) override { happened("recording started"); }
+  void newMovie(const Notification&) override { happened("new movie"); }
+  void happened(const std::string& what) { events_.push_back(what); }
+  void postRecordings() {
+    for (const char* name : {"recordingStarted", "movieCreated"}) program_.notifications.post(name);
+  }
+  Responder* focus() { return program_.interface().mainWindow.firstResponder(); }
+
+  std::vector<std::string> events_;
+  testing::TestProgram program_;
+};
+
+TEST_F(ControllerTest, StartUpGoesStepByStepInItsOrder) {
+  program_.writeResource("defaults", {{"shouldCheckForUpdate", true}, {"updateURL", "http://u.example/v"}});
+  for (const char* name : {"vcmappings", "channelmappings"}) program_.writeResource(name, {});
+  Controller& controller = program_.start();
+  TableView& table = program_.interface().channelTableView;
+  ScrollView& pane = program_.interface().advancedOptionsRSSScrollView;
+  pane.setDocumentSize({300, 900});
+  controller.publishRun().setIsCopying(true);
+  controller.setRecordingObserver(this);
+  // Each step is seen in what it touches; the two recording notifications tell which is observed by then.
+  program_.files.onAccess = [this](std::string_view operation, std::string_view path) {
+    if (operation == "contentsAtPath") happened(lastPathComponent(path));
+    return std::nullopt;
+  };
+  const auto tableChanged = table.observe([&] {
+    const bool isAdded = !program_.channels().arrangedObjects().empty();
+    const char* what = isAdded ? "first channel" : "drags";
+    if (events_.back() != what) happened(what);
+    if (!isAdded) postRecordings();
+  });
+  program_.urls.onLoad = [&] { happened("update check"); };
+  const auto scrolled = pane.observe([&] {
+    happened(pane.scrolledTo() == Point{0, 900} ? "scrolled" : "scrolled elsewhere");
+    postRecordings();
+    EXPECT_TRUE(controller.publishRun().isCopying());
+  });
+  controller.awakeFromNib();
+  EXPECT_THAT(events_,
+              ElementsAre("vcmappings.plist", "channelmappings.plist", "drags", "recording started",
+                          "update check", "scrolled", "recording started", "Clipwave.xml", "first channel"));
+  EXPECT_FALSE(controller.publishRun().isCopying());
+  EXPECT_EQ(program_.interface().vcastTableView.registeredDraggedTypes(), table.registeredDraggedTypes());
+  postRecordings();
+  EXPECT_EQ(events_.back(), "new movie");
+}
+
+TEST_F(ControllerTest, AnEmptyLibraryGetsOneChannelAndTheFocusLandsInItsTitle) {
+  program_.start().awakeFromNib();
+  EXPECT_EQ(focus(), &program_.interface().channelTitleTextField);
+  EXPECT_TRUE(program_.channels().selection().value("vcTitle").isNull());
+  program_.turn();
+  EXPECT_EQ(program_.channels().selection().value("vcTitle"), Value("Channel 01"));
+  program_.interface().mainWindow.makeFirstResponder(nullptr);
+  program_.addChannel();
+  EXPECT_EQ(focus(), &program_.interface().mainWindow) << "only the first change moves the focus";
+
+  program_.delegate().saveAction();
+  program_.launch();
+  EXPECT_THAT(program_.listed(program_.channels()), ElementsAre("Channel 01", "Channel 02"));
+  EXPECT_EQ(focus(), &program_.interface().mainWindow);
+  EXPECT_THAT(program_.urls.loads, IsEmpty()) << "the check was not asked for";
+}
+
+TEST_F(ControllerTest, TheAuthorIsTheUserAndWithoutTheResourceThereAreNoInitialValues) {
+  program_.start();
+  EXPECT_EQ(program_.defaults.initialValues(),
+            (Dictionary{{"defaultAuthor", "Alex Example"}, {"defaultFilename", "show"}}));
+  program_.defaults.setInitialValues({});
+  ASSERT_TRUE(program_.files.removeFileAtPath(program_.folder / "resources/defaults.plist"));
+  program_.start();
+  EXPECT_THAT(program_.defaults.initialValues(), IsEmpty());
+}
+
+TEST_F(ControllerTest, TheLaterDocumentTypeWinsAndCaseCounts) {
+  const auto type = [](Array extensions, Value mimeType) {
+    return Dictionary{{"CFBundleTypeExtensions", std::move(extensions)},
+                      {"CFBundleTypeMIMETypes", std::move(mimeType)}};
+  };
+  const Array types = {type({"mov", "mp4"}, "video/quicktime"), Dictionary(),
+                       type({"mp4", "MOV"}, Array{"video/mp4", "video/x"})};
+  program_.writeResource("Info", {{"CFBundleDocumentTypes", types}});
+  program_.launch();
+  EXPECT_THAT(
+      program_.controller().types(),
+      ElementsAre(Pair("MOV", "video/mp4"), Pair("mov", "video/quicktime"), Pair("mp4", "video/mp4")));
+}
+
+TEST_F(ControllerTest, TheWindowFollowsTheSelectionAndTheMethodUntilTheControllerGoes) {
+  MainWindow& window = program_.launch().mainWindow;
+  program_.addChannel().setValue("protocolTag", 2);
+  EXPECT_FALSE(window.isSimple());
+  program_.notifications.post(kProtocolDidChange);
+  EXPECT_TRUE(window.isSimple());
+  program_.channels().setSelectionIndex(0);
+  EXPECT_FALSE(window.isSimple());
+  program_.controller().setRecordingObserver(this);
+  program_.stop();
+  program_.notifications.post(kProtocolDidChange);
+  postRecordings();
+  EXPECT_THAT(events_, IsEmpty());
+}
+
+TEST_F(ControllerTest, TheWindowAndTheRecordsFindTheirResources) {
+  WindowController& about = program_.start().aboutWindowController();
+  program_.controller().showAboutWindow();
+  EXPECT_TRUE(about.window().isKeyWindow());
+  EXPECT_EQ(&program_.controller().aboutWindowController(), &about);
+
+  const char* key =
+      "The channel's movie folder cannot be named \"%@\". Please select a different channel name.";
+  program_.writeResource("vcTitle", {{key, "Nicht %@!"}});
+  program_.launch();
+  const Validation answer = program_.channels().selection().commitValue("vcTitle", "..");
+  EXPECT_EQ(answer.error.value_or(Error()).localizedDescription, "Nicht ..!");
+}
+
+}  // namespace
+}  // namespace clipwave

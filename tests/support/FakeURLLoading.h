@@ -1,0 +1,38 @@
+// URLs whose background loads a test ends by hand.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/foundation/URLLoading.h"
+
+namespace clipwave::testing {
+
+class FakeURLLoading final : public URLLoading {
+ public:
+  std::vector<std::string> loads;  // begun in the background, in order
+  std::vector<std::string> reads;  // blocking ones
+  std::string data;                // of every read
+  std::function<void()> onLoad;
+
+  // The load that was begun last comes to its end.
+  void finish() { client_->URLResourceDidFinishLoading(loads.back()); }
+  void fail(std::string_view reason) { client_->URLResourceDidFailLoadingWithReason(loads.back(), reason); }
+
+  void loadInBackground(std::string_view url, URLLoadClient& client) override {
+    loads.emplace_back(url);
+    client_ = &client;
+    if (onLoad) onLoad();
+  }
+  Result<std::string> dataWithContentsOfURL(std::string_view url, Seconds) override {
+    reads.emplace_back(url);
+    return data;
+  }
+
+ private:
+  URLLoadClient* client_ = nullptr;
+};
+
+}  // namespace clipwave::testing

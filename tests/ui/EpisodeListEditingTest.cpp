@@ -1,0 +1,242 @@
+#include "ui/EpisodeListEditing.h"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "tests/support/TestProgram.h"
+
+namespace clipwave {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Optional;
+
+constexpr auto kOn = TableDropOperation::On;
+constexpr auto kAbove = TableDropOperation::Above;
+
+DraggingInfo drag(const std::vector<std::string>& paths) {
+  DraggingInfo info;
+  info.draggingPasteboard.setPropertyList(Array(paths.begin(), paths.end()), NSFilenamesPboardType);
+  return info;
+}
+
+class EpisodeListEditingTest : public ::testing::Test {
+ protected:
+  std::string movieOf(std::string_view name, std::int64_t modified) {
+    const std::string path = program_.makeMovie(name);
+    const timeval times[2] = {{modified, 0}, {modified, 0}};
+    EXPECT_EQ(::utimes(path.c_str(), times), 0);
+    return path;
+  }
+  std::string selectedChannel() { return std::string(channels_.selection().value("vcTitle").stringValue()); }
+  testing::TestProgram program_;
+  MainInterface& window_ = program_.launch();
+  EpisodeListEditing& editing_ = program_.controller().episodeListEditing();
+  ArrayController& episodes_ = program_.episodes();
+  ArrayController& channels_ = program_.channels();
+};
+
+TEST_F(EpisodeListEditingTest, AMovieIsToldByItsExactExtensionOrByItsContent) {
+  const std::string quickTime(
+      "\0\0\0\x14"
+      "ftypqt  \0\0\0\0qt  ",
+      20);
+  EXPECT_TRUE(editing_.isMovieFile("/nowhere/a.b.mov"));
+  EXPECT_TRUE(editing_.isMovieFile(program_.folder.write("LOUD.MOV", quickTime)));
+  EXPECT_FALSE(editing_.isMovieFile(program_.folder.write("other.MOV", "text")));
+  EXPECT_FALSE(editing_.isMovieFile("/nowhere/mov"));
+}
+
+TEST_F(EpisodeListEditingTest, ADragIsTakenWholeOrNotAtTheTopOfEpisodesAndAnywhereOnChannels) {
+  const DraggingInfo good = drag({"/m/1.mov", "/m/2.mp4"});
+  EXPECT_EQ(window_.vcastTableView.draggingUpdated(good, 5, kOn), 16U);
+  EXPECT_EQ(window_.vcastTableView.dropRow(), 0);
+  EXPECT_EQ(window_.vcastTableView.dropOperation(), kAbove);
+  EXPECT_EQ(window_.channelTableView.draggingUpdated(good, 2, kOn), 0xFFFFFFFFU);
+  EXPECT_EQ(window_.channelTableView.dropRow(), 2);
+  EXPECT_EQ(window_.channelTableView.dropOperation(), kOn);
+  const DraggingInfo mixed = drag({"/m/1.mov", program_.folder.write("notes.txt", "text")});
+  EXPECT_EQ(editing_.validateDrop(window_.vcastTableView, mixed, 0, kAbove), 0U);
+  EXPECT_EQ(editing_.validateDrop(window_.channelTableView, mixed, 0, kAbove), 0U);
+}
+
+TEST_F(EpisodeListEditingTest, DroppedEpisodesStandOnTopInReverseOrderNamedAndDatedByTheirFiles) {
+  program_.addEpisodes({"newest.mov"});
+  program_.defaults.setInitialValues({{"defaultPodcastPrefix", "Pod"}});
+  const std::string link = program_.folder / "My Talk.v2.mov";
+  std::filesystem::create_symlink(movieOf("target", 1'100'000'000), link);
+  const std::string file = movieOf("a.mov", 1'200'000'000);
+  ASSERT_TRUE(window_.vcastTableView.performDrop(drag({file, link, "/nowhere/gone.mov"}), 1, kOn));
+
+  EXPECT_THAT(program_.listed(episodes_), ElementsAre("Podgone", "PodMy Talk.v2", "Poda", "newest"));
+  EXPECT_THAT(episodes_.selectionIndexes(), ElementsAre(0));
+  const auto& records = episodes_.arrangedObjects();
+  EXPECT_EQ(records[2]->value("vcPath"), Value(file));
+  EXPECT_EQ(records[2]->value("vcPublishDate"), Value(Date::fromSeconds(1'200'000'000)));
+  EXPECT_EQ(records[1]->value("vcPublishDate"), Value(Date::fromSeconds(1'100'000'000)));
+  EXPECT_EQ(records[0]->value("vcPublishDate"), Value(program_.clock.now()));
+}
+
+TEST_F(EpisodeListEditingTest, ADropFindsItsChannelByWhereItLands) {
+  for (int i = 0; i < 2; ++i) program_.addChannel();
+  const DraggingInfo three = drag({"/m/1.mov", "/m/2.mov", "/m/3.mov"});
+  channels_.setSelectionIndex(0);
+  ASSERT_TRUE(window_.channelTableView.performDrop(three, 2, kOn));
+  EXPECT_EQ(selectedChannel(), "Channel 03");
+  EXPECT_THAT(program_.listed(episodes_), ElementsAre("3", "2", "1"));
+  EXPECT_THAT(episodes_.selectionIndexes(), ElementsAre(2)) << "the row it was dropped on";
+  ASSERT_TRUE(editing_.acceptDrop(window_.channelTableView, three, -1, kOn));
+  EXPECT_EQ(selectedChannel(), "Channel 01");
+  EXPECT_THAT(episodes_.selectionIndexes(), ElementsAre(0));
+
+  channels_.setSelectionIndexes({1, 2});
+  ASSERT_TRUE(window_.vcastTableView.performDrop(three, 0, kAbove));
+  EXPECT_EQ(selectedChannel(), "Channel 02") << "the first of several";
+  EXPECT_EQ(episodes_.arrangedObjects().size(), 3U);
+  for (TableView* table : {&window_.channelTableView, static_cast<TableView*>(&window_.vcastTableView)}) {
+    ASSERT_TRUE(table->performDrop(drag({"/m/4.mov"}), 0, kAbove));
+    program_.turn();
+    EXPECT_THAT(program_.listed(episodes_), ElementsAre("4")) << "in a channel of its own";
+    channels_.setSelectionIndexes({});
+  }
+  EXPECT_EQ(channels_.arrangedObjects().size(), 5U);
+}
+
+TEST_F(EpisodeListEditingTest, ARefusedDropChangesNothing) {
+  DraggingInfo unlinked = drag({"/m/1.mov"});
+  unlinked.draggingSourceOperationMask = NSDragOperationEvery & ~NSDragOperationLink;
+  EXPECT_FALSE(window_.channelTableView.performDrop(unlinked, 0, kAbove));
+  EXPECT_FALSE(editing_.acceptDrop(window_.vcastTableView, DraggingInfo(), 0, kAbove));
+
+  int asked = 0;
+  window_.channelTitleTextField.setValidator(
+      [&](const TextField&, std::string_view) { return ++asked == 0; });
+  const FieldBinding binding(window_.channelTitleTextField, channels_, "vcTitle", nullptr);
+  window_.channelTitleTextField.edit("refused");
+  EXPECT_FALSE(window_.channelTableView.performDrop(drag({"/m/1.mov"}), 0, kAbove));
+  EXPECT_EQ(asked, 1);
+  EXPECT_THAT(program_.listed(channels_), ElementsAre("Channel 01"));
+  EXPECT_THAT(program_.listed(episodes_), IsEmpty());
+}
+
+TEST_F(EpisodeListEditingTest, AChosenMovieGoesToEverySelectedEpisodeAndACancelledPanelChangesNothing) {
+  program_.addEpisodes({"1.mov", "2.mov", "3.mov"});
+  episodes_.setSelectionIndexes({0, 2});
+  const std::vector<std::string> paths = program_.listed(episodes_, "vcPath");
+  EXPECT_THAT(program_.listed(episodes_, "mediaSizeString"), ElementsAre("2.00", "2.00", "2.00"));
+  window_.previewPane.play();
+  editing_.addMovie();
+  EXPECT_FALSE(window_.previewPane.isPlaying());
+  EXPECT_EQ(program_.shell.openPanelSheets.at(0).window, &window_.mainWindow);
+  EXPECT_THAT(program_.shell.openPanels[0].allowedTypes, ElementsAre("mov", "mp4", "'MooV'"));
+  EXPECT_FALSE(program_.shell.openPanels[0].allowsMultipleSelection);
+  program_.shell.endOpenPanelSheet({});
+  EXPECT_EQ(program_.listed(episodes_, "vcPath"), paths);
+
+  editing_.addMovie();
+  const std::string chosen = program_.makeMovie("new.mp4", 3072);
+  program_.shell.endOpenPanelSheet({chosen});
+  EXPECT_THAT(program_.listed(episodes_, "vcPath"), ElementsAre(chosen, paths[1], chosen));
+  EXPECT_THAT(program_.listed(episodes_, "mediaSizeString"), ElementsAre("3.00", "2.00", "3.00"));
+  EXPECT_THAT(program_.listed(episodes_), ElementsAre("3", "2", "1"));
+}
+
+TEST_F(EpisodeListEditingTest, AClearedMovieLeavesNothingOfItselfAndUndoBringsItBack) {
+  program_.addEpisodes({"clip.mov"});
+  ManagedObject& episode = *episodes_.arrangedObjects().front();
+  const auto shown = [&episode] {
+    std::vector<Value> values;
+    for (const char* key : {"vcPath", "mediaSizeString", "mediaSizeUnit", "mediaTimeString", "size",
+                            "movieInfo", "vcTitle", "vcPublishDate"}) {
+      values.push_back(episode.value(key));
+    }
+    return values;
+  };
+  const std::vector<Value> before = shown();
+  Value announced = "none";
+  const auto pathChanged = episode.observe("vcPath", [&] { announced = episode.value("vcPath"); });
+  window_.previewPane.play();
+  editing_.clearMovie();
+  program_.turn();
+  EXPECT_EQ(announced, Value()) << "the alias is gone by then";
+  EXPECT_FALSE(window_.previewPane.isPlaying());
+  EXPECT_THAT(shown(),
+              ElementsAre(Value(), Value(""), Value(), Value(), Value(0), Value(""), before[6], before[7]));
+  // The size goes last: clearing its texts computes it anew.
+  for (const char* key : {"alias", "movie", "size"}) EXPECT_TRUE(episode.primitiveValue(key).isNull()) << key;
+  program_.context().undo();
+  EXPECT_EQ(shown(), before);
+}
+
+TEST_F(EpisodeListEditingTest, TogglingSwitchesEachSelectedRecordOnItsOwn) {
+  program_.addChannel().setValue("vcPublish", Value());
+  program_.addEpisodes({"1.mov", "2.mov", "3.mov"});
+  episodes_.arrangedObjects()[1]->setValue("vcPublish", false);
+  episodes_.setSelectionIndexes({0, 1});
+  editing_.toggleSelectedOnPublishVodcasts();
+  EXPECT_THAT(program_.listed(episodes_, "vcPublish"), ElementsAre("NO", "YES", "YES"));
+  EXPECT_THAT(program_.listed(episodes_, "vcCopy"), ElementsAre("YES", "YES", "YES"));
+  editing_.toggleSelectedOnCopyVodcasts();
+  EXPECT_THAT(program_.listed(episodes_, "vcCopy"), ElementsAre("NO", "NO", "YES"));
+  window_.previewPane.play();
+  EXPECT_TRUE(window_.channelTableView.selectRowIndexes({0, 1}));
+  EXPECT_FALSE(window_.previewPane.isPlaying()) << "a change of the selection pauses the preview";
+  editing_.toggleSelectedOnPublishChannel();
+  EXPECT_THAT(program_.listed(channels_, "vcPublish"), ElementsAre("NO", "YES"));
+}
+
+TEST_F(EpisodeListEditingTest, ImagesAreFoundByTheirLiteralTitleAndTheirPendingEditCanBeReverted) {
+  const char* const title = R"(It's "50\%" * OR 1=1)";
+  ManagedObject& image = *window_.imageController.add();
+  image.setValue("title", title);
+  EXPECT_THAT(editing_.imageObjectForKey(title), Optional(ElementsAre(&image)));
+  EXPECT_THAT(editing_.imageObjectForKey("It"), Optional(IsEmpty()));
+
+  TextField field;
+  const FieldBinding binding(field, window_.imageController, "title", nullptr);
+  editing_.editImageProps();
+  EXPECT_EQ(window_.mainWindow.attachedSheet(), &window_.editImagePropsWindow);
+  field.edit("Other");
+  editing_.revertImageChanges();
+  EXPECT_EQ(field.stringValue(), title);
+  EXPECT_TRUE(window_.editImagePropsWindow.isVisible());
+  editing_.closeEditImagePropsSheet();
+  EXPECT_FALSE(window_.editImagePropsWindow.isVisible());
+  EXPECT_EQ(image.value("title"), Value(title));
+}
+
+TEST_F(EpisodeListEditingTest, ThePreferencesHoldTheApplicationUntilTheyAreDismissed) {
+  const int alwaysReadable = ::open("/dev/null", O_RDONLY);
+  const auto dismiss = [this] {
+    EXPECT_TRUE(window_.prefWindow.isVisible());
+    EXPECT_EQ(program_.loop->mode(), RunLoop::Mode::Modal);
+    editing_.dismissPrefs();
+  };
+  auto watch = program_.loop->watch(alwaysReadable, RunLoop::Readiness::Readable, dismiss,
+                                    RunLoop::Delivery::DefaultAndModal);
+  editing_.showPrefs();
+  EXPECT_FALSE(window_.prefWindow.isVisible());
+  watch.reset();
+  ::close(alwaysReadable);
+}
+
+TEST_F(EpisodeListEditingTest, OnlyOneSharedMovieIsOpened) {
+  editing_.openMediaInQuicktime();
+  program_.addEpisodes({"1.mov", "2.mov", "2.mov"});
+  episodes_.setSelectionIndexes({0, 2});
+  editing_.openMediaInQuicktime();
+  EXPECT_THAT(program_.workspace.calls, IsEmpty());
+  episodes_.setSelectionIndexes({0, 1});
+  editing_.openMediaInQuicktime();
+  EXPECT_THAT(program_.workspace.calls,
+              ElementsAre("file " + (program_.folder / "2.mov") + " with QuickTime Player"));
+}
+
+}  // namespace
+}  // namespace clipwave
