@@ -191,6 +191,14 @@ class ItemWriter {
   std::map<std::string, TimeZone, std::less<>> zones_;
 };
 
+// The date is read once for each episode, not once a comparison.
+using DatedEpisode = std::pair<std::optional<Date>, Vodcast*>;
+
+// The later date first; no date is less than any date.
+bool sortArray(const DatedEpisode& first, const DatedEpisode& second) {
+  return second.first < first.first;
+}
+
 }  // namespace
 
 void addChildElementWithTitle(std::string_view title, const std::optional<std::string>& stringValue,
@@ -206,25 +214,18 @@ std::optional<std::string> channelFeedURL(Channel& channel) {
   return feedURL(channel.value("vcURL").optionalString(), channel.value("filename").optionalString());
 }
 
-std::optional<std::string> escapedMediaURL(Vodcast& episode) {
-  return PublishedMedia(episode).escapedURL;
-}
-
 std::string feedDateText(Date date, const TimeZone& zone) {
   return formatCalendarDate(date, "%a, %e %b %Y %H:%M:%S %z", zone);
 }
 
 std::vector<Vodcast*> sortedEpisodes(Channel& channel) {
-  // The dates are read once each, not once a comparison.
-  std::vector<std::pair<std::optional<Date>, Vodcast*>> dated;
+  std::vector<DatedEpisode> dated;
   const std::vector<ManagedObject*>& children = channel.relatedObjects("children");
   dated.reserve(children.size());
   for (ManagedObject* child : children) {
     dated.emplace_back(child->value("vcPublishDate").dateValue(), static_cast<Vodcast*>(child));
   }
-  // No date is less than any date.
-  std::stable_sort(dated.begin(), dated.end(),
-                   [](const auto& a, const auto& b) { return b.first < a.first; });
+  std::stable_sort(dated.begin(), dated.end(), sortArray);
   std::vector<Vodcast*> sorted;
   sorted.reserve(dated.size());
   for (const auto& [date, episode] : dated) sorted.push_back(episode);
