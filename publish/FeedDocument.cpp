@@ -117,12 +117,17 @@ struct PublishedMedia {
 
   explicit PublishedMedia(Vodcast& episode) : filename(episode.mediaFilename()) {
     if (!filename) return;
+    const bool isStored = !episode.primitiveValue("mediaFilename").isNull();
+    // A movie that is no longer found on this disk reads an empty path. Its subscribers go on knowing it by
+    // the name under which it was sent.
+    if (!isStored && filename->empty()) {
+      filename = lastPathComponent(episode.primitiveValue("vcPath").stringValue());
+    }
     const std::optional<std::string> folder = episode.mediaURL();
     if (!folder) return;
     // A channel's URL arrives here escaped already, and an imported file name as its feed had it: escaping
     // those once more would lead away from the movie. A name taken from the disk is no URL yet, and a "%" in
     // it is a "%".
-    const bool isStored = !episode.primitiveValue("mediaFilename").isNull();
     escapedURL = escapedURLKeepingEscapes(*folder);
     escapedURL->push_back('/');
     escapedURL->append(isStored ? escapedURLKeepingEscapes(*filename) : clipwave::escapedURL(*filename));
