@@ -57,8 +57,9 @@ TEST_F(FeedTest, MoviesAreListedNewestFirstAndTheFeedLast) {
   Vodcast& undated = addEpisode(channel, "/movies/c.mov");
   Vodcast& copied = addEpisode(channel, "/movies/copied.mov");
   Vodcast& kept = addEpisode(channel, "/movies/unpublished.mov");
-  addEpisode(channel);             // no movie was ever attached
-  addEpisode(channel, Value(""));  // the movie is nowhere to be found
+  addEpisode(channel);  // no movie was ever attached
+  addEpisode(channel, folder.write("lost.mov", ""));
+  std::filesystem::remove(folder / "lost.mov");
   older.setValue("vcPublishDate", Date::fromSeconds(-1));
   newer.setValue("vcPublishDate", Date::fromSeconds(1));
   newer.setValue("mediaFilename", "renamed.mov");
@@ -73,6 +74,7 @@ TEST_F(FeedTest, MoviesAreListedNewestFirstAndTheFeedLast) {
   EXPECT_EQ(entries[2].managedObject.lock().get(), &undated);
   EXPECT_EQ(entries.back().managedObject.lock(), nullptr);
   EXPECT_EQ(readFile(feed), makeFeedDocument(channel, sortedEpisodes(channel), tables).prettyPrinted());
+  EXPECT_THAT(readFile(feed), ::testing::HasSubstr("<guid>http://host/My%20Show/lost.mov</guid>"));
   EXPECT_THAT(preparation.pubURLs(), ElementsAre("http://host/My%20Show/My%20Show.xml"));
   EXPECT_THAT(preparation.urlsToLaunch(),
               ElementsAre(::testing::Pair("My Show", "http://host/My%20Show/My%20Show.xml")));
@@ -92,13 +94,8 @@ TEST_F(FeedTest, AFeedWithoutAFileNameNeverReplacesTheFolder) {
 TEST_F(FeedTest, AFeedThatCannotBeWrittenEndsTheProcess) {
   FeedPreparation hopeless = preparationIn(folder / "missing");
   addChannel("Show");
-  int status = 0;
-  try {
-    hopeless.prepareFilesForIndex(0);
-  } catch (const testing::ProcessExit& exit) {
-    status = exit.status;
-  }
-  EXPECT_EQ(status, 1);
+  EXPECT_THAT([&] { hopeless.prepareFilesForIndex(0); },
+              ::testing::Throws<testing::ProcessExit>(::testing::Field(&testing::ProcessExit::status, 1)));
   EXPECT_EQ(shell.beeps, 1);
   EXPECT_THAT(log.lines, ElementsAre("Could not write document out..."));
 }
