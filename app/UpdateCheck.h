@@ -25,7 +25,7 @@ class UpdateCheck final : public URLLoadClient {
   explicit UpdateCheck(Services services) : services_(services) {}
 
   // Begins loading the version list in the background; everything else follows from its callbacks.
-  void start(std::string_view updateURL) { services_.urls.loadInBackground(updateURL, *this); }
+  void start(std::string_view updateURL) { load_ = services_.urls.loadInBackground(updateURL, *this); }
 
   void URLResourceDidFinishLoading(std::string_view url) override;
   void URLResourceDidFailLoadingWithReason(std::string_view url, std::string_view reason) override;
@@ -33,6 +33,7 @@ class UpdateCheck final : public URLLoadClient {
 
  private:
   Services services_;
+  Observation load_;
 };
 
 }  // namespace clipwave

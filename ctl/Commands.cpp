@@ -36,9 +36,9 @@ const std::vector<Command>& commandTable() {
       {"publish", "[--replace|--keep]", "Publish every channel marked for it",
        "Prints the subscription links of the channels published. Files that exist at the destination: "
        "--replace\n"
-       "replaces them, --keep keeps them but for the feeds; without either they are asked about on a "
-       "terminal, and\n"
-       "elsewhere replaced when the default noConfirm is 1, else the run ends. An interrupt cancels the "
+       "replaces them, --keep keeps them but for the feeds; without either they are replaced when the "
+       "default\n"
+       "noConfirm is 1, else asked about on a terminal, and elsewhere the run ends. An interrupt cancels the "
        "run.\n",
        0, true, runPublish},
       {"defaults", "[KEY[=VALUE]...]", "Show or set the user defaults",

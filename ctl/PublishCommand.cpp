@@ -142,11 +142,13 @@ ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
   for (const std::string& trouble : troubles) printError("clipwavectl", trouble);
   if (const std::string sentence = sentenceFor(*outcome, error, companion); !sentence.empty())
     printError("clipwavectl", sentence);
-  if (*outcome == PublishOutcome::Done) std::cout << companion.interface().statusTextView.string();
   // Saving again would fail again; the run has changed nothing.
   if (*outcome == PublishOutcome::NotSaved) return kFailed;
   const ExitStatus status = companion.finish();
-  return *outcome == PublishOutcome::Done && troubles.empty() ? status : kFailed;
+  if (*outcome != PublishOutcome::Done) return kFailed;
+  // Only now: a reader that has gone away ends the process, and what was sent is to be on record by then.
+  std::cout << companion.interface().statusTextView.string();
+  return troubles.empty() ? status : kFailed;
 }
 
 }  // namespace clipwave

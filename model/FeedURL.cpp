@@ -3,13 +3,6 @@
 #include "platform/foundation/URLEscapes.h"
 
 namespace clipwave {
-namespace {
-
-bool isHexadecimalDigit(char c) {
-  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
-}
-
-}  // namespace
 
 std::string escapedURL(std::string_view text) {
   return stringByAddingPercentEscapes(text, "", "=?&");
@@ -19,9 +12,7 @@ std::string escapedURLKeepingEscapes(std::string_view text) {
   std::string result;
   std::size_t begin = 0;
   for (std::size_t at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 1)) {
-    if (at + 2 >= text.size() || !isHexadecimalDigit(text[at + 1]) || !isHexadecimalDigit(text[at + 2])) {
-      continue;
-    }
+    if (!beginsWithPercentEscape(text.substr(at))) continue;
     result += escapedURL(text.substr(begin, at - begin));
     result += text.substr(at, 3);
     begin = at + 3;

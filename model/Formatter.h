@@ -3,12 +3,14 @@
 
 #include <string_view>
 
+#include "platform/appkit/Controls.h"
+
 namespace clipwave {
 
 class Formatter {
  public:
-  // Fits TextField::setValidator: true for "" and for text that begins with "http://".
-  static bool isValidObject(std::string_view proposed) {
+  // A TextField::Validator: true for "" and for text that begins with "http://".
+  static bool isValidObject(const TextField& /*control*/, std::string_view proposed) {
     return proposed.empty() || proposed.starts_with("http://");
   }
 };

@@ -1,9 +1,10 @@
 #include "model/MediaText.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+
+#include "platform/foundation/Value.h"
 
 namespace clipwave {
 namespace {
@@ -18,19 +19,6 @@ std::string twoDecimals(float number) {
   const auto end =
       std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed, 2);
   return std::string(buffer.data(), end.ptr);
-}
-
-// The number that the text begins with, after blanks; 0 where it begins with none.
-float leadingNumber(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t\n\r"), text.size()));
-  const bool negative = text.starts_with('-');
-  if (negative || text.starts_with('+')) text.remove_prefix(1);
-  const std::string_view begin = text.substr(0, text.starts_with('.') ? 2 : 1);
-  if (begin.empty() || begin.back() < '0' || begin.back() > '9') return 0;
-  float number = 0;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (result.ec != std::errc()) return 0;
-  return negative ? -number : number;
 }
 
 }  // namespace
@@ -71,7 +59,7 @@ std::int32_t bytesFromText(std::string_view number, std::string_view unit) {
   if (unit == "GB") multiplier = static_cast<float>(kGigabyte);
   if (unit == "MB") multiplier = static_cast<float>(kMegabyte);
   if (unit == "KB") multiplier = static_cast<float>(kKilobyte);
-  const float product = multiplier * leadingNumber(number);
+  const float product = multiplier * static_cast<float>(Value(number).doubleValue());
   if (!(std::abs(product) < 9e18F)) return 0;
   return static_cast<std::int32_t>(static_cast<std::int64_t>(product));
 }

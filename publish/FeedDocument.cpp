@@ -117,12 +117,17 @@ struct PublishedMedia {
 
   explicit PublishedMedia(Vodcast& episode) : filename(episode.mediaFilename()) {
     if (!filename) return;
+    const bool isStored = !episode.primitiveValue("mediaFilename").isNull();
+    // A movie that is no longer found on this disk reads an empty path. Its subscribers go on knowing it by
+    // the name under which it was sent.
+    if (!isStored && filename->empty()) {
+      filename = lastPathComponent(episode.primitiveValue("vcPath").stringValue());
+    }
     const std::optional<std::string> folder = episode.mediaURL();
     if (!folder) return;
     // A channel's URL arrives here escaped already, and an imported file name as its feed had it: escaping
     // those once more would lead away from the movie. A name taken from the disk is no URL yet, and a "%" in
     // it is a "%".
-    const bool isStored = !episode.primitiveValue("mediaFilename").isNull();
     escapedURL = escapedURLKeepingEscapes(*folder);
     escapedURL->push_back('/');
     escapedURL->append(isStored ? escapedURLKeepingEscapes(*filename) : clipwave::escapedURL(*filename));
@@ -191,6 +196,14 @@ class ItemWriter {
   std::map<std::string, TimeZone, std::less<>> zones_;
 };
 
+// The date is read once for each episode, not once a comparison.
+using DatedEpisode = std::pair<std::optional<Date>, Vodcast*>;
+
+// The later date first; no date is less than any date.
+bool sortArray(const DatedEpisode& first, const DatedEpisode& second) {
+  return second.first < first.first;
+}
+
 }  // namespace
 
 void addChildElementWithTitle(std::string_view title, const std::optional<std::string>& stringValue,
@@ -206,25 +219,18 @@ std::optional<std::string> channelFeedURL(Channel& channel) {
   return feedURL(channel.value("vcURL").optionalString(), channel.value("filename").optionalString());
 }
 
-std::optional<std::string> escapedMediaURL(Vodcast& episode) {
-  return PublishedMedia(episode).escapedURL;
-}
-
 std::string feedDateText(Date date, const TimeZone& zone) {
   return formatCalendarDate(date, "%a, %e %b %Y %H:%M:%S %z", zone);
 }
 
 std::vector<Vodcast*> sortedEpisodes(Channel& channel) {
-  // The dates are read once each, not once a comparison.
-  std::vector<std::pair<std::optional<Date>, Vodcast*>> dated;
+  std::vector<DatedEpisode> dated;
   const std::vector<ManagedObject*>& children = channel.relatedObjects("children");
   dated.reserve(children.size());
   for (ManagedObject* child : children) {
     dated.emplace_back(child->value("vcPublishDate").dateValue(), static_cast<Vodcast*>(child));
   }
-  // No date is less than any date.
-  std::stable_sort(dated.begin(), dated.end(),
-                   [](const auto& a, const auto& b) { return b.first < a.first; });
+  std::stable_sort(dated.begin(), dated.end(), sortArray);
   std::vector<Vodcast*> sorted;
   sorted.reserve(dated.size());
   for (const auto& [date, episode] : dated) sorted.push_back(episode);

@@ -27,15 +27,11 @@ void addChildElementWithTitle(std::string_view title, const Value& stringValue, 
 // The escaped public URL of the channel's feed; nothing while it has no URL or no file name.
 std::optional<std::string> channelFeedURL(Channel& channel);
 
-// The escaped public URL of an episode's movie, as link, guid and enclosure carry it; nothing while it has
-// none.
-std::optional<std::string> escapedMediaURL(Vodcast& episode);
-
 // "%a, %e %b %Y %H:%M:%S %z".
 std::string feedDateText(Date date, const TimeZone& zone);
 
-// sortArray: the order of episodes, the latest publish date first; equal dates keep their order, episodes
-// without a date come last.
+// The channel's episodes, the latest publish date first; equal dates keep their order, episodes without a
+// date come last.
 std::vector<Vodcast*> sortedEpisodes(Channel& channel);
 
 struct FeedTables {

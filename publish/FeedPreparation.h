@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "model/LanguageDataSource.h"
@@ -29,7 +30,7 @@ class FeedPreparation {
     // Where feed files are made; a test's own folder in tests.
     std::string temporaryFileTemplate = "/tmp/xmlFile.XXXXXX";
   };
-  explicit FeedPreparation(Services services) : services_(services) {}
+  explicit FeedPreparation(Services services) : services_(std::move(services)) {}
 
   // `index`: of a channel in the content of the channel list (store order). The list returned is the one that
   // filesToCopy() then holds: the movies marked for copying, newest first, then the feed file, which stays

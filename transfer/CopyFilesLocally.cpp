@@ -162,7 +162,7 @@ std::unique_ptr<FileHandle> CopyFilesLocally::openSource(const CopyEntry& entry)
   return handle;
 }
 
-// One piece a turn, so that the window lives while a large file is read.
+// Turn after turn, so that the window lives while a large file is read.
 void CopyFilesLocally::readSource() {
   scheduleStep(state_->data->readOn() ? &CopyFilesLocally::updateCopy : &CopyFilesLocally::readSource);
 }

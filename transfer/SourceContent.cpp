@@ -1,9 +1,16 @@
 #include "transfer/SourceContent.h"
 
 #include <algorithm>
+#include <chrono>
 #include <system_error>
 
 namespace clipwave {
+namespace {
+
+constexpr std::size_t kHelpers = 2;
+constexpr std::chrono::microseconds kWait{500};
+
+}  // namespace
 
 SourceContent::SourceContent(std::unique_ptr<FileHandle> file, std::int64_t wholeFileLimit)
     : file_(std::move(file)),
@@ -16,16 +23,19 @@ SourceContent::SourceContent(std::unique_ptr<FileHandle> file, std::int64_t whol
 
 SourceContent::~SourceContent() {
   nextPiece_ = expectedLength_;
-  if (helper_.joinable()) helper_.join();
+  for (std::thread& helper : helpers_) helper.join();
 }
 
 bool SourceContent::readOn() {
   if (!whole_) return true;
-  if (nextPiece_ == 0 && expectedLength_ > kPieceLength) startHelper();
-  readPiece();
-  if (nextPiece_ < expectedLength_) return false;
-  if (helper_.joinable()) helper_.join();
-  return true;
+  if (expectedLength_ > kPieceLength && nextPiece_ == 0 && helpers_.empty()) startHelpers();
+  if (helpers_.empty()) {
+    readPiece();
+    return nextPiece_ >= expectedLength_;
+  }
+  // The turns that wait for the helpers should leave the processor to them.
+  if (reading_ > 0) std::this_thread::sleep_for(kWait);
+  return reading_ == 0;
 }
 
 std::string_view SourceContent::bytesAt(std::int64_t offset, std::size_t length) {
@@ -49,15 +59,21 @@ bool SourceContent::readPiece() {
   return true;
 }
 
-// The first use of so much memory takes the time, not the reading: two threads need half of it.
-void SourceContent::startHelper() {
+// The first use of so much memory takes longer than the reading, too long for a turn of the run loop; two
+// threads need half the time of one.
+void SourceContent::startHelpers() {
   try {
-    helper_ = std::thread([this] {
-      while (readPiece()) {
-      }
-    });
+    while (helpers_.size() < kHelpers) {
+      ++reading_;
+      helpers_.emplace_back([this] {
+        while (readPiece()) {
+        }
+        --reading_;
+      });
+    }
   } catch (const std::system_error&) {
-    // No further thread is to be had; the turns of the run loop read everything.
+    // No further thread is to be had: the one there is reads alone, or else the turns of the run loop do.
+    --reading_;
   }
 }
 

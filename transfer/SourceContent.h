@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <thread>
+#include <vector>
 
 #include "platform/foundation/ContentBuffer.h"
 #include "platform/foundation/FileManager.h"
@@ -15,7 +16,7 @@
 namespace clipwave {
 
 // The content is the file as long as it was when it was opened. Where the file has become shorter or cannot
-// be read on, the content ends. Belongs to one thread; a helper thread of its own reads along with it.
+// be read on, the content ends. Belongs to one thread; helper threads of its own read longer files.
 class SourceContent {
  public:
   // Files up to this length are read within the first call of readOn, longer ones in several.
@@ -24,12 +25,12 @@ class SourceContent {
   // `file` none: no content. Files longer than `wholeFileLimit`, and files for which there is no memory, are
   // read as their bytes are asked for.
   SourceContent(std::unique_ptr<FileHandle> file, std::int64_t wholeFileLimit);
-  // Stops reading; waits at most for the piece that is being read.
+  // Stops reading; waits at most for the pieces that are being read.
   ~SourceContent();
   SourceContent(const SourceContent&) = delete;
   SourceContent& operator=(const SourceContent&) = delete;
 
-  // Reads one more piece. True once bytesAt may be asked.
+  // Reads, or gives the reading a moment's time. True once bytesAt may be asked.
   bool readOn();
   // Up to `length` bytes; fewer only at the end, where there are none. Valid until the next call.
   std::string_view bytesAt(std::int64_t offset, std::size_t length);
@@ -40,7 +41,7 @@ class SourceContent {
 
  private:
   bool readPiece();
-  void startHelper();
+  void startHelpers();
   void endAt(std::int64_t offset);
 
   const std::unique_ptr<FileHandle> file_;
@@ -49,7 +50,8 @@ class SourceContent {
   std::string asked_;
   std::atomic<std::int64_t> nextPiece_ = 0;
   std::atomic<std::int64_t> length_;
-  std::thread helper_;
+  std::vector<std::thread> helpers_;
+  std::atomic<int> reading_ = 0;  // helpers that have not finished
 };
 
 }  // namespace clipwave

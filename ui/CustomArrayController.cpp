@@ -43,9 +43,14 @@ void CustomArrayController::removeObjectsAtArrangedObjectIndexes(const IndexSet&
                                          "Trash", "Cancel", "Keep");
   if (answer == Alert::Answer::Alternate) return;
   if (answer == Alert::Answer::Default) {
+    // All paths are read before a file moves: an episode that shares its movie with an earlier one would find
+    // it again in the Trash, and send it there once more.
+    std::vector<std::string> paths;
     for (const std::size_t index : indexes) {
-      if (index >= arrangedObjects().size()) continue;
-      const std::string path(arrangedObjects()[index]->value("vcPath").stringValue());
+      if (index >= arrangedObjects().size()) break;
+      paths.emplace_back(arrangedObjects()[index]->value("vcPath").stringValue());
+    }
+    for (const std::string& path : paths) {
       if (!path.empty() && files_.fileExistsAtPath(path)) moveToTrash(path);
     }
   }

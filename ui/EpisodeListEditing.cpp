@@ -19,7 +19,11 @@ constexpr std::string_view kMovieKeys[] = {"alias",           "vcPath",        "
 }  // namespace
 
 EpisodeListEditing::EpisodeListEditing(Services services, Elements elements)
-    : services_(services), elements_(elements) {}
+    : services_(services), elements_(elements) {
+  // Drops, deletions and undo select other episodes without asking the table's delegate.
+  episodeSelection_ =
+      elements_.vodcastController.observeSelectedObjects([this] { elements_.previewPane.pause(); });
+}
 
 bool EpisodeListEditing::isMovieFile(std::string_view path) const {
   if (services_.types.contains(pathExtension(path))) return true;

@@ -14,6 +14,7 @@
 #include "platform/appkit/TableView.h"
 #include "platform/appkit/Workspace.h"
 #include "platform/foundation/FileManager.h"
+#include "platform/foundation/Observation.h"
 #include "platform/foundation/UserDefaultsController.h"
 
 namespace clipwave {
@@ -74,6 +75,7 @@ class EpisodeListEditing final : public TableView::Delegate {
 
   Services services_;
   Elements elements_;
+  Observation episodeSelection_;
 };
 
 }  // namespace clipwave

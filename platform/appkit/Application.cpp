@@ -51,7 +51,8 @@ void Application::beginOpenPanelSheet(OpenPanel panel, Window& window,
 void Application::beginSheet(Window& sheet, Window& window, std::function<void(int)> ended) {
   // Asked for twice (two clicks on one button): the sheet that is up stays the only one, with its own
   // handler.
-  if (!sheets_.try_emplace(&sheet, &window, std::move(ended)).second) return;
+  if (sheets_.contains(&sheet)) return;
+  sheets_.emplace(&sheet, std::make_pair(&window, std::move(ended)));
   window.setAttachedSheet(&sheet);
   sheet.makeKeyAndOrderFront();
 }

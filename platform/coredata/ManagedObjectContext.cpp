@@ -8,6 +8,8 @@
 namespace clipwave {
 
 struct ManagedObjectContext::EntityTable {
+  explicit EntityTable(const EntityDescription& description) : entity(description) {}
+
   const EntityDescription& entity;
   // By age. Not a vector: undo brings records back into the middle.
   std::map<std::int64_t, std::shared_ptr<ManagedObject>> objects = {};
@@ -104,7 +106,7 @@ ManagedObject* ManagedObjectContext::insertNewObject(std::string_view entityName
   return object.get();
 }
 
-void ManagedObjectContext::place(std::shared_ptr<ManagedObject> object) {
+void ManagedObjectContext::place(const std::shared_ptr<ManagedObject>& object) {
   EntityTable& home = tableOf(*object);
   object->context_ = this;
   home.objects.emplace_hint(home.objects.end(), object->objectID(), object);
@@ -113,7 +115,7 @@ void ManagedObjectContext::place(std::shared_ptr<ManagedObject> object) {
   undoManager_.registerUndo([this, object] { takeOut(*object); });
 }
 
-void ManagedObjectContext::putBack(std::shared_ptr<ManagedObject> object) {
+void ManagedObjectContext::putBack(const std::shared_ptr<ManagedObject>& object) {
   place(object);
   observers_.call({ContextChange::Kind::Inserted, object.get()});
 }

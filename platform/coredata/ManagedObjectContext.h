@@ -98,8 +98,8 @@ class ManagedObjectContext {
   void markChanged(ManagedObject& object, int index);
   void markChanged(ManagedObject& object);
   // Bring a record into the store and take it out, each with the undo step that does the other.
-  void place(std::shared_ptr<ManagedObject> object);
-  void putBack(std::shared_ptr<ManagedObject> object);
+  void place(const std::shared_ptr<ManagedObject>& object);
+  void putBack(const std::shared_ptr<ManagedObject>& object);
   void takeOut(ManagedObject& object);
   void cascade(ManagedObject& object);
   void nullify(ManagedObject& object);

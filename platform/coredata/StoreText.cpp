@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cstring>
 
+#include "platform/foundation/CivilDate.h"
+
 namespace clipwave::storetext {
 namespace {
 
@@ -76,31 +78,6 @@ constexpr std::array<std::int8_t, 256> kBase64Values = [] {
     values[static_cast<unsigned char>(kBase64[i])] = static_cast<std::int8_t>(i);
   return values;
 }();
-
-// Days since 1970-01-01 of a date of the proleptic Gregorian calendar, and back, counted in eras of 400 years
-// that begin on 1 March. (The standard's calendar ends at the year 32767; a date here need not.)
-std::int64_t daysFromCivil(std::int64_t year, std::int64_t month, std::int64_t day) {
-  if (month <= 2) --year;
-  const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
-  const std::int64_t yearOfEra = year - era * 400;
-  const std::int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-  return era * 146'097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719'468;
-}
-
-struct Civil {
-  std::int64_t year, month, day;
-};
-
-Civil civilFromDays(std::int64_t days) {
-  days += 719'468;
-  const std::int64_t era = (days >= 0 ? days : days - 146'096) / 146'097;
-  const std::int64_t dayOfEra = days - era * 146'097;
-  const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36'524 - dayOfEra / 146'096) / 365;
-  const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-  const std::int64_t shifted = (5 * dayOfYear + 2) / 153;
-  const std::int64_t month = shifted + (shifted < 10 ? 3 : -9);
-  return {yearOfEra + era * 400 + (month <= 2 ? 1 : 0), month, dayOfYear - (153 * shifted + 2) / 5 + 1};
-}
 
 void appendPadded(std::string& out, std::int64_t number, std::size_t width) {
   std::array<char, 20> digits;
@@ -274,7 +251,7 @@ void appendDate(std::string& out, Date date) {
   const std::int64_t seconds = date.wholeSeconds();
   const std::int64_t microseconds = (date.microseconds % 1'000'000 + 1'000'000) % 1'000'000;
   const std::int64_t secondOfDay = (seconds % 86'400 + 86'400) % 86'400;
-  const Civil civil = civilFromDays((seconds - secondOfDay) / 86'400);
+  const CivilDate civil = civilFromDays((seconds - secondOfDay) / 86'400);
   if (civil.year < 0) out += '-';
   if (civil.year > 9999) out += '+';
   appendPadded(out, civil.year < 0 ? -civil.year : civil.year, 4);
@@ -311,10 +288,11 @@ std::optional<Date> parseDate(std::string_view text) {
   if (!year || !month || !day || !hour || !minute || !second || !microsecond || !text.empty())
     return std::nullopt;
   if (*hour > 23 || *minute > 59 || *second > 59) return std::nullopt;
-  const std::int64_t days = daysFromCivil(isNegative ? -*year : *year, *month, *day);
+  const std::int64_t days =
+      daysFromCivil({isNegative ? -*year : *year, static_cast<int>(*month), static_cast<int>(*day)});
   // What is no day of the calendar comes back as another one.
   if (*month > 12) return std::nullopt;
-  const Civil civil = civilFromDays(days);
+  const CivilDate civil = civilFromDays(days);
   if (civil.month != *month || civil.day != *day) return std::nullopt;
   return dateFrom(days * 86'400 + *hour * 3600 + *minute * 60 + *second, *microsecond);
 }

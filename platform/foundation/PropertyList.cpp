@@ -14,7 +14,7 @@ namespace {
 constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::string_view kBase64Digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-Error corrupt(std::string reason) {
+Error corrupt(const std::string& reason) {
   return cocoaError(kPropertyListReadCorruptError, "The property list cannot be read: " + reason);
 }
 

@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <exception>
 
+#include "platform/foundation/CivilDate.h"
+
 namespace clipwave {
 namespace {
 
@@ -37,7 +39,7 @@ const date::time_zone* zoneNamed(std::string_view name) {
   return found != zones->zones.end() && found->name() == name ? &*found : nullptr;
 }
 
-// A date taken apart in some zone. Years are 64 bits: the calendar library's end long before our dates do.
+// A date taken apart in some zone.
 struct CalendarFields {
   std::int64_t year;
   int month, day, dayOfYear, weekday, hour, minute, second, millisecond;
@@ -47,31 +49,18 @@ std::int64_t floorDivision(std::int64_t a, std::int64_t b) {
   return a / b - (a % b < 0 ? 1 : 0);
 }
 
-// Days since 1970-01-01, in the calendar's eras of 400 years that begin in March.
-std::int64_t daysFromCivil(std::int64_t year, int month, int day) {
-  if (month <= 2) --year;
-  const std::int64_t era = floorDivision(year, 400);
-  const std::int64_t yearOfEra = year - era * 400;
-  const std::int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-  return era * 146'097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719'468;
-}
-
 CalendarFields fieldsOf(Date date, std::int32_t secondsFromUTC) {
   const std::int64_t local = date.wholeSeconds() + secondsFromUTC;
   const std::int64_t days = floorDivision(local, kSecondsPerDay);
   const auto secondOfDay = static_cast<int>(local - days * kSecondsPerDay);
 
-  const std::int64_t era = floorDivision(days + 719'468, 146'097);
-  const std::int64_t dayOfEra = days + 719'468 - era * 146'097;
-  const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1'460 + dayOfEra / 36'524 - dayOfEra / 146'096) / 365;
-  const auto dayFromMarch = static_cast<int>(dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100));
-  const int monthFromMarch = (5 * dayFromMarch + 2) / 153;
+  const CivilDate civil = civilFromDays(days);
 
   CalendarFields fields{};
-  fields.day = dayFromMarch - (153 * monthFromMarch + 2) / 5 + 1;
-  fields.month = monthFromMarch < 10 ? monthFromMarch + 3 : monthFromMarch - 9;
-  fields.year = yearOfEra + era * 400 + (fields.month <= 2 ? 1 : 0);
-  fields.dayOfYear = static_cast<int>(days - daysFromCivil(fields.year, 1, 1)) + 1;
+  fields.year = civil.year;
+  fields.month = civil.month;
+  fields.day = civil.day;
+  fields.dayOfYear = static_cast<int>(days - daysFromCivil({civil.year, 1, 1})) + 1;
   fields.weekday = static_cast<int>(((days + 4) % 7 + 7) % 7);
   fields.hour = secondOfDay / 3'600;
   fields.minute = secondOfDay / 60 % 60;
@@ -153,8 +142,9 @@ class Scanner {
 };
 
 int daysInMonth(int year, int month) {
-  return static_cast<int>((month == 12 ? daysFromCivil(year + 1, 1, 1) : daysFromCivil(year, month + 1, 1)) -
-                          daysFromCivil(year, month, 1));
+  return static_cast<int>(
+      (month == 12 ? daysFromCivil({year + 1, 1, 1}) : daysFromCivil({year, month + 1, 1})) -
+      daysFromCivil({year, month, 1}));
 }
 
 // What one letter of a calendar format stands for; false for a letter that stands for nothing.
@@ -309,7 +299,7 @@ std::optional<Date> dateFromISO8601(std::string_view text) {
   scanner.expect('-');
   const int day = scanner.number(2, 1, 31);
   if (scanner.failed() || day > daysInMonth(year, month)) return std::nullopt;
-  std::int64_t seconds = daysFromCivil(year, month, day) * kSecondsPerDay;
+  std::int64_t seconds = daysFromCivil({year, month, day}) * kSecondsPerDay;
   int microseconds = 0;
   if (!scanner.atEnd()) {
     scanner.expect('T');

@@ -43,15 +43,17 @@ std::string stringByAddingPercentEscapes(std::string_view text, std::string_view
   return escaped;
 }
 
+bool beginsWithPercentEscape(std::string_view text) {
+  return text.size() > 2 && text[0] == '%' && hexadecimalDigit(text[1]) >= 0 &&
+         hexadecimalDigit(text[2]) >= 0;
+}
+
 std::string stringByRemovingPercentEscapes(std::string_view text) {
   std::string plain;
   plain.reserve(text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool couldBeEscape = text[i] == '%' && text.size() - i > 2;
-    const int high = couldBeEscape ? hexadecimalDigit(text[i + 1]) : -1;
-    const int low = couldBeEscape ? hexadecimalDigit(text[i + 2]) : -1;
-    if (high >= 0 && low >= 0) {
-      plain += static_cast<char>(high * 16 + low);
+    if (beginsWithPercentEscape(text.substr(i))) {
+      plain += static_cast<char>(hexadecimalDigit(text[i + 1]) * 16 + hexadecimalDigit(text[i + 2]));
       i += 2;
     } else {
       plain += text[i];

@@ -13,6 +13,9 @@ namespace clipwave {
 std::string stringByAddingPercentEscapes(std::string_view text, std::string_view charactersToLeaveUnescaped,
                                          std::string_view legalURLCharactersToBeEscaped);
 
+// Whether the text begins with "%" and two hexadecimal digits.
+bool beginsWithPercentEscape(std::string_view text);
+
 // Undoes percent-escapes; "%" without two hexadecimal digits stands.
 std::string stringByRemovingPercentEscapes(std::string_view text);
 

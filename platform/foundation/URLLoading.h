@@ -6,10 +6,11 @@
 
 #include "platform/foundation/Clock.h"
 #include "platform/foundation/Error.h"
+#include "platform/foundation/Observation.h"
 
 namespace clipwave {
 
-// Called on the run loop, exactly one of the two, once for each load.
+// Called on the run loop, exactly one of the two, once for each load that was not dropped before.
 class URLLoadClient {
  public:
   virtual ~URLLoadClient() = default;
@@ -20,8 +21,9 @@ class URLLoadClient {
 class URLLoading {
  public:
   virtual ~URLLoading() = default;
-  // Starts loading in the background; cached data may serve. `client` must live until it was called.
-  virtual void loadInBackground(std::string_view url, URLLoadClient& client) = 0;
+  // Starts loading in the background; cached data may serve. `client` is called for as long as the answer
+  // lives: ending it drops a load that is still under way, so that a client may go before its resource came.
+  virtual Observation loadInBackground(std::string_view url, URLLoadClient& client) = 0;
   // The resource's data, never from a cache; blocks until it is there, at the longest for `timeout`.
   virtual Result<std::string> dataWithContentsOfURL(std::string_view url, Seconds timeout) = 0;
 };

@@ -40,13 +40,17 @@ UserDefaultsController::UserDefaultsController(FileManager& files, std::string p
 }
 
 void UserDefaultsController::setInitialValues(Dictionary values) {
-  const Dictionary old = std::exchange(initialValues_, std::move(values));
-  // Collected first: an observer may begin new observations.
-  std::vector<std::string> changed;
-  for (const auto& [key, observers] : observers_) {
-    if (!isSetByUser(key) && lookUp(old, key) != lookUp(initialValues_, key)) changed.push_back(key);
+  replaceAndTell(initialValues_, std::move(values));
+}
+
+void UserDefaultsController::replaceAndTell(Dictionary& table, Dictionary values) {
+  std::vector<std::pair<std::string, Value>> before;
+  for (const auto& [key, observers] : observers_) before.emplace_back(key, value(key));
+  table = std::move(values);
+  // By the copied keys: an observer may begin new observations.
+  for (const auto& [key, old] : before) {
+    if (value(key) != old) observers_[key].call();
   }
-  for (const std::string& key : changed) observers_[key].call();
 }
 
 Value UserDefaultsController::value(std::string_view key) const {
@@ -58,21 +62,19 @@ Value UserDefaultsController::value(std::string_view key) const {
 
 Result<void> UserDefaultsController::setValue(std::string_view key, Value newValue) {
   if (loadError_) return *loadError_;
-  Dictionary changed = userValues_;
+  // Read anew: another process may have set its own keys since.
+  auto changed = readDictionary(files_, path_);
+  if (!changed) return changed.error();
   if (newValue.isNull()) {
-    changed.erase(std::string(key));
+    changed->erase(std::string(key));
   } else {
-    changed.insert_or_assign(std::string(key), std::move(newValue));
+    changed->insert_or_assign(std::string(key), std::move(newValue));
   }
   auto folder = createFolderWithParents(files_, stringByDeletingLastPathComponent(path_), 0700);
   if (!folder) return folder;
-  auto written = files_.writeAtomically(dataFromPropertyList(changed), path_);
+  auto written = files_.writeAtomically(dataFromPropertyList(*changed), path_);
   if (!written) return written;
-
-  const Value old = value(key);
-  userValues_ = std::move(changed);
-  if (value(key) == old) return {};
-  if (const auto found = observers_.find(key); found != observers_.end()) found->second.call();
+  replaceAndTell(userValues_, std::move(*changed));
   return {};
 }
 

@@ -36,16 +36,20 @@ class UserDefaultsController {
   bool boolean(std::string_view key) const { return value(key).boolValue(); }
 
   // Sets the user's value, or removes it when absent, and writes the file at once, all or nothing. On failure
-  // the value stays as it was, in memory and on disk.
+  // the value stays as it was, in memory and on disk. What other processes have set in the file meanwhile is
+  // kept, and taken over.
   Result<void> setValue(std::string_view key, Value value);
   bool isSetByUser(std::string_view key) const { return userValues_.contains(key); }
   // Every key that has a value, with the value that counts.
   Dictionary allValues() const;
 
-  // Called after the value of `key` changed, by setValue or by new initial values.
+  // Called after the value of `key` changed, by a setValue or by new initial values.
   Observation observe(std::string_view key, std::function<void()> function);
 
  private:
+  // Puts `values` in the place of one of the tables and tells the observers of what counts differently then.
+  void replaceAndTell(Dictionary& table, Dictionary values);
+
   FileManager& files_;
   std::string path_;
   std::optional<Error> loadError_;

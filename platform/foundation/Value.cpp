@@ -9,6 +9,9 @@
 namespace clipwave {
 namespace {
 
+// Empty, and still with a NUL behind its end.
+constexpr std::string_view kEmpty{""};
+
 constexpr std::string_view kBlanks = " \t\r\n";
 
 // The text from its first sign or digit on; std::from_chars takes neither blanks nor a plus sign, and would
@@ -152,7 +155,7 @@ void Value::destroyContent() noexcept {
 }
 
 std::string_view Value::bytes() const {
-  if (payload_.shared == nullptr) return std::string_view("", 0);
+  if (payload_.shared == nullptr) return kEmpty;
   auto* shared = static_cast<Bytes*>(payload_.shared);
   return {shared->text(), shared->size};
 }
@@ -208,11 +211,11 @@ double Value::doubleValue() const {
 }
 
 std::string_view Value::stringValue() const {
-  return kind_ == Kind::String ? bytes() : std::string_view("", 0);
+  return kind_ == Kind::String ? bytes() : kEmpty;
 }
 
 std::string_view Value::dataValue() const {
-  return kind_ == Kind::Data ? bytes() : std::string_view("", 0);
+  return kind_ == Kind::Data ? bytes() : kEmpty;
 }
 
 std::optional<std::string> Value::optionalString() const {

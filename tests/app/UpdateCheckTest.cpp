@@ -64,6 +64,8 @@ TEST_F(UpdateCheckTest, WhatCannotBeReadIsPassedOverInSilence) {
   program_.urls.fail("no route");
   EXPECT_EQ(program_.log.lines.back(), "Cannot check to see if there is an update  Reason:no route");
   EXPECT_THAT(program_.shell.alerts, IsEmpty());
+  program_.stop();
+  EXPECT_FALSE(program_.urls.isLoading()) << "nobody is there to be called any more";
 }
 
 }  // namespace

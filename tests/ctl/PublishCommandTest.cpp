@@ -150,7 +150,9 @@ TEST_F(Publishing, IsCancelledByAnInterruptAndKeepsOthersOutUntilThen) {
   EXPECT_EQ(outcome.out, "");
   EXPECT_FALSE(fs::exists(feed));
   EXPECT_EQ(readFile(sent), readFile(movie));
-  for (const nlohmann::json& episode : library.channel().at("children"))
+  const nlohmann::json channel = library.channel();
+  EXPECT_EQ(channel.at("children").size(), 2U);
+  for (const nlohmann::json& episode : channel.at("children"))
     EXPECT_EQ(episode.at("vcCopy"), episode.at("vcTitle") == "endless");
 }
 

@@ -28,7 +28,6 @@ TEST_F(UserDefaultsControllerTest, TheUsersValueCountsBeforeTheInitialOneAndOutl
   UserDefaultsController defaults(files, path);
   defaults.setInitialValues({{"noConfirm", false}, {"prefix", "Episode: "}});
   EXPECT_TRUE(defaults.boolean("noConfirm"));
-  EXPECT_EQ(defaults.string("prefix"), "Episode: ");
   EXPECT_EQ(defaults.allValues(), (Dictionary{{"noConfirm", true}, {"own", 7}, {"prefix", "Episode: "}}));
   ASSERT_TRUE(defaults.setValue("noConfirm", Value()));
   EXPECT_FALSE(defaults.boolean("noConfirm"));
@@ -51,6 +50,16 @@ TEST_F(UserDefaultsControllerTest, AFailedWriteKeepsTheOldValueEverywhereAndTell
   EXPECT_EQ(told, 1);
 }
 
+TEST_F(UserDefaultsControllerTest, AFileThatCannotBeReadIsReportedAndNeverWrittenOver) {
+  for (const char* content : {"", "no property list", "<plist version=\"1.0\"><array/></plist>"}) {
+    folder.write("config/Clipwave/defaults.plist", content);
+    UserDefaultsController defaults(files, path);
+    EXPECT_THAT(defaults.loadError().value().localizedDescription, HasSubstr(path)) << content;
+    EXPECT_FALSE(defaults.setValue("author", "Kim").ok());
+    EXPECT_EQ(readFile(path), content);
+  }
+}
+
 TEST_F(UserDefaultsControllerTest, ObserversHearOfChangesOfTheValueThatCounts) {
   UserDefaultsController defaults(files, path);
   std::vector<std::string> heard;
@@ -61,7 +70,9 @@ TEST_F(UserDefaultsControllerTest, ObserversHearOfChangesOfTheValueThatCounts) {
   EXPECT_TRUE(defaults.setValue("key", "mine"));
   defaults.setInitialValues({{"key", "hidden behind mine"}});
   EXPECT_TRUE(defaults.setValue("key", Value()));
-  EXPECT_THAT(heard, ElementsAre("initial", "mine", "hidden behind mine"));
+  ASSERT_TRUE(UserDefaultsController(files, path).setValue("key", "another process's"));
+  EXPECT_TRUE(defaults.setValue("other", 2)) << "and keeps what is no business of its own";
+  EXPECT_THAT(heard, ElementsAre("initial", "mine", "hidden behind mine", "another process's"));
 }
 
 TEST_F(UserDefaultsControllerTest, ResourcesAreFoundBesideTheExecutableAndBrokenOnesAreEmpty) {

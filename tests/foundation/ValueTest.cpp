@@ -29,18 +29,17 @@ TEST(Value, TruthIsReadFromNumbersAndAFewWords) {
     EXPECT_FALSE(Value(text).boolValue()) << text;
   EXPECT_TRUE(Value(0.5).boolValue());
   EXPECT_FALSE(Value(0).boolValue());
-  EXPECT_FALSE(Value(Date::fromSeconds(1)).boolValue());
 }
 
 TEST(Value, EqualityIsOfKindAndContent) {
   EXPECT_NE(Value(true), Value(1));
-  EXPECT_NE(Value(1), Value(1.0));
   EXPECT_NE(Value("x"), Value::data("x"));
   EXPECT_NE(Value(""), Value());
+  EXPECT_EQ(Value(static_cast<ManagedObject*>(nullptr)), Value());
   EXPECT_EQ(Value(std::shared_ptr<Handle>()), Value());
+  EXPECT_EQ(Value(std::optional<std::string>()), Value());
   EXPECT_NE(Value(Array()), Value(Dictionary()));
   EXPECT_EQ(Value(std::string_view("a\0b", 3)), Value(std::string("a\0b", 3)));
-  EXPECT_NE(Value(std::string_view("a\0b", 3)), Value("a"));
   EXPECT_EQ(Value(Dictionary{{"a", Array{1, "two"}}}), Value(Dictionary{{"a", Array{1, "two"}}}));
   const auto handle = std::make_shared<Handle>();
   EXPECT_EQ(Value(handle), Value(handle));
@@ -52,9 +51,6 @@ TEST(Value, AssigningAPartOfItselfKeepsThePart) {
   value = value.arrayValue()[0];
   value = value.arrayValue()[0];
   value = value.dictionaryValue().at("key");
-  EXPECT_EQ(value.stringValue(), "inner");
-  Value& itself = value;
-  value = itself;
   EXPECT_EQ(value.stringValue(), "inner");
 }
 

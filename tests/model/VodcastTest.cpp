@@ -63,14 +63,19 @@ TEST_F(VodcastTest, AGoneMovieReadsAsEmpty) {
               ElementsAre(Value(""), Value(""), Value(), Value(), Value(0), Value(""), Value("")));
 }
 
-TEST_F(VodcastTest, DurationSizeAndInformationComeFromTheMovieOnFirstRead) {
+TEST_F(VodcastTest, WhatIsReadFromTheMovieIsKeptAndIsNoUndoStep) {
   episode_.setValue("vcPath", host_.makeFile("clip.mov", 3 * 1'048'576, 3725.9));
+  host_.turn();
+  ASSERT_TRUE(host_.context->save());
+  host_.context->undoManager().removeAllActions();
   EXPECT_EQ(episode_.vcDuration(), "") << "the duration alone opens no movie";
   EXPECT_EQ(episode_.value("mediaTimeString"), Value("01:02:05"));
   EXPECT_THAT(movieValues(episode_),
               ElementsAre(episode_.value("vcPath"), Value("3.00"), Value("MB"), Value("01:02:05"),
                           Value(3'145'728), Value("01:02:05"), Value("Time:01:02:05 Size:3.00 MB")));
   EXPECT_EQ(host_.movieOpener.openings, 1);
+  EXPECT_TRUE(host_.context->hasChanges());
+  EXPECT_FALSE(host_.context->undoManager().canUndo());
 }
 
 TEST_F(VodcastTest, ASizeTypedInCountsInTheMoviesUnit) {

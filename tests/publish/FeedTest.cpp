@@ -50,8 +50,9 @@ TEST_F(FeedTest, MoviesAreListedNewestFirstAndTheFeedLast) {
   Vodcast& undated = addEpisode(channel, "/movies/c.mov");
   Vodcast& copied = addEpisode(channel, "/movies/copied.mov");
   Vodcast& kept = addEpisode(channel, "/movies/unpublished.mov");
-  addEpisode(channel);             // no movie was ever attached
-  addEpisode(channel, Value(""));  // the movie is nowhere to be found
+  addEpisode(channel);  // no movie was ever attached
+  addEpisode(channel, folder.write("lost.mov", ""));
+  std::filesystem::remove(folder / "lost.mov");
   older.setValue("vcPublishDate", Date::fromSeconds(-1));
   newer.setValue("vcPublishDate", Date::fromSeconds(1));
   newer.setValue("mediaFilename", "renamed.mov");
@@ -64,6 +65,7 @@ TEST_F(FeedTest, MoviesAreListedNewestFirstAndTheFeedLast) {
                                            "c.mov < /movies/c.mov", "My Show.xml < " + feed));
   EXPECT_EQ(entries[2].managedObject.lock().get(), &undated);
   EXPECT_EQ(readFile(feed), makeFeedDocument(channel, sortedEpisodes(channel), tables).prettyPrinted());
+  EXPECT_THAT(readFile(feed), HasSubstr("<guid>http://host/My%20Show/lost.mov</guid>"));
   EXPECT_THAT(preparation.pubURLs(), ElementsAre("http://host/My%20Show/My%20Show.xml"));
   EXPECT_THAT(preparation.urlsToLaunch(),
               ElementsAre(Pair("My Show", "http://host/My%20Show/My%20Show.xml")));
@@ -83,7 +85,7 @@ TEST_F(FeedTest, AFeedWithoutAFileNameNeverReplacesTheFolder) {
 TEST_F(FeedTest, AFeedThatCannotBeWrittenEndsTheProcess) {
   FeedPreparation hopeless = preparationIn(folder / "missing");
   addChannel("Show");
-  EXPECT_THROW(hopeless.prepareFilesForIndex(0), ProcessExit);
+  EXPECT_THAT([&] { hopeless.prepareFilesForIndex(0); }, Throws<ProcessExit>(Field(&ProcessExit::status, 1)));
   EXPECT_EQ(shell.beeps, 1);
   EXPECT_THAT(log.lines, ElementsAre("Could not write document out..."));
 }

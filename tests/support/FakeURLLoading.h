@@ -16,10 +16,12 @@ class FakeURLLoading final : public URLLoading {
   void finish() { client_->URLResourceDidFinishLoading(loads.back()); }
   void fail(std::string_view reason) { client_->URLResourceDidFailLoadingWithReason(loads.back(), reason); }
 
-  void loadInBackground(std::string_view url, URLLoadClient& client) override {
+  bool isLoading() const { return client_ != nullptr; }
+  Observation loadInBackground(std::string_view url, URLLoadClient& client) override {
     loads.emplace_back(url);
     client_ = &client;
     if (onLoad) onLoad();
+    return Observation([this] { client_ = nullptr; });
   }
   Result<std::string> dataWithContentsOfURL(std::string_view url, Seconds) override {
     reads.emplace_back(url);

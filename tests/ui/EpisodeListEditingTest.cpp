@@ -57,8 +57,9 @@ TEST_F(EpisodeListEditingTest, DroppedEpisodesStandOnTopInReverseOrderNamedAndDa
   const std::string link = program_.folder / "My Talk.v2.mov";
   std::filesystem::create_symlink(movieOf("target", 1'100'000'000), link);
   const std::string file = movieOf("a.mov", 1'200'000'000);
+  window_.previewPane.play();
   ASSERT_TRUE(window_.vcastTableView.performDrop(drag({file, link, "/nowhere/gone.mov"}), 1, kOn));
-
+  EXPECT_FALSE(window_.previewPane.isPlaying()) << "its episode is no longer shown";
   EXPECT_THAT(program_.listed(episodes_), ElementsAre("Podgone", "PodMy Talk.v2", "Poda", "newest"));
   EXPECT_THAT(episodes_.selectionIndexes(), ElementsAre(0));
   const auto& records = episodes_.arrangedObjects();
