@@ -1,7 +1,6 @@
 #include "publish/PublishRun.h"
 
 #include "tests/publish/PublishFixture.h"
-#include "transfer/CopyFilesLocally.h"
 
 namespace clipwave {
 namespace {
@@ -173,34 +172,6 @@ TEST_F(PublishRunTest, ARunThatCannotSaveFirstStopsWithoutAWord) {
   run.save();
   EXPECT_THAT(outcomes, ElementsAre(PublishOutcome::NotCommitted, PublishOutcome::NotSaved));
   EXPECT_TRUE(shell.alerts.empty() && events.empty());
-}
-
-// The same on real files, with the back-end that copies them.
-class LocalPublishTest : public PublishRunTest {
- protected:
-  LocalPublishTest() {
-    factory = [this](int) {
-      return std::make_shared<CopyFilesLocally>(
-          LocalCopyServices{application, host.runLoop(), host.files(), host.defaults(), log});
-    };
-    addEpisode(addChannel("A"), folder.write("movies/a.mov", std::string(600'000, 'a')));
-    addChannel("B");
-  }
-};
-
-TEST_F(LocalPublishTest, ASecondRunStartsAfreshAndSendsOnlyTheFeeds) {
-  run.save();
-  host.runLoop().runUntilIdle();
-  EXPECT_EQ(readFile(folder / "A/a.mov"), readFile(folder / "movies/a.mov"));
-  run.closeStatusSheet();
-
-  channels.content()[1]->setValue("vcPublish", false);
-  shell.answerAlert(Alert::Answer::Alternate);
-  progress.clear();
-  run.save();
-  host.runLoop().runUntilIdle();
-  EXPECT_THAT(progress, ElementsAre("Publishing...", "A.xml copied"));
-  EXPECT_EQ(text.string(), "itpc://host/A/A.xml\n");
 }
 
 }  // namespace
