@@ -31,6 +31,7 @@ std::vector<std::pair<std::string_view, Value>> dotMacValues(const DotMacMember&
 
 void announceMediaURLs(Channel& channel) {
   // A copy: an observer may move or delete episodes.
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
   const std::vector<ManagedObject*> episodes = channel.relatedObjects("children");
   for (ManagedObject* episode : episodes) {
     if (episode->primitiveValue("mediaURL").isNull()) episode->didChangeValue("mediaURL");

@@ -203,7 +203,7 @@ void CopyFilesLocally::scheduleStep(void (CopyFilesLocally::*step)()) {
   const auto self = std::static_pointer_cast<CopyFilesLocally>(shared_from_this());
   timer_ = services_.runLoop.scheduleTimer(Seconds(0), [self, step] {
     // Invalidating the timer may release what it captured while the step is still running.
-    const auto kept = self;
+    const auto kept = self;  // NOLINT(performance-unnecessary-copy-initialization)
     ((*kept).*step)();
   });
 }

@@ -179,7 +179,7 @@ void ArrayController::selectAfterChange() {
 
 ArrayController::Unannounced& ArrayController::remember() {
   if (!unannounced_) {
-    unannounced_.emplace();
+    unannounced_ = Unannounced{};
     unannounced_->selected = selectedAsArranged();
     unannounced_->wasEmpty = arranged_.empty();
   }
