@@ -153,6 +153,7 @@ TEST_F(PublishRunTest, ARefusalOrAFailureEndsTheRunOnceAndIdlesTheControls) {
   expectControls(false);
   factory = [](int) { return nullptr; };
   run.save();
+  EXPECT_EQ(preparation.pubURLs().size(), 1U) << "each run starts afresh";
   EXPECT_THAT(shell.alerts,
               ElementsAre(".Mac Error!|100%@ wrong\n%s|OK", ".Mac Error!|gone|OK",
                           ".Mac Error!|This copy of Clipwave cannot publish a channel to .Mac.|OK"));
