@@ -1,4 +1,5 @@
 // One application as the desktop describes it: its name, and the command line that opens a file with it.
+// Internal to this room.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// Starts programs that live on by themselves.
+// Starts programs that live on by themselves. Internal to this room.
 #pragma once
 
 #include <string>

@@ -1,7 +1,6 @@
 // The platform's dialogue for choosing existing files or folders.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,8 +13,8 @@ struct OpenPanel {
   bool allowsMultipleSelection = false;
   std::string message = {};
   std::string directory = {};  // where it opens; "" for the platform's choice
-  std::vector<std::string> allowedTypes =
-      {};  // file-name extensions and quoted HFS types; empty for every file
+  // File-name extensions and quoted HFS types; empty for every file.
+  std::vector<std::string> allowedTypes = {};
 };
 
 // The chosen paths; empty when the user cancelled.

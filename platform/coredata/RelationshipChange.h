@@ -1,5 +1,5 @@
 // A change of relationships that is carried out, and taken back, as one: which records are joined and parted,
-// and at which places of their lists.
+// and at which places of their lists. Internal to this room.
 #pragma once
 
 #include <cstddef>

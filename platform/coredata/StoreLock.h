@@ -1,4 +1,4 @@
-// Keeps everybody else away from a store for as long as it lives.
+// Keeps everybody else away from a store for as long as it lives. Internal to this room.
 #pragma once
 
 #include <memory>

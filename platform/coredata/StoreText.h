@@ -1,4 +1,5 @@
 // How single values stand in the store's file, and what of XML's rules the parser leaves to its user.
+// Internal to this room.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,5 @@
-// The store's file format: the whole library as one XML text, read and written in one go.
+// The store's file format: the whole library as one XML text, read and written in one go. Internal to this
+// room.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Turns the system's error numbers into errors that a person understands.
+// Turns the system's error numbers into errors that a person understands. Internal to this room.
 #pragma once
 
 #include <string_view>

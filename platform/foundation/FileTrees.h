@@ -1,4 +1,4 @@
-// Whole folders at once: removing them, and copying them to another volume.
+// Whole folders at once: removing them, and copying them to another volume. Internal to this room.
 #pragma once
 
 #include <string>

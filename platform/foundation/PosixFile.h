@@ -1,4 +1,5 @@
-// An open descriptor of the system, and what is done with one; failures are errno values.
+// An open descriptor of the system, and what is done with one; failures are errno values. Internal to this
+// room.
 #pragma once
 
 #include <sys/types.h>

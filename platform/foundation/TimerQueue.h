@@ -1,4 +1,5 @@
-// The timers and deferred calls of a run loop: what is due, in which order, and in which mode.
+// The timers and deferred calls of a run loop: what is due, in which order, and in which mode. Internal to
+// this room.
 #pragma once
 
 #include <cstdint>

@@ -36,15 +36,12 @@ struct AliasSearchBudget {
   Seconds rest = Seconds(30);     // for which a scan's findings serve, before another scan is begun
 };
 
-// A file is identified by its volume, its inode and its path, in this order of questions:
-// - the path names a file: it is that file (one stat); if volume or inode differ the file was replaced in
-// place, and the record is updated.
-// - otherwise the inode is looked for on the same volume: in the file's old folder first, then outwards,
-// within the budget.
-//   One scan serves every record that is resolved until `rest` is over, so that ten thousand missing files
-//   cost one scan; a record that was not found is not looked for again before that, but its path is asked for
-//   at every call.
-// Paths of up to 4095 bytes.
+// A file is identified by its volume, its inode and its path. First the path is asked (one stat): what it
+// names is the file, and where volume or inode differ the file was replaced in place and the record is
+// updated. Otherwise the inode is looked for on the same volume: in the file's old folder first, then
+// outwards, within the budget. One scan serves every record that is resolved until `rest` is over, so that
+// ten thousand missing files cost one scan; a record that was not found is not looked for again before that,
+// but its path is asked for at every call. Paths have up to 4095 bytes.
 std::unique_ptr<AliasManager> makeAliasManager(const Clock& clock, AliasSearchBudget budget = {});
 
 }  // namespace clipwave

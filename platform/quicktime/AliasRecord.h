@@ -1,4 +1,5 @@
-// What an alias record remembers of a file, and the block of bytes that it is stored as.
+// What an alias record remembers of a file, and the block of bytes that it is stored as. Internal to this
+// room.
 #pragma once
 
 #include <cstdint>

