@@ -12,6 +12,7 @@
 #include "platform/coredata/ManagedObject.h"
 #include "platform/coredata/StoreText.h"
 #include "platform/coredata/XMLStore.h"
+#include "platform/foundation/Base64.h"
 
 namespace clipwave {
 namespace {
@@ -230,7 +231,7 @@ class StoreReader {
   }
 
   static Value decoded(std::string_view text) {
-    const auto bytes = storetext::parseBase64(text);
+    const auto bytes = parseBase64(text);
     return bytes ? Value(*bytes) : Value();
   }
 
@@ -251,7 +252,7 @@ class StoreReader {
         return fits ? Value(number) : Value();
       }
       case PropertyType::Binary: {
-        const auto bytes = storetext::parseBase64(text);
+        const auto bytes = parseBase64(text);
         return bytes ? Value::data(*bytes) : Value();
       }
       case PropertyType::ToOne:

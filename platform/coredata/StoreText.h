@@ -20,9 +20,6 @@ bool appendText(std::string& out, std::string_view text);
 // carry.
 void appendAttribute(std::string& out, std::string_view name, std::string_view value);
 
-void appendBase64(std::string& out, std::string_view bytes);
-std::optional<std::string> parseBase64(std::string_view text);
-
 // ISO 8601 in UTC, with six decimals when there are microseconds; years beyond four digits bear a sign.
 void appendDate(std::string& out, Date date);
 std::optional<Date> parseDate(std::string_view text);

@@ -8,6 +8,7 @@
 #include "platform/coredata/ManagedObject.h"
 #include "platform/coredata/StoreText.h"
 #include "platform/coredata/XMLStore.h"
+#include "platform/foundation/Base64.h"
 
 namespace clipwave {
 
@@ -112,7 +113,7 @@ class StoreWriter {
       if (!storetext::appendText(out_, value.stringValue())) {
         out_.resize(start);
         open(" encoding=\"base64\"");
-        storetext::appendBase64(out_, value.stringValue());
+        appendBase64(out_, value.stringValue());
       }
     } else {
       appendPlain(value);
@@ -129,7 +130,7 @@ class StoreWriter {
         storetext::appendDate(out_, value.dateValue().value_or(Date{}));
         break;
       case Value::Kind::Data:
-        storetext::appendBase64(out_, value.dataValue());
+        appendBase64(out_, value.dataValue());
         break;
       case Value::Kind::Record:
         storetext::appendInteger(out_, value.recordValue()->objectID());

@@ -11,6 +11,4 @@ namespace clipwave {
 // records and handles are null; dates are ISO 8601 in UTC; data is base64. No line break at the end.
 std::string JSONFromValue(const Value& value);
 
-std::string base64(std::string_view bytes);
-
 }  // namespace clipwave

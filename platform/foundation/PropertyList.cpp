@@ -5,6 +5,7 @@
 #include <limits>
 #include <system_error>
 
+#include "platform/foundation/Base64.h"
 #include "platform/foundation/TimeZone.h"
 #include "platform/foundation/XMLDocument.h"
 
@@ -12,7 +13,6 @@ namespace clipwave {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
-constexpr std::string_view kBase64Digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 Error corrupt(const std::string& reason) {
   return cocoaError(kPropertyListReadCorruptError, "The property list cannot be read: " + reason);
@@ -28,41 +28,18 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-std::string base64(std::string_view bytes) {
+void addData(XMLElement parent, std::string_view bytes) {
   std::string text;
-  for (std::size_t i = 0; i < bytes.size(); i += 3) {
-    const std::string_view group = bytes.substr(i, 3);
-    std::uint32_t bits = 0;
-    for (std::size_t k = 0; k < 3; ++k)
-      bits = bits << 8 | (k < group.size() ? static_cast<std::uint8_t>(group[k]) : 0u);
-    for (std::size_t k = 0; k < 4; ++k)
-      text += k <= group.size() ? kBase64Digits[bits >> (18 - 6 * k) & 63] : '=';
-  }
-  return text;
+  appendBase64(text, bytes);
+  parent.addChild("data", text);
 }
 
-std::optional<std::string> bytesFromBase64(std::string_view text) {
-  std::string bytes;
-  std::uint32_t bits = 0;
-  int held = 0;
-  bool ended = false;
-  for (char c : text) {
-    if (kBlanks.find(c) != std::string_view::npos) continue;
-    if (c == '=') {
-      ended = true;
-      continue;
-    }
-    const std::size_t digit = kBase64Digits.find(c);
-    if (ended || digit == std::string_view::npos) return std::nullopt;
-    bits = bits << 6 | static_cast<std::uint32_t>(digit);
-    held += 6;
-    if (held >= 8) {
-      held -= 8;
-      bytes += static_cast<char>(bits >> held & 0xFF);
-    }
-  }
-  if (held >= 6) return std::nullopt;  // a lone digit is no byte
-  return bytes;
+// People and programs break the lines of data as they like.
+std::optional<std::string> bytesFromData(std::string_view text) {
+  std::string digits;
+  for (const char c : text)
+    if (kBlanks.find(c) == std::string_view::npos) digits += c;
+  return parseBase64(digits);
 }
 
 Result<Value> readInteger(std::string_view text) {
@@ -151,7 +128,7 @@ Result<Value> read(const XMLElement& element) {
     return Value(*date);
   }
   if (kind == "data") {
-    const std::optional<std::string> bytes = bytesFromBase64(text);
+    const std::optional<std::string> bytes = bytesFromData(text);
     if (!bytes) return unreadable("data", text);
     return Value::data(*bytes);
   }
@@ -186,7 +163,7 @@ void write(XMLElement& parent, const Value& value) {
       parent.addChild("string", value.stringValue());
       break;
     case Value::Kind::Data:
-      parent.addChild("data", base64(value.dataValue()));
+      addData(parent, value.dataValue());
       break;
     case Value::Kind::Array: {
       XMLElement array = parent.addChild("array");

@@ -303,9 +303,9 @@ std::optional<Date> dateFromISO8601(std::string_view text) {
   int microseconds = 0;
   if (!scanner.atEnd()) {
     scanner.expect('T');
-    seconds += scanner.number(2, 0, 23) * 3'600;
+    seconds += std::int64_t{scanner.number(2, 0, 23)} * 3'600;
     scanner.expect(':');
-    seconds += scanner.number(2, 0, 59) * 60;
+    seconds += std::int64_t{scanner.number(2, 0, 59)} * 60;
     scanner.expect(':');
     seconds += scanner.number(2, 0, 59);
     if (scanner.take('.')) microseconds = scanner.fraction();

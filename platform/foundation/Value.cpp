@@ -10,7 +10,7 @@ namespace clipwave {
 namespace {
 
 // Empty, and still with a NUL behind its end.
-constexpr std::string_view kEmpty{""};
+constexpr std::string_view kEmpty("", 0);  // NOLINT(bugprone-string-constructor)
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
