@@ -6,68 +6,11 @@
 #include <cstring>
 
 #include "platform/foundation/CivilDate.h"
+#include "platform/foundation/XMLEncoding.h"
+#include "platform/foundation/XMLText.h"
 
 namespace clipwave::storetext {
 namespace {
-
-enum class Class : std::uint8_t { Plain, Escaped, Illegal, Multibyte };
-
-constexpr std::array<Class, 256> kClasses = [] {
-  std::array<Class, 256> classes{};
-  for (std::size_t c = 0; c < 256; ++c) {
-    if (c < 0x20) classes[c] = Class::Illegal;
-    if (c >= 0x80) classes[c] = Class::Multibyte;
-  }
-  for (const char c : {'\t', '\n', '\x7f'}) classes[static_cast<unsigned char>(c)] = Class::Plain;
-  for (const char c : {'&', '<', '>', '\r'}) classes[static_cast<unsigned char>(c)] = Class::Escaped;
-  return classes;
-}();
-
-Class classOf(char c) {
-  return kClasses[static_cast<unsigned char>(c)];
-}
-
-bool isXMLCharacter(std::uint32_t c) {
-  if (c < 0x20) return c == '\t' || c == '\n' || c == '\r';
-  return c < 0xD800 || (c >= 0xE000 && c < 0xFFFE) || (c >= 0x10000 && c <= 0x10FFFF);
-}
-
-// The length of the UTF-8 sequence at the start of `text` (which is not ASCII); 0 when it is none, or stands
-// for no character of XML.
-std::size_t sequenceLength(std::string_view text) {
-  const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned lead = byte(0);
-  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-  if (lead < 0xC2 || lead > 0xF4 || text.size() < length) return 0;
-  std::uint32_t code = lead & (0xFFU >> (length + 1));
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0U) != 0x80U) return 0;
-    code = code << 6U | (byte(i) & 0x3FU);
-  }
-  constexpr std::uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-  return code >= kSmallest[length] && isXMLCharacter(code) ? length : 0;
-}
-
-void appendEscaped(std::string& out, char c) {
-  switch (c) {
-    case '&':
-      out += "&amp;";
-      break;
-    case '<':
-      out += "&lt;";
-      break;
-    case '>':
-      out += "&gt;";
-      break;
-    case '"':
-      out += "&quot;";
-      break;
-    default:
-      out += "&#";
-      appendInteger(out, c);
-      out += ';';
-  }
-}
 
 void appendPadded(std::string& out, std::int64_t number, std::size_t width) {
   std::array<char, 20> digits;
@@ -129,72 +72,17 @@ std::size_t endOfLiteralSection(std::string_view text, std::size_t at) {
   return end != text.npos && end > at ? end : text.npos;
 }
 
-// The first byte that begins no character of XML.
-std::optional<std::size_t> findForeignByte(std::string_view text) {
-  for (std::size_t i = 0; i < text.size();) {
-    // Eight bytes at a time, as long as all of them are ASCII and none is a control character.
-    for (std::uint64_t word = 0; i + sizeof word <= text.size(); i += sizeof word) {
-      std::memcpy(&word, text.data() + i, sizeof word);
-      const std::uint64_t borrows = (word - 0x2020202020202020U) & ~word;
-      if (((word | borrows) & 0x8080808080808080U) != 0) break;
-    }
-    if (i >= text.size()) break;
-    std::size_t length = classOf(text[i]) == Class::Illegal ? 0 : 1;
-    if (classOf(text[i]) == Class::Multibyte) length = sequenceLength(text.substr(i));
-    if (length == 0) return i;
-    i += length;
-  }
-  return std::nullopt;
-}
-
 }  // namespace
 
 bool appendText(std::string& out, std::string_view text) {
-  const auto special =
-      std::find_if(text.begin(), text.end(), [](char c) { return classOf(c) != Class::Plain; });
-  if (special == text.end()) {
-    out += text;
-    return true;
-  }
-  const std::size_t start = out.size();
-  std::size_t i = static_cast<std::size_t>(special - text.begin());
-  out += text.substr(0, i);
-  while (i < text.size()) {
-    std::size_t length = 1;
-    switch (classOf(text[i])) {
-      case Class::Plain:
-        out += text[i];
-        break;
-      case Class::Escaped:
-        appendEscaped(out, text[i]);
-        break;
-      case Class::Multibyte:
-        length = sequenceLength(text.substr(i));
-        if (length != 0) {
-          out += text.substr(i, length);
-          break;
-        }
-        [[fallthrough]];
-      case Class::Illegal:
-        out.resize(start);
-        return false;
-    }
-    i += length;
-  }
+  if (firstUnfitByte(text) != text.npos) return false;
+  appendEscapedXML(out, text, XMLPlace::Content);
   return true;
 }
 
 void appendAttribute(std::string& out, std::string_view name, std::string_view value) {
-  out += ' ';
-  out += name;
-  out += "=\"";
-  for (const char c : value) {
-    if (c == '"' || c == '\t' || c == '\n' || classOf(c) == Class::Escaped) {
-      appendEscaped(out, c);
-    } else if (classOf(c) != Class::Illegal) {
-      out += c;
-    }
-  }
+  out.append(" ").append(name).append("=\"");
+  appendEscapedXML(out, textFitForXML(value), XMLPlace::Attribute);
   out += '"';
 }
 
@@ -269,7 +157,7 @@ std::optional<std::size_t> findIllFormed(std::string_view text) {
     if (end == text.npos) return at;
     at = end;
   }
-  if (const auto foreign = findForeignByte(text)) return foreign;
+  if (const std::size_t unfit = firstUnfitByte(text); unfit != text.npos) return unfit;
   const std::size_t byteOrderMark = text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
   const std::size_t first = text.find_first_not_of(kBlanks, byteOrderMark);
   if (first == text.npos || text[first] != '<') return byteOrderMark;

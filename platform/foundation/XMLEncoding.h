@@ -1,5 +1,5 @@
 // The bytes behind XML text: which encoding they are in, their UTF-8 form, and which characters XML can
-// carry. Internal to this room.
+// carry.
 #pragma once
 
 #include <cstdint>

@@ -231,7 +231,8 @@ class Writer {
       case Token::Kind::CharacterData:
         if (open_.empty()) break;  // junk around the document
         if (content.find_first_not_of(kBlanks) != std::string_view::npos) open_.back().hasText = true;
-        token.kind == Token::Kind::Text ? appendRepairedXML(out_, content) : appendEscapedXML(out_, content);
+        token.kind == Token::Kind::Text ? appendRepairedXML(out_, content)
+                                        : appendEscapedXML(out_, content, XMLPlace::Source);
         break;
       case Token::Kind::Start:
       case Token::Kind::Empty:

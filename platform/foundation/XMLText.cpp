@@ -54,33 +54,45 @@ std::size_t appendReference(std::string& out, std::string_view text) {
   return end + 1;
 }
 
+// "" for a character that stands as it is.
+std::string_view escapeFor(char c, XMLPlace place) {
+  switch (c) {
+    case '&':
+      return "&amp;";
+    case '<':
+      return "&lt;";
+    case '>':
+      return "&gt;";
+    case '\r':
+      return place != XMLPlace::Source ? "&#13;" : "";
+    case '"':
+      return place != XMLPlace::Content ? "&quot;" : "";
+    case '\n':
+      return place == XMLPlace::Attribute ? "&#10;" : "";
+    case '\t':
+      return place == XMLPlace::Attribute ? "&#9;" : "";
+    default:
+      return "";
+  }
+}
+
 }  // namespace
 
-void appendEscapedXML(std::string& out, std::string_view literal) {
-  for (char c : literal) {
-    switch (c) {
-      case '&':
-        out += "&amp;";
-        break;
-      case '<':
-        out += "&lt;";
-        break;
-      case '>':
-        out += "&gt;";
-        break;
-      case '"':
-        out += "&quot;";
-        break;
-      default:
-        out += c;
-    }
+void appendEscapedXML(std::string& out, std::string_view literal, XMLPlace place) {
+  std::size_t written = 0;
+  for (std::size_t i = 0; i < literal.size(); ++i) {
+    const std::string_view escape = escapeFor(literal[i], place);
+    if (escape.empty()) continue;
+    out.append(literal, written, i - written).append(escape);
+    written = i + 1;
   }
+  out.append(literal, written);
 }
 
 void appendRepairedXML(std::string& out, std::string_view text) {
   while (!text.empty()) {
     const std::size_t ampersand = std::min(text.find('&'), text.size());
-    appendEscapedXML(out, text.substr(0, ampersand));
+    appendEscapedXML(out, text.substr(0, ampersand), XMLPlace::Source);
     text.remove_prefix(ampersand);
     if (text.empty()) return;
     const std::size_t length = appendReference(out, text);

@@ -3,44 +3,13 @@
 #include <cstring>
 #include <new>
 
+#include "platform/foundation/XMLText.h"
+
 namespace clipwave {
 namespace {
 
 constexpr std::string_view kDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 constexpr std::size_t kIndentation = 2;
-
-// Line ends and tabs within attributes are written as references, or a reader would take them for blanks.
-std::string_view escapeFor(char c, bool inAttribute) {
-  switch (c) {
-    case '&':
-      return "&amp;";
-    case '<':
-      return "&lt;";
-    case '>':
-      return "&gt;";
-    case '\r':
-      return "&#13;";
-    case '"':
-      return inAttribute ? "&quot;" : "";
-    case '\n':
-      return inAttribute ? "&#10;" : "";
-    case '\t':
-      return inAttribute ? "&#9;" : "";
-    default:
-      return "";
-  }
-}
-
-void appendEscaped(std::string& out, std::string_view text, bool inAttribute) {
-  std::size_t written = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const std::string_view escape = escapeFor(text[i], inAttribute);
-    if (escape.empty()) continue;
-    out.append(text, written, i - written).append(escape);
-    written = i + 1;
-  }
-  out.append(text, written);
-}
 
 bool hasTextBetweenChildren(const XMLNode& node) {
   if (!node.text.empty()) return true;
@@ -57,19 +26,19 @@ void appendElement(std::string& out, const XMLNode& node, std::size_t depth, boo
   for (const XMLAttribute* attribute = node.firstAttribute; attribute != nullptr;
        attribute = attribute->next) {
     out.append(" ").append(attribute->name).append("=\"");
-    appendEscaped(out, attribute->value, true);
+    appendEscapedXML(out, attribute->value, XMLPlace::Attribute);
     out.append("\"");
   }
   if (node.text.empty() && node.firstChild == nullptr) {
     out.append("/>");
   } else {
     out.append(">");
-    appendEscaped(out, node.text, false);
+    appendEscapedXML(out, node.text, XMLPlace::Content);
     const bool indentChildren = indented && !hasTextBetweenChildren(node);
     if (indentChildren) out.append("\n");
     for (const XMLNode* child = node.firstChild; child != nullptr; child = child->next) {
       appendElement(out, *child, depth + 1, indentChildren);
-      appendEscaped(out, child->tail, false);
+      appendEscapedXML(out, child->tail, XMLPlace::Content);
     }
     if (indentChildren) out.append(kIndentation * depth, ' ');
     out.append("</").append(node.name).append(">");

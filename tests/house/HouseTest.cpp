@@ -119,7 +119,10 @@ TEST(House, AnArrowThatRunsUpIsFound) {
   EXPECT_THAT(wrongIncludes("model/Channel.cpp", "#include \"app/Controller.h\"\n"), ::testing::SizeIs(1));
   EXPECT_THAT(wrongIncludes("transfer/X.cpp", "#include \"model/Channel.h\"\n"), ::testing::SizeIs(1));
   EXPECT_THAT(wrongIncludes("publish/X.h", "#include \"ui/MainWindow.h\"\n"), ::testing::SizeIs(1));
-  EXPECT_THAT(wrongIncludes("ui/X.cpp", "#include <QString>\n"), ::testing::SizeIs(1));
+  EXPECT_THAT(wrongIncludes("ui/X.cpp",
+                            "#include "
+                            "<QString>\n"),
+              ::testing::SizeIs(1));
   EXPECT_THAT(wrongIncludes("publish/X.cpp", "#include <libxml/tree.h>\n"), ::testing::SizeIs(1));
   EXPECT_THAT(wrongIncludes("platform/foundation/X.h", "#include <libxml/tree.h>\n"), ::testing::SizeIs(1));
   EXPECT_THAT(wrongIncludes("app/X.cpp", "#include \"publish/PublishRun.h\"\n#include <vector>\n"),
