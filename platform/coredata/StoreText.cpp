@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstring>
 
 #include "platform/foundation/CivilDate.h"
 #include "platform/foundation/XMLEncoding.h"
