@@ -15,6 +15,7 @@
 #include "app/lanternAppDelegate.h"
 #include "model/LanguageDataSource.h"
 #include "platform/foundation/Observation.h"
+#include "publish/FeedImport.h"
 #include "publish/FeedPreparation.h"
 #include "publish/PublishRun.h"
 #include "transfer/CopyFilesLocally.h"
@@ -22,9 +23,6 @@
 #include "ui/WindowLayout.h"
 
 namespace clipwave {
-
-// Feed element name to attribute name.
-using FeedMappings = std::map<std::string, std::string, std::less<>>;
 
 // Who makes episodes of recordings; called on the recorder's notifications.
 class RecordingObserver {

@@ -27,8 +27,8 @@ void UpdateCheck::URLResourceDidFinishLoading(std::string_view url) {
   const float current = own != info.end() ? versionNumber(own->second) : 0;
 
   const auto data = services_.urls.dataWithContentsOfURL(url, kReadTimeout);
-  if (!data || !isASCII(*data)) return;
-  const auto list = propertyListFromData(*data);
+  if (!data || !isASCII(data->bytes)) return;
+  const auto list = propertyListFromData(data->bytes);
   if (!list || list->kind() != Value::Kind::Dictionary) return;
   const Dictionary& announced = list->dictionaryValue();
 

@@ -11,7 +11,9 @@ struct OpenPanel {
   bool canChooseDirectories = false;
   bool canCreateDirectories = false;
   bool allowsMultipleSelection = false;
+  std::string title = {};  // "" for the platform's own
   std::string message = {};
+  std::string prompt = {};     // the choosing button's title; "" for the platform's own
   std::string directory = {};  // where it opens; "" for the platform's choice
   // File-name extensions and quoted HFS types; empty for every file.
   std::vector<std::string> allowedTypes = {};

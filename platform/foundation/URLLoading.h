@@ -1,20 +1,53 @@
 // Loading the resource behind a URL: in the background with a client that is called back, or blocking.
 #pragma once
 
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "platform/foundation/Clock.h"
 #include "platform/foundation/Error.h"
+#include "platform/foundation/FileManager.h"
 #include "platform/foundation/Observation.h"
+#include "platform/foundation/RunLoop.h"
 
 namespace clipwave {
+
+// The domain of failed loads, and the codes within it.
+inline constexpr std::string_view NSURLErrorDomain = "NSURLErrorDomain";
+enum URLErrorCode : int {
+  kURLErrorUnknown = -1,
+  kURLErrorBadURL = -1000,
+  kURLErrorTimedOut = -1001,
+  kURLErrorUnsupportedURL = -1002,
+  kURLErrorCannotFindHost = -1003,
+  kURLErrorCannotConnectToHost = -1004,
+  kURLErrorNetworkConnectionLost = -1005,
+  kURLErrorHTTPTooManyRedirects = -1007,
+  kURLErrorRedirectToUnsupportedURL = -1010,  // one that leads out of http and https
+  kURLErrorBadServerResponse =
+      -1011,  // not HTTP, a wrong length, a broken compression, a status of 400 or more
+  kURLErrorFileDoesNotExist = -1100,
+  kURLErrorFileIsDirectory = -1101,
+  kURLErrorNoPermissionsToReadFile = -1102,
+  kURLErrorDataLengthExceedsMaximum = -1103,
+  kURLErrorSecureConnectionFailed = -1200,
+  kURLErrorServerCertificateUntrusted = -1202,
+};
+
+struct LoadedData {
+  std::string bytes;
+  // The encoding that the server named beside the data; "" when it named none.
+  std::string charset;
+};
 
 // Called on the run loop, exactly one of the two, once for each load that was not dropped before.
 class URLLoadClient {
  public:
   virtual ~URLLoadClient() = default;
   virtual void URLResourceDidFinishLoading(std::string_view url) = 0;
+  // `reason`: one sentence for a person.
   virtual void URLResourceDidFailLoadingWithReason(std::string_view url, std::string_view reason) = 0;
 };
 
@@ -22,10 +55,35 @@ class URLLoading {
  public:
   virtual ~URLLoading() = default;
   // Starts loading in the background; cached data may serve. `client` is called for as long as the answer
-  // lives: ending it drops a load that is still under way, so that a client may go before its resource came.
+  // lives, never inside this call: ending it drops a load that is still under way, so that a client may go
+  // before its resource came.
   virtual Observation loadInBackground(std::string_view url, URLLoadClient& client) = 0;
-  // The resource's data, never from a cache; blocks until it is there, at the longest for `timeout`.
-  virtual Result<std::string> dataWithContentsOfURL(std::string_view url, Seconds timeout) = 0;
+  // The resource's data, never from a cache; blocks until all of it is there, at the longest for `timeout`.
+  virtual Result<LoadedData> dataWithContentsOfURL(std::string_view url, Seconds timeout) = 0;
 };
+
+// Whether the text has the form of a URL: a scheme, a colon, and behind it something, of nothing but the
+// characters that a URL may hold ("%" only before two hexadecimal digits).
+bool isURL(std::string_view text);
+// The file URL of an absolute path.
+std::string fileURLWithPath(std::string_view path);
+
+struct URLLoadingOptions {
+  // A longer body is refused when so much of it has come, whatever length was announced; counted after
+  // decompression.
+  std::int64_t mostBytes = std::int64_t{64} << 20;
+  // How long a load in the background may take in all.
+  Seconds backgroundTimeout{60};
+  // A file of certificates to trust in place of the system's; "" for the system's.
+  std::string certificateAuthorities = {};
+  std::string userAgent = "Clipwave";
+};
+
+// Loads file, http and https URLs: certificates are checked, compressed bodies unpacked, redirects followed
+// up to ten times within http and https. Of file URLs only regular files are read. A background load goes on
+// in the run loop's default mode. Both must outlive what is made here; the background loads that are left end
+// with it.
+std::unique_ptr<URLLoading> makeURLLoading(RunLoop& runLoop, FileManager& files,
+                                           URLLoadingOptions options = {});
 
 }  // namespace clipwave

@@ -9,7 +9,10 @@ class FakeURLLoading final : public URLLoading {
  public:
   std::vector<std::string> loads;  // begun in the background, in order
   std::vector<std::string> reads;  // blocking ones
-  std::string data;                // of every read
+  // What every read answers.
+  std::string data;
+  std::string charset;
+  std::optional<Error> error;
   std::function<void()> onLoad;
 
   // The load that was begun last comes to its end.
@@ -23,9 +26,10 @@ class FakeURLLoading final : public URLLoading {
     if (onLoad) onLoad();
     return Observation([this] { client_ = nullptr; });
   }
-  Result<std::string> dataWithContentsOfURL(std::string_view url, Seconds) override {
+  Result<LoadedData> dataWithContentsOfURL(std::string_view url, Seconds) override {
     reads.emplace_back(url);
-    return data;
+    if (error) return *error;
+    return LoadedData{data, charset};
   }
 
  private:
