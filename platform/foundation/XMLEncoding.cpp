@@ -103,14 +103,16 @@ bool isValidUTF8(std::string_view data) {
 std::string fromWindows1252(std::string_view data) {
   std::string text;
   text.reserve(data.size() + data.size() / 8);
-  for (char c : data) appendUTF8(text, windows1252Character(static_cast<std::uint8_t>(c)));
+  for (std::size_t i = 0; i < data.size() && text.size() <= kMostXMLBytes; ++i) {
+    appendUTF8(text, windows1252Character(byteAt(data, i)));
+  }
   return text;
 }
 
 std::string fromDoubtfulUTF8(std::string_view data) {
   std::string text;
   text.reserve(data.size() + data.size() / 8);
-  while (!data.empty()) {
+  while (!data.empty() && text.size() <= kMostXMLBytes) {
     const std::size_t length = utf8SequenceLength(data);
     if (length > 0) {
       text.append(data.substr(0, length));
@@ -128,10 +130,11 @@ std::optional<std::string> converted(std::string_view data, const std::string& l
   if (converter == reinterpret_cast<iconv_t>(-1)) return std::nullopt;
   const std::size_t unit = !hasWideUnits(label) ? 1 : label.find("16") != std::string::npos ? 2 : 4;
   std::string text;
+  text.reserve(std::min(data.size() * 2, kMostXMLBytes));  // most encodings' text takes no more
   char* in = const_cast<char*>(data.data());
   std::size_t inLeft = data.size();
   bool sound = true;
-  while (inLeft > 0) {
+  while (inLeft > 0 && text.size() <= kMostXMLBytes) {
     char buffer[16384];
     char* out = buffer;
     std::size_t outLeft = sizeof buffer;
@@ -267,7 +270,7 @@ std::optional<std::string> decodedXML(std::string_view data, std::string_view ch
     }
   }
   if (text) return text;
-  if (isValidUTF8(data)) return std::string(data);
+  if (isValidUTF8(data)) return std::string(data.substr(0, kMostXMLBytes + 1));
   if (!lenient) return std::nullopt;
   return fromDoubtfulUTF8(data);
 }

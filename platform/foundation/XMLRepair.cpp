@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <deque>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
-#include "platform/foundation/XMLEncoding.h"
 #include "platform/foundation/XMLTag.h"
 #include "platform/foundation/XMLText.h"
+#include "platform/foundation/XMLTreeBuilder.h"
 
 namespace clipwave {
 namespace {
@@ -15,6 +17,13 @@ namespace {
 constexpr std::string_view kBlanks = " \t\r\n";
 // A declaration further in than this is somebody's text, not the true beginning behind a server's complaints.
 constexpr std::size_t kLongestLeadingJunk = 4096;
+// Texts and end tags come on top of the elements.
+constexpr std::size_t kMostTokens = 4 * kMostXMLNodes;
+constexpr std::size_t kMostVainReadings = 8;
+
+Error corrupt(std::string_view reason) {
+  return cocoaError(kPropertyListReadCorruptError, std::string(reason));
+}
 
 // Finds marks in the text. It remembers what lies ahead, so that a thousand comments without an end do not
 // cost a thousand readings of the rest.
@@ -23,44 +32,31 @@ class Finder {
   explicit Finder(std::string_view text) : text_(text) {}
   // Where the next such mark ends, at or behind `from`; npos when there is none.
   std::size_t endOf(std::string_view mark, std::size_t from) {
-    const auto [known, isNew] = known_.try_emplace(mark);
-    Stretch& stretch = known->second;
-    if (isNew || from < stretch.from || from > stretch.found) stretch = {from, text_.find(mark, from)};
+    Stretch& stretch = stretchOf(mark);
+    if (from < stretch.from || from > stretch.found) {
+      stretch.from = from;
+      stretch.found = text_.find(mark, from);
+    }
     return stretch.found == std::string_view::npos ? stretch.found : stretch.found + mark.size();
   }
 
  private:
   struct Stretch {
-    std::size_t from;
-    std::size_t found;
+    std::string_view mark;
+    std::size_t from = std::string_view::npos;
+    std::size_t found = 0;
   };
-  std::string_view text_;
-  std::unordered_map<std::string_view, Stretch> known_;
-};
-
-// Where the document type at `at` ends, with what it declares between brackets; npos when it does not.
-std::size_t endOfDocumentType(std::string_view text, std::size_t at) {
-  const auto endOf = [text](std::string_view mark, std::size_t from) {
-    const std::size_t found = text.find(mark, from);
-    return found == std::string_view::npos ? text.size() : found + mark.size();
-  };
-  bool inBrackets = false;
-  while (at < text.size()) {
-    const std::string_view rest = text.substr(at);
-    if (rest[0] == '>' && !inBrackets) return at + 1;
-    if (rest[0] == '[' || rest[0] == ']') inBrackets = rest[0] == '[';
-    if (rest[0] == '"' || rest[0] == '\'') {
-      at = endOf(rest.substr(0, 1), at + 1);
-    } else if (rest.starts_with("<!--")) {
-      at = endOf("-->", at + 4);
-    } else if (rest.starts_with("<?")) {
-      at = endOf("?>", at + 2);
-    } else {
-      ++at;
+  // There are half a dozen marks.
+  Stretch& stretchOf(std::string_view mark) {
+    for (Stretch& stretch : known_) {
+      if (stretch.mark == mark) return stretch;
     }
+    return known_.emplace_back(Stretch{.mark = mark});
   }
-  return std::string_view::npos;
-}
+
+  std::string_view text_;
+  std::vector<Stretch> known_;
+};
 
 struct Token {
   enum class Kind : std::uint8_t { Text, CharacterData, Start, Empty, End, StrayEnd };
@@ -69,6 +65,8 @@ struct Token {
   Kind kind = Kind::Text;
   bool lacksEnd = false;  // a start tag that no end tag answers
 };
+// Grows without being copied: of a hostile text there are millions.
+using Tokens = std::deque<Token>;
 
 // Cuts the text into its tags and what stands between them; comments, instructions and document types fall
 // away.
@@ -76,9 +74,10 @@ class Tokenizer {
  public:
   explicit Tokenizer(std::string_view text) : text_(text), finder_(text) {}
 
-  std::vector<Token> tokens() {
+  // Stops early when it isOverburdened().
+  void run() {
     std::size_t at = 0;
-    while (at < text_.size()) {
+    while (at < text_.size() && !isOverburdened()) {
       const std::size_t bracket = std::min(text_.find('<', at), text_.size());
       addText(at, bracket);
       if (bracket == text_.size()) break;
@@ -87,8 +86,14 @@ class Tokenizer {
       addText(bracket, bracket + 1);
       at = bracket + 1;
     }
-    return std::move(tokens_);
   }
+
+  Tokens& tokens() { return tokens_; }
+  bool isOverburdened() const {
+    return tags_ > kMostXMLNodes || tokens_.size() > kMostTokens || isHopeless();
+  }
+  // Whether the text was read many times over for tags that were none: each of them can hold the next.
+  bool isHopeless() const { return vainlyRead_ / kMostVainReadings > text_.size(); }
 
  private:
   // Answers where the markup at `at` ends; `at` itself when it is none.
@@ -100,16 +105,18 @@ class Tokenizer {
     } else if (rest.starts_with("<![CDATA[")) {
       return takeCharacterData(at + 9);
     } else if (rest.starts_with("<!DOCTYPE") || rest.starts_with("<!doctype")) {
-      if (!sawDocumentType_) end = endOfDocumentType(text_, at + 9);
+      if (!sawDocumentType_) end = endOfXMLDocumentType(text_, at);
       sawDocumentType_ = true;
       if (end == std::string_view::npos) end = finder_.endOf(">", at);
     } else if (rest.starts_with("<?")) {
       end = takeInstruction(at);
     } else if (rest.starts_with("</")) {
       return takeEndTag(at);
-    } else if (const std::optional<XMLTag> tag = scanXMLTag(text_, at)) {
-      add(tag->isEmpty ? Token::Kind::Empty : Token::Kind::Start, at + 1, tag->name.size());
-      end = tag->end;
+    } else if (const XMLTag tag = scanXMLTag(text_, at); tag.isTag) {
+      add(tag.isEmpty ? Token::Kind::Empty : Token::Kind::Start, at + 1, tag.name.size());
+      end = tag.end;
+    } else {
+      vainlyRead_ += tag.end - at;
     }
     return end == std::string_view::npos ? at : end;
   }
@@ -160,59 +167,68 @@ class Tokenizer {
   }
 
   void add(Token::Kind kind, std::size_t at, std::size_t length) {
+    if (kind == Token::Kind::Start || kind == Token::Kind::Empty) ++tags_;
     tokens_.push_back({static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(length), kind, false});
   }
 
   std::string_view text_;
   Finder finder_;
-  std::vector<Token> tokens_;
+  Tokens tokens_;
+  std::size_t tags_ = 0;
+  std::size_t vainlyRead_ = 0;
   bool startsWithDeclaration_ = false;
   bool sawDocumentType_ = false;
 };
 
 // Finds out which start tags no end tag answers, and which end tags answer none.
-void matchTags(std::string_view text, std::vector<Token>& tokens) {
-  std::vector<std::size_t> open;
-  // For each name where its open tags stand in `open`.
-  std::unordered_map<std::string_view, std::vector<std::size_t>> openByName;
+void matchTags(std::string_view text, Tokens& tokens) {
+  constexpr std::uint32_t kNone = UINT32_MAX;
+  struct OpenTag {
+    std::uint32_t token;
+    std::uint32_t outerNamesake;  // where the next outer open tag of the same name stands in `open`
+  };
+  std::vector<OpenTag> open;
+  std::unordered_map<std::string_view, std::uint32_t> innermost;  // by name, where in `open`
   const auto nameOf = [&](const Token& token) { return text.substr(token.at, token.length); };
   const auto closeLast = [&](bool lacksEnd) {
-    Token& start = tokens[open.back()];
+    Token& start = tokens[open.back().token];
     start.lacksEnd = lacksEnd;
-    openByName[nameOf(start)].pop_back();
+    innermost[nameOf(start)] = open.back().outerNamesake;
     open.pop_back();
   };
-  for (std::size_t i = 0; i < tokens.size(); ++i) {
+  for (std::uint32_t i = 0; i < tokens.size(); ++i) {
     if (tokens[i].kind == Token::Kind::Start) {
-      openByName[nameOf(tokens[i])].push_back(open.size());
-      open.push_back(i);
+      std::uint32_t& namesake = innermost.try_emplace(nameOf(tokens[i]), kNone).first->second;
+      open.push_back({i, namesake});
+      namesake = static_cast<std::uint32_t>(open.size() - 1);
     } else if (tokens[i].kind == Token::Kind::End) {
-      const auto same = openByName.find(nameOf(tokens[i]));
-      if (same == openByName.end() || same->second.empty()) {
+      const auto match = innermost.find(nameOf(tokens[i]));
+      if (match == innermost.end() || match->second == kNone) {
         tokens[i].kind = Token::Kind::StrayEnd;
         continue;
       }
-      const std::size_t match = same->second.back();
-      while (open.size() > match + 1) closeLast(true);
+      const std::size_t depth = match->second;
+      while (open.size() > depth + 1) closeLast(true);
       closeLast(false);
     }
   }
-  while (!open.empty()) closeLast(true);
+  for (const OpenTag& tag : open) tokens[tag.token].lacksEnd = true;
 }
 
-// Writes the tokens as one well-formed element.
-class Writer {
+// Makes one element of the tokens.
+class Assembly {
  public:
-  explicit Writer(std::string_view text) : text_(text) { out_.reserve(text.size() + text.size() / 8); }
+  explicit Assembly(std::string_view text) : text_(text) {}
 
-  std::optional<std::string> write(const std::vector<Token>& tokens) {
+  Result<std::unique_ptr<XMLTree>> assemble(const Tokens& tokens) {
     for (const Token& token : tokens) {
-      if (wroteRoot_ && open_.empty()) break;
+      if (builder_.hasRoot() && open_.empty()) break;
       take(token);
+      if (builder_.isOverfull()) return corrupt(kTooManyXMLNodes);
     }
     while (!open_.empty()) close();
-    if (!wroteRoot_) return std::nullopt;
-    return std::move(out_);
+    if (!builder_.hasRoot()) return corrupt("The document holds no element.");
+    return builder_.takeTree();
   }
 
  private:
@@ -231,8 +247,8 @@ class Writer {
       case Token::Kind::CharacterData:
         if (open_.empty()) break;  // junk around the document
         if (content.find_first_not_of(kBlanks) != std::string_view::npos) open_.back().hasText = true;
-        token.kind == Token::Kind::Text ? appendRepairedXML(out_, content)
-                                        : appendEscapedXML(out_, content, XMLPlace::Source);
+        token.kind == Token::Kind::Text ? appendResolvedXML(builder_.text(), content, XMLPlace::Content)
+                                        : appendLiteralXML(builder_.text(), content, XMLPlace::Content);
         break;
       case Token::Kind::Start:
       case Token::Kind::Empty:
@@ -249,17 +265,13 @@ class Writer {
 
   void open(const Token& token, std::string_view name) {
     closeBefore(name);
-    const bool isOmitted = open_.size() >= kMostXMLLevels;
-    const bool isEmpty = token.kind == Token::Kind::Empty;
-    wroteRoot_ = true;
     if (!open_.empty()) open_.back().hasChild = true;
-    if (!isOmitted) {
-      out_ += '<';
-      out_ += name;
-      writeAttributes(token.at - 1);
-      out_ += isEmpty ? "/>" : ">";
+    open_.push_back({name, token.lacksEnd, open_.size() >= kMostXMLLevels});
+    if (!open_.back().isOmitted) {
+      builder_.startElement(name);
+      addAttributes(token.at - 1);
     }
-    if (!isEmpty) open_.push_back({name, token.lacksEnd, isOmitted});
+    if (token.kind == Token::Kind::Empty) close();
   }
 
   // Ends the elements that lack their end tag and cannot hold the one that begins now.
@@ -274,76 +286,39 @@ class Writer {
   }
 
   void close() {
-    if (!open_.back().isOmitted) {
-      out_ += "</";
-      out_ += open_.back().name;
-      out_ += '>';
-    }
+    if (!open_.back().isOmitted) builder_.endElement();
     open_.pop_back();
   }
 
-  void writeAttributes(std::size_t tagAt) {
-    std::vector<std::string_view> written;
-    scanXMLTag(text_, tagAt, [&](const XMLAttribute& attribute) {
+  void addAttributes(std::size_t tagAt) {
+    std::vector<std::string_view> names;
+    scanXMLTag(text_, tagAt, [&](const XMLTagAttribute& attribute) {
       const bool isName = !attribute.name.empty() && xmlNameLength(attribute.name) == attribute.name.size();
-      if (!isName || std::find(written.begin(), written.end(), attribute.name) != written.end()) return true;
-      written.push_back(attribute.name);
-      out_ += ' ';
-      out_ += attribute.name;
-      out_ += "=\"";
-      appendRepairedXML(out_, attribute.value);
-      out_ += '"';
-      return written.size() < kMostXMLAttributes;
+      if (!isName || std::find(names.begin(), names.end(), attribute.name) != names.end()) return true;
+      names.push_back(attribute.name);
+      value_.clear();
+      appendResolvedXML(value_, attribute.value, XMLPlace::Attribute);
+      builder_.addAttribute(attribute.name, value_);
+      return names.size() < kMostXMLAttributes;
     });
   }
 
   std::string_view text_;
-  std::string out_;
+  XMLTreeBuilder builder_;
   std::vector<Open> open_;
-  bool wroteRoot_ = false;
+  std::string value_;
 };
 
 }  // namespace
 
-bool hasCrowdedXMLTag(std::string_view text) {
-  std::size_t at = 0;
-  while ((at = text.find('<', at)) != std::string_view::npos) {
-    const std::string_view rest = text.substr(at);
-    std::size_t end = std::string_view::npos;
-    if (rest.starts_with("<!--")) {
-      end = text.find("-->", at + 4);
-    } else if (rest.starts_with("<![CDATA[")) {
-      end = text.find("]]>", at + 9);
-    } else if (rest.starts_with("<?")) {
-      end = text.find("?>", at + 2);
-    } else if (rest.starts_with("<!DOCTYPE")) {
-      end = endOfDocumentType(text, at + 9);
-    } else if (rest.starts_with("</")) {
-      end = at + 2;
-    } else {
-      std::size_t count = 0;
-      const auto tag =
-          scanXMLTag(text, at, [&count](const XMLAttribute&) { return ++count <= kMostXMLAttributes; });
-      if (count > kMostXMLAttributes) return true;
-      if (tag) end = tag->end;
-    }
-    // Not well-formed: the parser gets no further either.
-    if (end == std::string_view::npos) return false;
-    at = end;
-  }
-  return false;
-}
-
-std::optional<std::string> repairedXML(std::string_view text) {
-  std::string fit;
-  if (firstUnfitByte(text) != std::string_view::npos) {
-    fit = textFitForXML(text);
-    text = fit;
-  }
-  if (text.size() >= UINT32_MAX) return std::nullopt;
-  std::vector<Token> tokens = Tokenizer(text).tokens();
-  matchTags(text, tokens);
-  return Writer(text).write(tokens);
+Result<std::unique_ptr<XMLTree>> readBrokenXML(std::string_view text) {
+  if (text.size() >= UINT32_MAX) return corrupt("The document is too large.");
+  Tokenizer tokenizer(text);
+  tokenizer.run();
+  if (tokenizer.isHopeless()) return corrupt("The document is no XML that could be repaired.");
+  if (tokenizer.isOverburdened()) return corrupt(kTooManyXMLNodes);
+  matchTags(text, tokenizer.tokens());
+  return Assembly(text).assemble(tokenizer.tokens());
 }
 
 }  // namespace clipwave

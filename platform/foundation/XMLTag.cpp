@@ -67,43 +67,67 @@ std::size_t xmlNameLength(std::string_view text) {
   return xmlValidateName(reinterpret_cast<const xmlChar*>(name.c_str()), 0) == 0 ? length : 0;
 }
 
-std::optional<XMLTag> scanXMLTag(std::string_view text, std::size_t at,
-                                 const std::function<bool(const XMLAttribute&)>& each) {
+XMLTag scanXMLTag(std::string_view text, std::size_t at,
+                  const std::function<bool(const XMLTagAttribute&)>& each) {
   XMLTag tag;
   ++at;
   tag.name = text.substr(at, xmlNameLength(text.substr(at)));
   at += tag.name.size();
-  if (tag.name.empty() || at >= text.size()) return std::nullopt;
-  if (!isBlank(text[at]) && text[at] != '>' && !text.substr(at).starts_with("/>")) return std::nullopt;
+  tag.end = at;
+  if (tag.name.empty() || at >= text.size()) return tag;
+  if (!isBlank(text[at]) && text[at] != '>' && !text.substr(at).starts_with("/>")) return tag;
 
   bool goesOn = true;
   std::size_t valued = 0;
   std::size_t valueless = 0;
   for (;;) {
-    at = text.find_first_not_of(kBlanks, at);
-    if (at == std::string_view::npos || text[at] == '<') return std::nullopt;
+    at = std::min(text.find_first_not_of(kBlanks, at), text.size());
+    tag.end = at;
+    if (at == text.size() || text[at] == '<') return tag;
     if (text[at] == '>' || text.substr(at).starts_with("/>")) {
-      // Words alone between brackets are somebody's text.
-      if (valueless > 0 && valued == 0) return std::nullopt;
       tag.isEmpty = text[at] == '/';
       tag.end = at + (tag.isEmpty ? 2 : 1);
+      // Words alone between brackets are somebody's text.
+      tag.isTag = valueless == 0 || valued > 0;
       return tag;
     }
     const std::size_t nameEnd = std::min(text.find_first_of(" \t\r\n=<>/\"'", at), text.size());
     const std::string_view name = text.substr(at, nameEnd - at);
-    const std::size_t equals = text.find_first_not_of(kBlanks, nameEnd);
-    if (equals == std::string_view::npos) return std::nullopt;
-    if (text[equals] != '=') {
+    const std::size_t equals = std::min(text.find_first_not_of(kBlanks, nameEnd), text.size());
+    if (equals == text.size() || text[equals] != '=') {
       valueless += name.empty() ? 0 : 1;
       at = std::max(nameEnd, at + 1);
       continue;
     }
     at = std::min(text.find_first_not_of(kBlanks, equals + 1), text.size());
-    XMLAttribute attribute{name, {}};
+    XMLTagAttribute attribute{name, {}};
     at += scanValue(text.substr(at), attribute.value);
     ++valued;
     if (each && goesOn) goesOn = each(attribute);
   }
+}
+
+std::size_t endOfXMLDocumentType(std::string_view text, std::size_t at) {
+  const auto endOf = [text](std::string_view mark, std::size_t from) {
+    const std::size_t found = text.find(mark, from);
+    return found == std::string_view::npos ? text.size() : found + mark.size();
+  };
+  bool inBrackets = false;
+  while (at < text.size()) {
+    const std::string_view rest = text.substr(at);
+    if (rest[0] == '>' && !inBrackets) return at + 1;
+    if (rest[0] == '[' || rest[0] == ']') inBrackets = rest[0] == '[';
+    if (rest[0] == '"' || rest[0] == '\'') {
+      at = endOf(rest.substr(0, 1), at + 1);
+    } else if (rest.starts_with("<!--")) {
+      at = endOf("-->", at + 4);
+    } else if (rest.starts_with("<?")) {
+      at = endOf("?>", at + 2);
+    } else {
+      ++at;
+    }
+  }
+  return std::string_view::npos;
 }
 
 }  // namespace clipwave

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <unordered_map>
 
 #include "platform/foundation/XMLEncoding.h"
 
@@ -24,6 +25,23 @@ char32_t referencedCharacter(std::string_view digits, unsigned base) {
   return isXMLCharacter(value) ? value : 0;
 }
 
+// HTML's names for characters. The parser's own search by name goes through all of them every time.
+std::unordered_map<std::string_view, char32_t> namedCharacters() {
+  constexpr unsigned kBehindLast = 9831;
+  std::unordered_map<std::string_view, char32_t> characters;
+  for (unsigned value = 0; value < kBehindLast; ++value) {
+    if (const htmlEntityDesc* entity = htmlEntityValueLookup(value)) characters.emplace(entity->name, value);
+  }
+  return characters;
+}
+
+// 0 when HTML has no such name.
+char32_t characterNamed(std::string_view name) {
+  static const std::unordered_map<std::string_view, char32_t> kCharacters = namedCharacters();
+  const auto found = kCharacters.find(name);
+  return found == kCharacters.end() ? 0 : found->second;
+}
+
 // Resolves the reference at the start of `text`; answers its length, or 0 when there is none.
 std::size_t appendReference(std::string& out, std::string_view text) {
   const std::size_t end = text.substr(0, kLongestReference).find(';');
@@ -35,22 +53,12 @@ std::size_t appendReference(std::string& out, std::string_view text) {
     const std::string_view allowed = hexadecimal ? "0123456789abcdefABCDEF" : "0123456789";
     if (digits.empty() || digits.find_first_not_of(allowed) != std::string_view::npos) return 0;
     const char32_t character = referencedCharacter(digits, hexadecimal ? 16 : 10);
-    // A reference stands where the character itself would mean something else to the parser.
-    if (character != 0 && character < 0x80) {
-      out += "&#" + std::to_string(static_cast<unsigned>(character)) + ";";
-    } else if (character != 0) {
-      appendUTF8(out, character);
-    }
+    if (character != 0) appendUTF8(out, character);
     return end + 1;
   }
-  if (body == "amp" || body == "lt" || body == "gt" || body == "quot" || body == "apos") {
-    out.append(text.substr(0, end + 1));
-    return end + 1;
-  }
-  const std::string name(body);
-  const htmlEntityDesc* entity = htmlEntityLookup(reinterpret_cast<const xmlChar*>(name.c_str()));
-  if (entity == nullptr) return 0;
-  appendUTF8(out, entity->value);
+  const char32_t character = characterNamed(body);
+  if (character == 0) return 0;
+  appendUTF8(out, character);
   return end + 1;
 }
 
@@ -64,9 +72,9 @@ std::string_view escapeFor(char c, XMLPlace place) {
     case '>':
       return "&gt;";
     case '\r':
-      return place != XMLPlace::Source ? "&#13;" : "";
+      return "&#13;";
     case '"':
-      return place != XMLPlace::Content ? "&quot;" : "";
+      return place == XMLPlace::Attribute ? "&quot;" : "";
     case '\n':
       return place == XMLPlace::Attribute ? "&#10;" : "";
     case '\t':
@@ -89,14 +97,24 @@ void appendEscapedXML(std::string& out, std::string_view literal, XMLPlace place
   out.append(literal, written);
 }
 
-void appendRepairedXML(std::string& out, std::string_view text) {
+void appendLiteralXML(std::string& out, std::string_view text, XMLPlace place) {
+  const std::string_view special = place == XMLPlace::Attribute ? "\r\n\t" : "\r";
+  for (std::size_t at; (at = text.find_first_of(special)) != std::string_view::npos;) {
+    out.append(text, 0, at);
+    out += place == XMLPlace::Attribute ? ' ' : '\n';
+    text.remove_prefix(at + (text.substr(at).starts_with("\r\n") ? 2 : 1));
+  }
+  out.append(text);
+}
+
+void appendResolvedXML(std::string& out, std::string_view text, XMLPlace place) {
   while (!text.empty()) {
     const std::size_t ampersand = std::min(text.find('&'), text.size());
-    appendEscapedXML(out, text.substr(0, ampersand), XMLPlace::Source);
+    appendLiteralXML(out, text.substr(0, ampersand), place);
     text.remove_prefix(ampersand);
     if (text.empty()) return;
     const std::size_t length = appendReference(out, text);
-    if (length == 0) out += "&amp;";
+    if (length == 0) out += '&';
     text.remove_prefix(std::max<std::size_t>(length, 1));
   }
 }

@@ -6,18 +6,22 @@
 
 namespace clipwave {
 
-// Where escaped text is to stand.
+// Where text stands, or is to stand.
 enum class XMLPlace {
-  Content,    // carriage returns become references, or a reader would make line feeds of them
-  Attribute,  // so do line feeds and tabs, or a reader would make blanks of them
-  Source,     // in text that is put right before a parser reads it; line ends and tabs stand as they are
+  Content,
+  Attribute,
 };
 
-// Appends text whose every character stands for itself. It holds only what XML can carry.
+// Appends text escaped so that every character stands for itself, as a reader sees it: carriage returns, and
+// in attributes line feeds and tabs too, become references. It holds only what XML can carry.
 void appendEscapedXML(std::string& out, std::string_view literal, XMLPlace place);
 
-// Appends text for XMLPlace::Source that may hold references. Those to numbers, to XML's own names and to
-// HTML's are resolved, or left out when XML cannot carry what they name; every other "&" stands for itself.
-void appendRepairedXML(std::string& out, std::string_view text);
+// Appends text as a reader sees it in which all marks stand for themselves: line ends become line feeds, and
+// in attributes blanks, as tabs do.
+void appendLiteralXML(std::string& out, std::string_view text, XMLPlace place);
+
+// The same for text that may hold references. Those to numbers, to XML's own names and to HTML's are
+// resolved, or left out when XML cannot carry what they name; every other "&" stands for itself.
+void appendResolvedXML(std::string& out, std::string_view text, XMLPlace place);
 
 }  // namespace clipwave

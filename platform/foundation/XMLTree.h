@@ -36,6 +36,7 @@ class XMLTree {
   XMLTree& operator=(const XMLTree&) = delete;
 
   XMLNode& root() { return root_; }
+  void setName(XMLNode& node, std::string_view name) { node.name = keep(name); }
   XMLNode& appendElement(XMLNode& parent, std::string_view name);
   void appendAttribute(XMLNode& node, std::string_view name, std::string_view value);
   void setText(XMLNode& node, std::string_view text) { node.text = keep(text); }

@@ -108,6 +108,12 @@ TEST(XMLDocument, StrictParsingSaysWhereTextIsNotWellFormed) {
                            "<r>&eacute;</r>", "<r/><r/>", " <?xml version='1.0'?><r/>"})
     EXPECT_NE(strictFailure(text), "") << text;
   EXPECT_EQ(strictFailure("<x:r y:a='1'/>"), "");
+  // What a document type may declare would leave a hole in the text.
+  EXPECT_EQ(strictFailure("<!DOCTYPE r [<!ENTITY e 'x'>]>\n<r>&e;</r>"),
+            "Line 2: The entity \"e\" is not known.");
+  EXPECT_EQ(strictFailure("<!DOCTYPE r [<!-- " + times(20'000, "x ]>\n'") + " -->]><r/>"),
+            "The document type is too long.");
+  EXPECT_EQ(strictFailure("\n<r><!-- "), "Line 2: What begins here has no end.");
 }
 
 TEST(TolerantParsing, KeepsTheTextOfBareAmpersandsAndBrackets) {
@@ -200,6 +206,37 @@ TEST(TolerantParsing, NoEntityIsExpandedOrFetched) {
   EXPECT_EQ(repairedSoon(laughs + "]><r>&j;</r>"), "r{&j;}");
   EXPECT_EQ(repaired("<!DOCTYPE r [<!ENTITY % p SYSTEM 'file:///etc/passwd'>%p;]><r>x</r>"), "r{x}");
   EXPECT_EQ(repaired("<!DOCTYPE r [<!ATTLIST b a CDATA 'copied'>]><r><b/></r>"), "r{b{}}");
+}
+
+TEST(TolerantParsing, HostileTextsFailAtTheBoundsOrPassWithinThem) {
+  const std::string tooMany = "The document holds too many elements.";
+  const std::pair<std::string, std::string> rows[] = {
+      {"<r>" + times(2'000'000, "<a/>") + "</r>", tooMany},
+      {"<r>" + times(700'000, "<a b='' c=''/>") + "</r>", tooMany},
+      {"<r>& " + times(2'000'000, "<a>"), tooMany},
+      {"<r>& " + times(700'000, "<a b='' c=''/>"), tooMany},
+      {"<r>& " + times(8'000'001, "</a>"), tooMany},
+      {times(2'000'001, "<?a?>") + "<r/>", ""},
+      {"<?xml version='1.0' encoding='latin1'?><r>" + times(45'000'000, "\x80"),
+       "The document is too large."},
+      {"<r><a" + times(50'000, " c='<a '"), "The document is no XML that could be repaired."},
+      {"<r>" + times(1'000'000, "]]>") + "</r>", ""},
+      {"<r>" + times(1'000'000, "&zzz;") + "</r>", ""},
+      {"<!DOCTYPE r [<!ATTLIST r" + times(1'000'000, " a CDATA #IMPLIED") + ">]><r/>", ""},
+  };
+  for (const auto& [text, outcome] : rows) {
+    const auto start = std::chrono::steady_clock::now();
+    const Result<XMLDocument> document = XMLDocument::parse(text, Parsing::Tolerant);
+    EXPECT_EQ(document ? "" : document.error().localizedDescription, outcome) << text.substr(0, 50);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << text.substr(0, 50);
+  }
+}
+
+TEST(TolerantParsing, LongTextsStayWhole) {
+  const std::string text(12'000'000, 'x');
+  for (const std::string& document : {"<r>" + text + "</r>", "<r><![CDATA[" + text + "]]></r>",
+                                      "<r a='" + text + "'>&" + text.substr(1) + "</r>"})
+    EXPECT_GE(repaired(document).size(), text.size() + 3);
 }
 
 TEST(TolerantParsing, MarksWithoutAnEndTakeTimeInProportionOnly) {

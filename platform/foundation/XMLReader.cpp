@@ -1,0 +1,235 @@
+#include "platform/foundation/XMLReader.h"
+
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+#include <libxml/tree.h>
+
+#include <algorithm>
+#include <climits>
+#include <new>
+#include <optional>
+
+#include "platform/foundation/XMLRepair.h"
+#include "platform/foundation/XMLTag.h"
+#include "platform/foundation/XMLTreeBuilder.h"
+
+namespace clipwave {
+namespace {
+
+// The parser builds content models and lists of attributes from it that we never look at.
+constexpr std::size_t kLongestDocumentType = 65'536;
+// The parser's dictionary does not grow with its names and gets slow.
+constexpr int kMostNames = 65'536;
+
+std::string_view view(const xmlChar* text) {
+  return text == nullptr ? std::string_view() : std::string_view(reinterpret_cast<const char*>(text));
+}
+std::string_view view(const xmlChar* text, int length) {
+  return {reinterpret_cast<const char*>(text), static_cast<std::size_t>(length)};
+}
+
+Error corrupt(std::string_view reason) {
+  return cocoaError(kPropertyListReadCorruptError, std::string(reason));
+}
+Error corruptAt(std::ptrdiff_t line, std::string_view reason) {
+  return corrupt("Line " + std::to_string(line) + ": " + std::string(reason));
+}
+
+// Where the tag at `at` ends whose attributes are quoted; npos when the text is not well-formed there.
+struct TagExtent {
+  std::size_t end = std::string_view::npos;
+  std::size_t attributes = 0;
+};
+TagExtent extentOfTag(std::string_view text, std::size_t at) {
+  TagExtent extent;
+  for (++at; at < text.size() && text[at] != '<'; ++at) {
+    if (text[at] == '>') {
+      extent.end = at + 1;
+      break;
+    }
+    if (text[at] != '"' && text[at] != '\'') continue;
+    ++extent.attributes;
+    at = text.find(text[at], at + 1);
+    if (at == std::string_view::npos || extent.attributes > kMostXMLAttributes) break;
+  }
+  return extent;
+}
+
+// Something that the parser would spend unreasonable time or memory on: it compares each attribute of a tag
+// with all the others, and buffers what has no end. Looked for up to the first tag that is not well-formed,
+// as the parser gets no further either.
+std::optional<Error> overburdening(std::string_view text) {
+  std::size_t at = 0;
+  while ((at = text.find('<', at)) != std::string_view::npos) {
+    const std::string_view rest = text.substr(at);
+    if (rest.starts_with("</")) {
+      at += 2;
+      continue;
+    }
+    if (!rest.starts_with("<!") && !rest.starts_with("<?")) {
+      const TagExtent tag = extentOfTag(text, at);
+      if (tag.attributes > kMostXMLAttributes) return corrupt("A tag carries too many attributes.");
+      if (tag.end == std::string_view::npos) break;
+      at = tag.end;
+      continue;
+    }
+    std::size_t end = 0;
+    if (rest.starts_with("<!--")) {
+      end = text.find("-->", at + 4);
+    } else if (rest.starts_with("<![CDATA[")) {
+      end = text.find("]]>", at + 9);
+    } else if (rest.starts_with("<?")) {
+      end = text.find("?>", at + 2);
+    } else {
+      end = endOfXMLDocumentType(text, at);
+      if (end - at > kLongestDocumentType && end <= text.size())
+        return corrupt("The document type is too long.");
+    }
+    if (end == std::string_view::npos) {
+      const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n');
+      return corruptAt(line, "What begins here has no end.");
+    }
+    at = end;
+  }
+  return std::nullopt;
+}
+
+// What goes on during one parse, beside the parser's own state.
+struct Parse {
+  xmlParserCtxt* parser = nullptr;
+  XMLTreeBuilder builder;
+  std::string value;  // of an attribute, with its references resolved
+  std::optional<Error> error;
+
+  // Ends the parse for the first reason. xmlStopParser() would take the text away from under a parser that
+  // reports an error in the midst of it; this only has its loops end.
+  void fail(Error reason) {
+    if (!error) error = std::move(reason);
+    parser->instate = XML_PARSER_EOF;
+    parser->disableSAX = 1;
+  }
+};
+
+Parse& parseOf(void* context) {
+  return *static_cast<Parse*>(context);
+}
+
+// Without a document of its own, the parser makes one to keep declared entities in.
+void startDocument(void* context) {
+  Parse& parse = parseOf(context);
+  parse.parser->sax2 = 0;  // names are reported as they stand, and no prefixes looked up
+  parse.parser->myDoc = xmlNewDoc(nullptr);
+}
+
+void startElement(void* context, const xmlChar* name, const xmlChar** attributes) {
+  constexpr std::string_view kAmpersand = "&#38;";
+  Parse& parse = parseOf(context);
+  parse.builder.startElement(view(name));
+  for (; attributes != nullptr && *attributes != nullptr; attributes += 2) {
+    std::string_view value = view(attributes[1]);
+    if (value.find('&') != std::string_view::npos) {
+      // The parser leaves this one reference in attributes, to be resolved here.
+      parse.value.clear();
+      for (std::size_t at; (at = value.find(kAmpersand)) != std::string_view::npos;) {
+        parse.value.append(value, 0, at + 1);
+        value.remove_prefix(at + kAmpersand.size());
+      }
+      value = parse.value.append(value);
+    }
+    parse.builder.addAttribute(view(attributes[0]), value);
+  }
+  if (parse.builder.isOverfull()) parse.fail(corrupt(kTooManyXMLNodes));
+  if (xmlDictSize(parse.parser->dict) > kMostNames)
+    parse.fail(corrupt("The document holds too many different names."));
+}
+
+void endElement(void* context, const xmlChar*) {
+  parseOf(context).builder.endElement();
+}
+
+void appendText(void* context, const xmlChar* text, int length) {
+  Parse& parse = parseOf(context);
+  if (parse.builder.openElements() > 0) parse.builder.text().append(view(text, length));
+}
+
+void addInstruction(void* context, const xmlChar* target, const xmlChar* data) {
+  Parse& parse = parseOf(context);
+  parse.builder.addInstruction(view(target), view(data));
+  if (parse.builder.isOverfull()) parse.fail(corrupt(kTooManyXMLNodes));
+}
+
+// Asked for all but the predefined ones. No declared entity is ever expanded, and where one were left out,
+// there would be a hole in the text.
+xmlEntity* findEntity(void* context, const xmlChar* name) {
+  Parse& parse = parseOf(context);
+  const bool isDeclaration = parse.parser->inSubset != 0;
+  if (!isDeclaration)
+    parse.fail(
+        corruptAt(parse.parser->input->line, "The entity \"" + std::string(view(name)) + "\" is not known."));
+  return nullptr;
+}
+
+// Declared attribute values would be copied into every element, so that a small document grows beyond bounds.
+void declareAttribute(void* context, const xmlChar*, const xmlChar*, int, int, const xmlChar* defaultValue,
+                      xmlEnumeration* tree) {
+  xmlFreeEnumeration(tree);
+  if (defaultValue != nullptr) parseOf(context).fail(corrupt("The document type declares attribute values."));
+}
+
+void noteError(void* context, xmlErrorPtr problem) {
+  if (problem->level != XML_ERR_FATAL) return;
+  std::string message(problem->message == nullptr ? "" : problem->message);
+  while (!message.empty() && message.back() == '\n') message.pop_back();
+  parseOf(context).fail(corruptAt(problem->line, message));
+}
+
+xmlSAXHandler handlers() {
+  xmlSAXHandler handlers{};
+  handlers.initialized = XML_SAX2_MAGIC;
+  handlers.startDocument = startDocument;
+  handlers.startElement = startElement;
+  handlers.endElement = endElement;
+  handlers.characters = appendText;
+  handlers.ignorableWhitespace = appendText;
+  handlers.cdataBlock = appendText;
+  handlers.processingInstruction = addInstruction;
+  handlers.getEntity = findEntity;
+  handlers.attributeDecl = declareAttribute;
+  handlers.serror = noteError;
+  return handlers;
+}
+
+// Parses the text where it lies.
+void run(Parse& parse, const std::string& text) {
+  xmlParserCtxt& parser = *parse.parser;
+  *parser.sax = handlers();
+  parser.userData = &parse;
+  xmlCtxtUseOptions(&parser, XML_PARSE_NONET | XML_PARSE_IGNORE_ENC);
+  xmlParserInput* input = xmlNewStringInputStream(&parser, reinterpret_cast<const xmlChar*>(text.c_str()));
+  if (input == nullptr) throw std::bad_alloc();
+  inputPush(&parser, input);
+  // Otherwise the parser would guess at the encoding by the first bytes.
+  parser.encoding = xmlStrdup(reinterpret_cast<const xmlChar*>("UTF-8"));
+  xmlParseDocument(&parser);
+}
+
+}  // namespace
+
+Result<std::unique_ptr<XMLTree>> readXML(const std::string& text) {
+  if (text.size() > INT_MAX) return corrupt("The document is too large.");
+  if (std::optional<Error> error = overburdening(text)) return *std::move(error);
+  Parse parse;
+  parse.parser = xmlNewParserCtxt();
+  if (parse.parser == nullptr) throw std::bad_alloc();
+  run(parse, text);
+  const bool isWellFormed = parse.parser->wellFormed != 0;
+  xmlFreeDoc(parse.parser->myDoc);
+  parse.parser->myDoc = nullptr;
+  xmlFreeParserCtxt(parse.parser);
+  if (parse.error) return *std::move(parse.error);
+  if (!isWellFormed) return corrupt("The document is not XML.");
+  if (!parse.builder.hasRoot()) return corrupt("The document holds no element.");
+  return parse.builder.takeTree();
+}
+
+}  // namespace clipwave
