@@ -13,7 +13,7 @@
 namespace clipwave {
 namespace {
 
-constexpr std::size_t kMostHeadBytes = 256 * 1024;  // of all responses of a load together
+constexpr std::size_t kMostHeadBytes = std::size_t{256} << 10;  // of all responses of a load together
 constexpr long kMostRedirects = 10;
 constexpr std::size_t kLongestHost = 255;  // bytes; of a name in a sentence
 

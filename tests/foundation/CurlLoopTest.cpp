@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 
 #include "tests/support/LoopbackServer.h"
-#include "tests/support/TemporaryFolder.h"
 
 namespace clipwave {
 namespace {
@@ -50,7 +49,6 @@ class CurlLoopTest : public Test {
     for (int turns = 0; !condition() && turns < 500; ++turns) loop_->runOnce(Seconds(0.01));
   }
 
-  EnvironmentVariable noProxy_{"no_proxy", "*"};
   LoopbackServer server_;
   SystemClock clock_;
   std::unique_ptr<RunLoop> loop_ = makeRunLoop(clock_);
