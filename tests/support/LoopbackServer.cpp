@@ -16,7 +16,8 @@ namespace clipwave::testing {
 namespace {
 
 constexpr std::string_view kNotFound =
-    "HTTP/1.1 404 Not Found\r\nContent-Length: 9\r\nContent-Type: text/plain\r\n\r\nNot here.";
+    "HTTP/1.1 404 Not Found\r\nConnection: close\r\nContent-Length: 9\r\nContent-Type: text/plain\r\n\r\nNot "
+    "here.";
 constexpr std::string_view kContinue = "HTTP/1.1 100 Continue\r\n\r\n";
 constexpr std::string_view kHeadEnd = "\r\n\r\n";
 
@@ -172,7 +173,7 @@ void LoopbackServer::serve(Connection& connection) {
 }
 
 std::string httpResponse(int status, std::string_view body, const std::vector<std::string>& headers) {
-  std::string response = "HTTP/1.1 " + std::to_string(status) + " Status\r\n";
+  std::string response = "HTTP/1.1 " + std::to_string(status) + " Status\r\nConnection: close\r\n";
   bool hasLength = false;
   for (const std::string& header : headers) {
     response += header + "\r\n";

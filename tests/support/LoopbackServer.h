@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/foundation/Clock.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace clipwave::testing {
 
@@ -34,7 +35,8 @@ class LoopbackConnection {
 };
 
 // Serves any number of connections at once, each on a thread of its own, one request on each. A path without
-// an answer is 404. Its end breaks off what is under way and waits for nobody.
+// an answer is 404. Its end breaks off what is under way and waits for nobody. While it
+// lives, the environment asks for no proxy.
 class LoopbackServer {
  public:
   using Answer = std::function<void(LoopbackConnection&)>;
@@ -59,13 +61,14 @@ class LoopbackServer {
   void acceptConnections();
   void serve(Connection& connection);
 
+  EnvironmentVariable noProxy_{"no_proxy", "*"};
   int listening_ = -1;
   int ending_ = -1;  // readable once the server ends
   int port_ = 0;
-  mutable std::mutex mutex_;  // guards what follows, but for the acceptor
-  std::map<std::string, Answer> answers_;
+  mutable std::mutex mutex_;  // guards the answers and requests
+  std::map<std::string, Answer, std::less<>> answers_;
   std::vector<LoopbackRequest> requests_;
-  std::vector<std::thread> connections_;
+  std::vector<std::thread> connections_;  // the acceptor's, until it has ended
   std::thread acceptor_;
 };
 
