@@ -15,6 +15,8 @@ namespace {
 
 // How long the load may hold up the main thread.
 constexpr Seconds kLoadTimeout{5};
+// Far more than any podcast has; of each comes a record, and a page of empty items must not fill the memory.
+constexpr std::size_t kMostItems = 100'000;
 
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
 
@@ -76,6 +78,14 @@ void setFlag(Vodcast& episode, XMLElement item, std::string_view name, std::stri
 
 }  // namespace
 
+FeedMappings feedMappingsFromResource(const Bundle& bundle, std::string_view name) {
+  FeedMappings mappings;
+  for (const auto& [element, attribute] : bundle.dictionaryForResource(name)) {
+    if (attribute.isString()) mappings[element] = std::string(attribute.stringValue());
+  }
+  return mappings;
+}
+
 void FeedImport::importRSSFromFile() {
   OpenPanel panel;
   panel.title = "Select a feed file";
@@ -115,7 +125,7 @@ Channel* FeedImport::importRSSWithURL(std::string_view url) {
   if (!document) return nullptr;
   const XMLElement element = document->rootElement().firstElementForName("channel");
   const std::vector<XMLElement> items = element ? element.elementsForName("item") : std::vector<XMLElement>();
-  if (items.empty()) {
+  if (items.empty() || items.size() > kMostItems) {
     showStructureFailure();
     return nullptr;
   }
