@@ -1,0 +1,356 @@
+#include "platform/foundation/NaturalLanguageDate.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "platform/foundation/CivilDate.h"
+
+namespace clipwave {
+namespace {
+
+constexpr std::int64_t kSecondsPerDay = 86'400;
+// No date takes half as many, and what goes on for longer is not read to its end.
+constexpr std::size_t kMostTokens = 64;
+// No zone lies further from UTC; "3-2009" is a year behind a dash.
+constexpr int kMostOffsetHours = 15;
+constexpr std::array<std::string_view, 12> kMonths = {"january",   "february", "march",    "april",
+                                                      "may",       "june",     "july",     "august",
+                                                      "september", "october",  "november", "december"};
+
+struct ZoneName {
+  std::string_view name;
+  int hours;
+};
+constexpr std::array<ZoneName, 24> kZones = {{
+    {"ut", 0},   {"utc", 0},  {"gmt", 0},   {"z", 0},     {"est", -5},  {"edt", -4},
+    {"cst", -6}, {"cdt", -5}, {"mst", -7},  {"mdt", -6},  {"pst", -8},  {"pdt", -7},
+    {"wet", 0},  {"west", 1}, {"bst", 1},   {"cet", 1},   {"cest", 2},  {"eet", 2},
+    {"eest", 3}, {"jst", 9},  {"aest", 10}, {"aedt", 11}, {"nzst", 12}, {"nzdt", 13},
+}};
+
+struct Token {
+  enum class Kind { Number, Word, Sign };
+  Kind kind;
+  std::string_view text;
+  bool touchesPrevious;  // nothing stands between it and the token before
+
+  bool isNumber(std::size_t leastDigits, std::size_t mostDigits) const {
+    return kind == Kind::Number && text.size() >= leastDigits && text.size() <= mostDigits;
+  }
+  bool isSign(char c) const { return kind == Kind::Sign && text[0] == c; }
+};
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+// Bytes beyond ASCII belong to words, so that a foreign month is not taken for its first letters.
+bool isWordByte(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || static_cast<unsigned char>(c) >= 0x80;
+}
+char lowerCased(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// Whether the word, in any case, is the name or its first letters, `least` of them or more.
+bool abbreviates(std::string_view word, std::string_view name, std::size_t least) {
+  return word.size() >= least && word.size() <= name.size() &&
+         std::equal(word.begin(), word.end(), name.begin(),
+                    [](char a, char b) { return lowerCased(a) == b; });
+}
+bool isWord(std::string_view word, std::string_view name) {
+  return abbreviates(word, name, name.size());
+}
+
+// How many bytes of white space the text begins with.
+std::size_t blankLength(std::string_view text) {
+  if (std::string_view(" \t\r\n\f\v").find(text[0]) != std::string_view::npos) return 1;
+  if (text.starts_with("\xC2\xA0")) return 2;                                           // no-break space
+  return text.starts_with("\xE2\x80\xAF") || text.starts_with("\xE2\x80\x89") ? 3 : 0;  // narrow ones
+}
+
+// The length of the comment at the start of the text; comments hold comments.
+std::size_t commentLength(std::string_view text) {
+  std::size_t depth = 0;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (text[at] == '\\') {
+      ++at;
+    } else if (text[at] == '(') {
+      ++depth;
+    } else if (text[at] == ')' && --depth == 0) {
+      return at + 1;
+    }
+  }
+  return text.size();
+}
+
+std::vector<Token> tokensOf(std::string_view text) {
+  constexpr std::string_view kMinus = "\xE2\x88\x92";
+  std::vector<Token> tokens;
+  bool touches = false;
+  while (!text.empty() && tokens.size() < kMostTokens) {
+    std::size_t length = blankLength(text);
+    if (length == 0 && text[0] == '(') length = commentLength(text);
+    if (length > 0) {
+      touches = false;
+      text.remove_prefix(length);
+      continue;
+    }
+    Token token{Token::Kind::Sign, text.substr(0, 1), touches};
+    length = 1;
+    if (text.starts_with(kMinus)) {
+      token.text = "-";
+      length = kMinus.size();
+    } else if (isDigit(text[0]) || isWordByte(text[0])) {
+      const bool isNumber = isDigit(text[0]);
+      token.kind = isNumber ? Token::Kind::Number : Token::Kind::Word;
+      const auto belongs = [&](std::size_t at) {
+        return isNumber ? isDigit(text[at]) : isWordByte(text[at]) && blankLength(text.substr(at)) == 0;
+      };
+      while (length < text.size() && belongs(length)) ++length;
+      token.text = text.substr(0, length);
+    }
+    tokens.push_back(token);
+    touches = true;
+    text.remove_prefix(length);
+  }
+  return tokens;
+}
+
+// Of at most nine digits.
+int valueOf(std::string_view digits) {
+  int value = 0;
+  for (char c : digits) value = value * 10 + (c - '0');
+  return value;
+}
+
+// The fraction's digits as microseconds; what is finer is cut off.
+int microsecondsOf(std::string_view digits) {
+  int value = 0;
+  for (std::size_t i = 0; i < 6; ++i) value = value * 10 + (i < digits.size() ? digits[i] - '0' : 0);
+  return value;
+}
+
+int yearOf(std::string_view digits) {
+  const int year = valueOf(digits);
+  if (digits.size() == 2) return year < 50 ? 2000 + year : 1900 + year;
+  return digits.size() == 3 ? 1900 + year : year;
+}
+
+std::optional<int> monthNamed(std::string_view word) {
+  for (std::size_t i = 0; i < kMonths.size(); ++i) {
+    if (abbreviates(word, kMonths[i], 3)) return static_cast<int>(i) + 1;
+  }
+  return std::nullopt;
+}
+
+// The instant at which clocks in the zone show the time. Of one that comes twice it is the first; one that is
+// left out is read as if the clocks had not been changed yet.
+std::int64_t instantOfLocal(std::int64_t local, const TimeZone& zone) {
+  const std::int64_t before = local - zone.secondsFromUTC(Date::fromSeconds(local - kSecondsPerDay));
+  const std::int64_t after = local - zone.secondsFromUTC(Date::fromSeconds(local + kSecondsPerDay));
+  const auto shows = [&](std::int64_t instant) {
+    return instant + zone.secondsFromUTC(Date::fromSeconds(instant)) == local;
+  };
+  return shows(before) || !shows(after) ? before : after;
+}
+
+int daysInMonth(int year, int month) {
+  return static_cast<int>(daysFromCivil({year, month + 1, 1}) - daysFromCivil({year, month, 1}));
+}
+
+// Takes the tokens one after the other for what they can be where they stand. A field is set by the first
+// token that fits it; what fits nothing is passed over.
+class Reader {
+ public:
+  explicit Reader(std::string_view text) : tokens_(tokensOf(text)) {}
+
+  std::optional<Date> read(const TimeZone& zone) {
+    std::size_t at = 0;
+    while (at < tokens_.size()) at += std::max<std::size_t>(take(at), 1);
+    if (!hasDate() || !isInCalendar()) return std::nullopt;
+    const std::int64_t local = daysFromCivil({*year_, *month_, *day_}) * kSecondsPerDay +
+                               hourOfDay() * 3'600 + minute_ * 60 + second_;
+    const std::int64_t instant = offset_ ? local - *offset_ : instantOfLocal(local, zone);
+    return Date{Date::fromSeconds(instant).microseconds + microseconds_};
+  }
+
+ private:
+  // Whether the token there stands right behind the one before, and is such a sign or number.
+  bool joins(std::size_t at, char sign) const {
+    return at < tokens_.size() && tokens_[at].touchesPrevious && tokens_[at].isSign(sign);
+  }
+  bool joins(std::size_t at, std::size_t leastDigits, std::size_t mostDigits) const {
+    return at < tokens_.size() && tokens_[at].touchesPrevious &&
+           tokens_[at].isNumber(leastDigits, mostDigits);
+  }
+  bool isWordAt(std::size_t at, std::string_view name) const {
+    return at < tokens_.size() && tokens_[at].kind == Token::Kind::Word && isWord(tokens_[at].text, name);
+  }
+  int value(std::size_t at) const { return valueOf(tokens_[at].text); }
+  bool hasDate() const { return day_ && month_ && year_; }
+
+  bool isInCalendar() const {
+    const bool endsDay = hour_ == 24 && minute_ == 0 && second_ == 0 && microseconds_ == 0;
+    return *month_ >= 1 && *month_ <= 12 && *day_ >= 1 && *day_ <= daysInMonth(*year_, *month_) &&
+           (hour_.value_or(0) < 24 || endsDay) && minute_ < 60 && second_ <= 60;
+  }
+
+  int hourOfDay() const {
+    const int hour = hour_.value_or(0);
+    return isAfternoon_ && hour <= 12 ? hour % 12 + (*isAfternoon_ ? 12 : 0) : hour;
+  }
+
+  // Answers how many tokens it understood; 0 when it passes one over.
+  std::size_t take(std::size_t at) {
+    if (tokens_[at].kind == Token::Kind::Word) return takeWord(at);
+    if (tokens_[at].kind == Token::Kind::Sign) return takeOffset(at);
+    std::size_t taken = takeNumericDate(at);
+    if (taken == 0) taken = takeClock(at);
+    if (taken == 0) taken = takeCompact(at);
+    if (taken == 0) takeNumber(at);
+    return taken;
+  }
+
+  // "2009-03-03", "3/3/2009", "03.03.09".
+  std::size_t takeNumericDate(std::size_t at) {
+    const bool yearFirst = tokens_[at].isNumber(4, 4);
+    if (!yearFirst && !tokens_[at].isNumber(1, 2)) return 0;
+    if (at + 1 >= tokens_.size()) return 0;
+    const char sign = tokens_[at + 1].text[0];
+    if (sign != '-' && sign != '/' && sign != '.' && (sign != ':' || !yearFirst)) return 0;
+    if (!joins(at + 1, sign) || !joins(at + 2, 1, 2) || !joins(at + 3, sign)) return 0;
+    if (yearFirst ? !joins(at + 4, 1, 2) : !joins(at + 4, 2, 4)) return 0;
+    if (day_ || month_ || year_) return 5;
+    // Dots are written where the day comes first.
+    const bool dayFirst = !yearFirst && (value(at) > 12 || (sign == '.' && value(at + 2) <= 12));
+    const std::size_t first = yearFirst ? at + 2 : at;
+    year_ = yearOf(tokens_[yearFirst ? at : at + 4].text);
+    month_ = value(dayFirst ? first + 2 : first);
+    day_ = value(dayFirst ? first : first + 2);
+    return 5;
+  }
+
+  // "18:05", "6:05:09.5", and the 6 of "6 PM".
+  std::size_t takeClock(std::size_t at) {
+    if (!tokens_[at].isNumber(1, 2)) return 0;
+    if (!joins(at + 1, ':') || !joins(at + 2, 1, 2)) {
+      return meridiemLength(at + 1) > 0 ? setClock(at, at + 1, value(at), 0, 0) : 0;
+    }
+    if (!joins(at + 3, ':') || !joins(at + 4, 1, 2)) {
+      return setClock(at, at + 3, value(at), value(at + 2), 0);
+    }
+    return setClock(at, at + 5, value(at), value(at + 2), value(at + 4));
+  }
+
+  // "20090303", "20090303180509", and "180509", "1805" or "18" behind a "T" or a date.
+  std::size_t takeCompact(std::size_t at) {
+    const std::string_view digits = tokens_[at].text;
+    const auto part = [digits](std::size_t from) {
+      return from < digits.size() ? valueOf(digits.substr(from, 2)) : 0;
+    };
+    const bool isEven = digits.size() % 2 == 0;
+    const bool behindT = at > 0 && tokens_[at].touchesPrevious && isWordAt(at - 1, "t");
+    if (isEven && digits.size() <= 6 && (behindT || (hasDate() && !hour_ && digits.size() == 6))) {
+      return setClock(at, at + 1, part(0), part(2), part(4));
+    }
+    if (digits.size() != 8 && digits.size() != 12 && digits.size() != 14) return 0;
+    const bool isAlone = std::count_if(tokens_.begin(), tokens_.end(), [](const Token& token) {
+                           return token.kind != Token::Kind::Sign;
+                         }) == 1;
+    if (isAlone || day_ || month_ || year_) return 0;
+    year_ = valueOf(digits.substr(0, 4));
+    month_ = part(4);
+    day_ = part(6);
+    return digits.size() > 8 ? setClock(at, at + 1, part(8), part(10), part(12)) : 1;
+  }
+
+  // The time of day in the tokens from `at` to `end`; a fraction of a second and the half of the day may
+  // follow.
+  std::size_t setClock(std::size_t at, std::size_t end, int hour, int minute, int second) {
+    const bool hasFraction = (joins(end, '.') || joins(end, ',')) && joins(end + 1, 1, std::string::npos);
+    const std::size_t behind = hasFraction ? end + 2 : end;
+    const std::size_t meridiem = meridiemLength(behind);
+    if (!hour_) {
+      hour_ = hour;
+      minute_ = minute;
+      second_ = second;
+      if (hasFraction) microseconds_ = microsecondsOf(tokens_[end + 1].text);
+      if (meridiem > 0) isAfternoon_ = lowerCased(tokens_[behind].text[0]) == 'p';
+      clockEnd_ = behind + meridiem;
+    }
+    return behind + meridiem - at;
+  }
+
+  // How many tokens "AM" or "p.m." are there; 0 for anything else.
+  std::size_t meridiemLength(std::size_t at) const {
+    if (isWordAt(at, "am") || isWordAt(at, "pm")) return 1;
+    const bool isSpelt = (isWordAt(at, "a") || isWordAt(at, "p")) && joins(at + 1, '.');
+    return isSpelt && isWordAt(at + 2, "m") && tokens_[at + 2].touchesPrevious ? 3 : 0;
+  }
+
+  void takeNumber(std::size_t at) {
+    const Token& number = tokens_[at];
+    if (number.isNumber(1, 2) && !day_) {
+      day_ = value(at);
+    } else if (number.isNumber(2, 4) && !year_) {
+      year_ = yearOf(number.text);
+    }
+  }
+
+  // Left alone are weekdays, which the date decides, and words like "of" and "at".
+  std::size_t takeWord(std::size_t at) {
+    const std::string_view word = tokens_[at].text;
+    if (const std::optional<int> month = monthNamed(word)) {
+      if (!month_) month_ = month;
+      return 1;
+    }
+    const auto* zone = std::find_if(kZones.begin(), kZones.end(),
+                                    [word](const ZoneName& known) { return isWord(word, known.name); });
+    if (zone != kZones.end()) {
+      if (!offset_) offset_ = zone->hours * 3'600;
+    } else if (word.size() == 1 && at == clockEnd_ && word[0] >= 'A' && word[0] <= 'Z' && word[0] != 'J') {
+      // The military letters were once defined with the wrong sign, so that none says more than this.
+      if (!offset_) offset_ = 0;
+    }
+    return 1;
+  }
+
+  // "+0200", "-08:00", "+2".
+  std::size_t takeOffset(std::size_t at) {
+    if ((!tokens_[at].isSign('-') && !tokens_[at].isSign('+')) || !joins(at + 1, 1, 4)) return 0;
+    // "3-Mar-09"
+    if (at > 0 && tokens_[at].touchesPrevious && monthNamed(tokens_[at - 1].text)) return 0;
+    const std::string_view digits = tokens_[at + 1].text;
+    const bool hasColon = digits.size() <= 2 && joins(at + 2, ':') && joins(at + 3, 2, 2);
+    // Behind a date alone much else may begin with a sign.
+    const bool isBehindDate =
+        hasDate() && (hasColon ? tokens_[at].touchesPrevious : digits.size() == 4 && !joins(at + 2, ':'));
+    if (!hour_ && !isBehindDate) return 0;
+    const std::size_t hourDigits = digits.size() <= 2 ? digits.size() : digits.size() - 2;
+    const int hours = valueOf(digits.substr(0, hourDigits));
+    const int minutes = hasColon ? value(at + 3) : valueOf(digits.substr(hourDigits));
+    if (hours > kMostOffsetHours || minutes > 59) return 0;
+    const int seconds = hours * 3'600 + minutes * 60;
+    // A name before it is what it counts from: "GMT+0200".
+    if (!hasNumericOffset_) offset_ = tokens_[at].isSign('-') ? -seconds : seconds;
+    hasNumericOffset_ = true;
+    return hasColon ? 4 : 2;
+  }
+
+  std::vector<Token> tokens_;
+  std::optional<int> year_, month_, day_, hour_;
+  int minute_ = 0, second_ = 0, microseconds_ = 0;
+  std::optional<bool> isAfternoon_;
+  std::optional<int> offset_;  // of the local time from UTC, in seconds
+  bool hasNumericOffset_ = false;
+  std::optional<std::size_t> clockEnd_;
+};
+
+}  // namespace
+
+std::optional<Date> dateWithNaturalLanguageString(std::string_view text, const TimeZone& zone) {
+  return Reader(text).read(zone);
+}
+
+}  // namespace clipwave
