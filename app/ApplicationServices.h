@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/appkit/Application.h"
+#include "platform/appkit/Dragging.h"
 #include "platform/appkit/InterfaceLoader.h"
 #include "platform/appkit/Workspace.h"
 #include "platform/foundation/Bundle.h"
@@ -34,8 +35,8 @@ struct ApplicationServices {
   AliasManager& aliases;
   Workspace& workspace;
   InterfaceLoader& interfaces;
-  // None in a process that never loads from the network.
-  URLLoading* urls = nullptr;
+  URLLoading& urls;
+  Pasteboard& generalPasteboard;
 };
 
 }  // namespace clipwave

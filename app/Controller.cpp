@@ -6,14 +6,6 @@ namespace clipwave {
 
 namespace {
 
-FeedMappings mappingsFromResource(const Bundle& bundle, std::string_view name) {
-  FeedMappings mappings;
-  for (const auto& [element, attribute] : bundle.dictionaryForResource(name)) {
-    if (attribute.isString()) mappings[element] = std::string(attribute.stringValue());
-  }
-  return mappings;
-}
-
 // The entry may be one text or a list of them; feeds carry one.
 std::string mimeType(const Dictionary& documentType) {
   const auto entry = documentType.find("CFBundleTypeMIMETypes");
@@ -41,6 +33,12 @@ Controller::Controller(const ApplicationServices& services, lanternAppDelegate& 
                   feedPreparation_,
                   {interface.mainWindow, interface.publishButton, interface.copyStatus,
                    interface.copyStatusTextField, interface.statusWindow, interface.statusTextView}),
+      subscriptionHandOff_({services.application, services.files, services.log, services.workspace,
+                            interface.channelController, services.generalPasteboard, feedPreparation_}),
+      feedImport_({services.application, services.log, services.urls, interface.channelController,
+                   interface.vodcastController, interface.imageController, languageDataSource_,
+                   channelMappings_, vodcastMappings_},
+                  {interface.mainWindow, interface.rssFeedWindow, interface.rssURLBox}),
       episodeListEditing_(
           {services.application, services.files, services.workspace, services.defaults, types_},
           {interface.mainWindow, interface.vcastTableView, interface.channelTableView, interface.previewPane,
@@ -113,8 +111,8 @@ void Controller::observeChannelSelection() {
 }
 
 void Controller::loadMappings() {
-  vodcastMappings_ = mappingsFromResource(services_.bundle, "vcmappings");
-  channelMappings_ = mappingsFromResource(services_.bundle, "channelmappings");
+  vodcastMappings_ = feedMappingsFromResource(services_.bundle, "vcmappings");
+  channelMappings_ = feedMappingsFromResource(services_.bundle, "channelmappings");
 }
 
 void Controller::registerForDrags() {
@@ -128,10 +126,10 @@ void Controller::setSortOrders() {
 }
 
 void Controller::startUpdateCheck() {
-  if (services_.urls == nullptr || !services_.defaults.boolean("shouldCheckForUpdate")) return;
+  if (!services_.defaults.boolean("shouldCheckForUpdate")) return;
   updateCheck_ = std::make_unique<UpdateCheck>(
       UpdateCheck::Services{services_.application, services_.workspace, services_.bundle, services_.log,
-                            *services_.urls, interface_.mainWindow});
+                            services_.urls, interface_.mainWindow});
   updateCheck_->start(services_.defaults.string("updateURL"));
 }
 

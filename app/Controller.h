@@ -18,6 +18,7 @@
 #include "publish/FeedImport.h"
 #include "publish/FeedPreparation.h"
 #include "publish/PublishRun.h"
+#include "publish/SubscriptionHandOff.h"
 #include "transfer/CopyFilesLocally.h"
 #include "ui/EpisodeListEditing.h"
 #include "ui/WindowLayout.h"
@@ -61,6 +62,8 @@ class Controller {
   MainInterface& interface() { return interface_; }
   FeedPreparation& feedPreparation() { return feedPreparation_; }
   PublishRun& publishRun() { return publishRun_; }
+  SubscriptionHandOff& subscriptionHandOff() { return subscriptionHandOff_; }
+  FeedImport& feedImport() { return feedImport_; }
   EpisodeListEditing& episodeListEditing() { return episodeListEditing_; }
   WindowLayout& windowLayout() { return windowLayout_; }
   const LanguageDataSource& languageDataSource() const { return languageDataSource_; }
@@ -98,6 +101,8 @@ class Controller {
   std::vector<std::shared_ptr<CopyFilesLocally>> localBackEnds_;  // of the last publish run
   FeedPreparation feedPreparation_;
   PublishRun publishRun_;
+  SubscriptionHandOff subscriptionHandOff_;
+  FeedImport feedImport_;
   EpisodeListEditing episodeListEditing_;
   WindowLayout windowLayout_;
   std::unique_ptr<UpdateCheck> updateCheck_;

@@ -19,6 +19,7 @@ class RealPlatform {
   Application& application() { return application_; }
   FileManager& files() { return *files_; }
   UserDefaultsController& defaults() { return *defaults_; }
+  Pasteboard& generalPasteboard() { return generalPasteboard_; }
 
  private:
   RunLoop& runLoop_;
@@ -34,6 +35,8 @@ class RealPlatform {
   std::unique_ptr<MovieOpener> movies_;
   std::unique_ptr<AliasManager> aliases_;
   std::unique_ptr<Workspace> workspace_;
+  std::unique_ptr<URLLoading> urls_;
+  Pasteboard generalPasteboard_;
 };
 
 }  // namespace clipwave

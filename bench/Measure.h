@@ -39,21 +39,27 @@ struct Comparison {
 };
 
 // Runs the two in turn, `rounds` times after one round that is not counted, so that a machine that drifts
-// drifts under both.
-inline Comparison compare(int rounds, const std::function<void()>& ours,
-                          const std::function<void()>& reference) {
+// drifts under both. Each answers the seconds that count.
+inline Comparison compareSeconds(int rounds, const std::function<double()>& ours,
+                                 const std::function<double()>& reference) {
   std::vector<double> a;
   std::vector<double> b;
   std::vector<double> ratios;
   for (int round = 0; round <= rounds; ++round) {
-    const double first = secondsOf(ours);
-    const double second = secondsOf(reference);
+    const double first = ours();
+    const double second = reference();
     if (round == 0) continue;
     a.push_back(first);
     b.push_back(second);
     ratios.push_back(first / second);
   }
   return {median(a), median(b), median(ratios)};
+}
+
+inline Comparison compare(int rounds, const std::function<void()>& ours,
+                          const std::function<void()>& reference) {
+  return compareSeconds(
+      rounds, [&] { return secondsOf(ours); }, [&] { return secondsOf(reference); });
 }
 
 inline void report(const std::string& what, const std::string& reference, const Comparison& c,

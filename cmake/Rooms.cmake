@@ -30,6 +30,11 @@ if(CLIPWAVE_COVERAGE)
   target_link_options(clipwave_common INTERFACE --coverage)
 endif()
 
+if(CLIPWAVE_FUZZ)
+  # Every room tells the fuzzer which way an input took.
+  target_compile_options(clipwave_common INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # clipwave_room(NAME [ROOMS other rooms it may include] [LIBRARIES third-party libraries of its own .cpp files])
 # makes the library clipwave_NAME from every .cpp of the current folder.
 function(clipwave_room name)

@@ -33,14 +33,22 @@ const std::vector<Command>& commandTable() {
        "all of the values are set or none.\n",
        2, true, runSet},
       {"feed", "CHANNEL", "Write a channel's feed to standard output", "Never saves.\n", 1, true, runFeed},
-      {"publish", "[--replace|--keep]", "Publish every channel marked for it",
+      {"publish", "[--replace|--keep] [--subscribe]", "Publish every channel marked for it",
        "Prints the subscription links of the channels published. Files that exist at the destination: "
        "--replace\n"
        "replaces them, --keep keeps them but for the feeds; without either they are replaced when the "
        "default\n"
        "noConfirm is 1, else asked about on a terminal, and elsewhere the run ends. An interrupt cancels the "
-       "run.\n",
+       "run.\n"
+       "--subscribe has the podcast client on this machine subscribe to what was published.\n",
        0, true, runPublish},
+      {"import", "FILE|URL", "Add a channel from an existing feed",
+       "An episode for each item of the feed; the movies stay where they are. Importing a feed again makes "
+       "another\n"
+       "channel. Prints the new channel's title.\n",
+       1, true, runImport},
+      {"message", "[CHANNEL...]", "Write an invitation with the channels' subscription links",
+       "The channels named, or all of them. Never saves.\n", 0, true, runMessage},
       {"defaults", "[KEY[=VALUE]...]", "Show or set the user defaults",
        "Without arguments all of them. KEY= goes back to the initial value; booleans are 0 and 1.\n", 0,
        false, runDefaults},

@@ -38,6 +38,8 @@ ExitStatus runOpen(Companion& companion, const CommandLine& arguments);
 ExitStatus runAdd(Companion& companion, const CommandLine& arguments);
 ExitStatus runSet(Companion& companion, const CommandLine& arguments);
 ExitStatus runPublish(Companion& companion, const CommandLine& arguments);
+ExitStatus runImport(Companion& companion, const CommandLine& arguments);
+ExitStatus runMessage(Companion& companion, const CommandLine& arguments);
 ExitStatus runDefaults(Companion& companion, const CommandLine& arguments);
 
 }  // namespace clipwave

@@ -32,6 +32,7 @@ class Companion {
   RunLoop& runLoop() { return *runLoop_; }
   UserDefaultsController& defaults() { return platform_->defaults(); }
   FileManager& files() { return platform_->files(); }
+  Pasteboard& pasteboard() { return platform_->generalPasteboard(); }
   Controller& controller() { return program_->controller(); }
   lanternAppDelegate& delegate() { return program_->delegate(); }
   MainInterface& interface() { return program_->interface(); }

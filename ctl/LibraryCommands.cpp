@@ -1,11 +1,10 @@
-// The commands that only read the library: channels, show, feed.
+// The commands that only read the library: channels, show.
 #include <iostream>
 
 #include "ctl/Commands.h"
 #include "ctl/RecordLookup.h"
 #include "ctl/RecordText.h"
 #include "platform/foundation/JSON.h"
-#include "publish/FeedDocument.h"
 
 namespace clipwave {
 
@@ -69,16 +68,6 @@ ExitStatus runShow(Companion& companion, const CommandLine& arguments) {
   Array dictionaries;
   for (ManagedObject* channel : channels) dictionaries.push_back(recordDictionary(*channel));
   std::cout << JSONFromValue(Dictionary{{"channels", std::move(dictionaries)}}) << '\n';
-  return companion.finishWithoutSaving();
-}
-
-ExitStatus runFeed(Companion& companion, const CommandLine& arguments) {
-  if (arguments.size() != 1) return usageError("feed takes one channel.");
-  const auto channel = findChannel(companion.controller().channelController(), arguments.front());
-  if (!channel) return failure(channel.error());
-  const XMLDocument feed =
-      makeFeedDocument(**channel, sortedEpisodes(**channel), companion.controller().feedTables());
-  std::cout << feed.prettyPrinted();
   return companion.finishWithoutSaving();
 }
 

@@ -91,30 +91,48 @@ class Interrupts {
   std::unique_ptr<DescriptorWatch> watch_;
 };
 
-std::optional<Existing> existingFromArguments(const CommandLine& arguments) {
-  std::optional<Existing> existing;
+struct PublishOptions {
+  Existing existing = Existing::Ask;
+  bool subscribe = false;
+};
+
+std::optional<PublishOptions> optionsFromArguments(const CommandLine& arguments) {
+  PublishOptions options;
   for (const std::string& argument : arguments) {
+    if (argument == "--subscribe") {
+      options.subscribe = true;
+      continue;
+    }
     if (argument != "--replace" && argument != "--keep") {
       usageError("publish has no option " + argument + ".");
       return std::nullopt;
     }
     const Existing wanted = argument == "--replace" ? Existing::Replace : Existing::Keep;
-    if (existing && *existing != wanted) {
+    if (options.existing != Existing::Ask && options.existing != wanted) {
       usageError("Say --replace or --keep, not both.");
       return std::nullopt;
     }
-    existing = wanted;
+    options.existing = wanted;
   }
-  return existing.value_or(Existing::Ask);
+  return options;
+}
+
+// Hands what was published to the podcast client; false after the troubles were reported.
+bool subscribe(Companion& companion) {
+  SubscriptionHandOff& handOff = companion.controller().subscriptionHandOff();
+  handOff.openInItunes();
+  for (const std::string& trouble : handOff.troubles()) printError("clipwavectl", trouble);
+  return handOff.troubles().empty();
 }
 
 }  // namespace
 
 ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
-  const std::optional<Existing> existing = existingFromArguments(arguments);
-  if (!existing) return kUsage;
-  if (*existing != Existing::Ask)
-    companion.defaults().setArgumentValues({{"noConfirm", *existing == Existing::Replace}});
+  const std::optional<PublishOptions> options = optionsFromArguments(arguments);
+  if (!options) return kUsage;
+  const Existing existing = options->existing;
+  if (existing != Existing::Ask)
+    companion.defaults().setArgumentValues({{"noConfirm", existing == Existing::Replace}});
 
   PublishRun& run = companion.controller().publishRun();
   std::optional<PublishOutcome> outcome;
@@ -132,7 +150,7 @@ ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
     if (run.isCopying()) run.save();
   });
   companion.shell().setAnswerer([&](Alert& alert) {
-    return answerForExistingFile(companion, alert, *existing, interrupts.descriptor());
+    return answerForExistingFile(companion, alert, existing, interrupts.descriptor());
   });
   companion.interface().publishButton.performClick();
   if (!outcome) companion.runLoop().run();
@@ -148,7 +166,8 @@ ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
   if (*outcome != PublishOutcome::Done) return kFailed;
   // Only now: a reader that has gone away ends the process, and what was sent is to be on record by then.
   std::cout << companion.interface().statusTextView.string();
-  return troubles.empty() ? status : kFailed;
+  const bool handedOff = !options->subscribe || subscribe(companion);
+  return troubles.empty() && handedOff ? status : kFailed;
 }
 
 }  // namespace clipwave

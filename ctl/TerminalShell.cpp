@@ -10,7 +10,8 @@
 namespace clipwave {
 
 void printError(const std::string& title, const std::string& message) {
-  std::cerr << (title.empty() ? std::string("Error") : title) << ": " << message << '\n';
+  std::cerr << (title.empty() ? std::string("Error") : title) << (message.empty() ? "" : ": ") << message
+            << '\n';
 }
 
 Alert::Answer TerminalShell::runAlert(Alert& alert) {

@@ -11,6 +11,7 @@
 #include "platform/appkit/Application.h"
 #include "platform/appkit/ArrayController.h"
 #include "platform/appkit/Controls.h"
+#include "platform/foundation/Bundle.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/URLLoading.h"
 #include "platform/foundation/XMLDocument.h"
@@ -19,6 +20,8 @@ namespace clipwave {
 
 // Feed element name, prefix included, to the key of a text attribute.
 using FeedMappings = std::map<std::string, std::string, std::less<>>;
+// The table that the resource holds; empty when it is missing.
+FeedMappings feedMappingsFromResource(const Bundle& bundle, std::string_view name);
 
 class FeedImport {
  public:

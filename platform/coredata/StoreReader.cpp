@@ -17,10 +17,13 @@
 namespace clipwave {
 namespace {
 
-// Texts lie in their element's own node, which halves the tree; text of nothing but blanks counts; attribute
-// values stay as they are.
-constexpr unsigned kParseOptions = pugi::parse_embed_pcdata | pugi::parse_ws_pcdata_single |
-                                   pugi::parse_escapes | pugi::parse_eol | pugi::parse_cdata;
+// Texts lie in their element's own node, which halves the tree; text of nothing but blanks counts, since it
+// may part the words of something unknown; attribute values stay as they are.
+constexpr unsigned kParseOptions = pugi::parse_embed_pcdata | pugi::parse_ws_pcdata | pugi::parse_escapes |
+                                   pugi::parse_eol | pugi::parse_cdata;
+
+// No library ever gave so many ids; one that says so would soon run out of them.
+constexpr std::int64_t kMostRecords = std::int64_t{1} << 62;
 
 struct StringWriter final : pugi::xml_writer {
   explicit StringWriter(std::string& text) : out(text) {}
@@ -104,18 +107,19 @@ class StoreReader {
   bool readLibrary(pugi::xml_node& root) {
     const auto next = storetext::parseInteger(root.attribute("next").value());
     if (!next || *next < 1) return fail("It is damaged: its next id is missing.");
+    if (*next > kMostRecords) return fail("It is damaged: there is no id left for a new record.");
     content_.nextObjectID = *next;
     for (const pugi::xml_attribute& attribute : root.attributes()) {
       const std::string_view name = attribute.name();
       if (name != "version" && name != "next")
         storetext::appendAttribute(content_.unknown.attributes, name, attribute.value());
     }
-    if (hasText(root)) return fail("It is damaged: there is text between its records.");
+    if (!isBlank(root)) return fail("It is damaged: there is text between its records.");
     for (pugi::xml_node element = root.first_child(); element;) {
       const pugi::xml_node following = element.next_sibling();
-      if (element.type() != pugi::node_element)
-        return fail("It is damaged: there is text between its records.");
-      if (const EntityDescription* const entity = entityNamed(element.name())) {
+      if (element.type() != pugi::node_element) {
+        if (!isBlank(element)) return fail("It is damaged: there is text between its records.");
+      } else if (const EntityDescription* const entity = entityNamed(element.name())) {
         if (!readRecord(element, *entity)) return false;
         // The tree shrinks as the records grow. What this version does not know may be nested so deeply that
         // taking it down, which is recursive, would exhaust the stack.
@@ -129,9 +133,9 @@ class StoreReader {
     return true;
   }
 
-  // Text of an element that may hold elements only; blanks between those were not taken up.
-  static bool hasText(const pugi::xml_node& element) {
-    return std::string_view(element.value()).find_first_not_of(" \t\n") != std::string_view::npos;
+  // Whether there is nothing to lose in the text of this node: in an element, that ahead of its children.
+  static bool isBlank(const pugi::xml_node& node) {
+    return std::string_view(node.value()).find_first_not_of(" \t\n") == std::string_view::npos;
   }
 
   static void keep(const pugi::xml_node& element, std::string& out) {
@@ -161,10 +165,13 @@ class StoreReader {
     if (object->objectID_ < 1 || object->objectID_ >= content_.nextObjectID)
       return fail("It is damaged: a " + entity.name() + " has no id or one that was never given.");
     byID_.emplace_back(object->objectID_, object.get());
-    if (hasText(element)) return failIn(*object, "holds text beside its values");
+    if (!isBlank(element)) return failIn(*object, "holds text beside its values");
     std::size_t expected = 0;
     for (const pugi::xml_node& child : element.children()) {
-      if (child.type() != pugi::node_element) return failIn(*object, "holds text beside its values");
+      if (child.type() != pugi::node_element) {
+        if (!isBlank(child)) return failIn(*object, "holds text beside its values");
+        continue;
+      }
       const int index = indexOf(entity, child.name(), expected);
       if (index < 0) {
         keep(child, unknownOf(*object).elements);

@@ -172,7 +172,9 @@ class Reader {
     const std::int64_t local = daysFromCivil({*year_, *month_, *day_}) * kSecondsPerDay +
                                hourOfDay() * 3'600 + minute_ * 60 + second_;
     const std::int64_t instant = offset_ ? local - *offset_ : instantOfLocal(local, zone);
-    return Date{Date::fromSeconds(instant).microseconds + microseconds_};
+    const Date date{Date::fromSeconds(instant).microseconds + microseconds_};
+    // The zone may lead out of the years that can be written.
+    return hasFourDigitYear(date) ? std::optional(date) : std::nullopt;
   }
 
  private:

@@ -287,6 +287,11 @@ std::string formatCalendarDate(Date date, std::string_view format, const TimeZon
   return text;
 }
 
+bool hasFourDigitYear(Date date) {
+  const std::int64_t year = fieldsOf(date, 0).year;
+  return year >= 0 && year <= 9999;
+}
+
 std::string iso8601(Date date) {
   return formatCalendarDate(date, "%Y-%m-%dT%H:%M:%SZ", TimeZone::utc());
 }
@@ -312,7 +317,9 @@ std::optional<Date> dateFromISO8601(std::string_view text) {
     seconds -= scanner.offset();
   }
   if (scanner.failed() || !scanner.atEnd()) return std::nullopt;
-  return Date{Date::fromSeconds(seconds).microseconds + microseconds};
+  const Date date{Date::fromSeconds(seconds).microseconds + microseconds};
+  // An offset may lead out of the years that can be written.
+  return hasFourDigitYear(date) ? std::optional(date) : std::nullopt;
 }
 
 int calendarYear(Date date, const TimeZone& zone) {

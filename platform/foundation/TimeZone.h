@@ -35,10 +35,12 @@ class TimeZone {
 // zone's name) %%. Any other letter is written as it stands, with its %.
 std::string formatCalendarDate(Date date, std::string_view format, const TimeZone& zone);
 
+// Whether the date's year, in UTC, is one that readers of dates expect: 0 to 9999.
+bool hasFourDigitYear(Date date);
 // "2009-03-04T02:05:09Z"; whole seconds.
 std::string iso8601(Date date);
 // "2009-03-04T02:05:09Z", with an offset instead of Z, with a fraction, or without the time of day (midnight
-// UTC). Nothing for other text or a date that is in no calendar.
+// UTC). Nothing for other text, a date that is in no calendar, or one that has no four-digit year in UTC.
 std::optional<Date> dateFromISO8601(std::string_view text);
 // The calendar year of the date in the zone.
 int calendarYear(Date date, const TimeZone& zone);

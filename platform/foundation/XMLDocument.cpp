@@ -65,6 +65,12 @@ std::vector<XMLElement> XMLElement::elementsForName(std::string_view name) const
   return children(&name);
 }
 
+XMLElement XMLElement::firstElementForName(std::string_view name) const {
+  XMLNode* child = node_->firstChild;
+  while (child != nullptr && child->name != name) child = child->next;
+  return {tree_, child};
+}
+
 std::optional<std::string> XMLElement::attribute(std::string_view name) const {
   for (const XMLAttribute* attribute = node_->firstAttribute; attribute != nullptr;
        attribute = attribute->next) {

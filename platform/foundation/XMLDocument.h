@@ -37,6 +37,7 @@ class XMLElement {
   std::string ownText() const;
   std::vector<XMLElement> elements() const;  // child elements, in order
   std::vector<XMLElement> elementsForName(std::string_view name) const;
+  XMLElement firstElementForName(std::string_view name) const;  // false when there is none
   std::optional<std::string> attribute(std::string_view name) const;
   std::vector<std::pair<std::string, std::string>> attributes() const;
 

@@ -122,7 +122,8 @@ TEST_F(XMLStoreTest, DamageIsReportedAndTheFileLeftAlone) {
   const std::string good = "<library version=\"1.0\" next=\"9\"></library>";
   for (const std::string& content : std::vector<std::string>{
            "", good + good, good + "left over", good + std::string(1, '\0'), "junk" + good,
-           "<plist version=\"1.0\"/>", "<library next=\"9\"/>", "<library version=\"1\" next=\"9\"/>"})
+           "<plist version=\"1.0\"/>", "<library next=\"9\"/>", "<library version=\"1\" next=\"9\"/>",
+           "<library version=\"1.0\" next=\"9223372036854775807\"/>"})
     EXPECT_FALSE(openText(content).ok()) << content;
   EXPECT_TRUE(openText(good).ok());
 }
@@ -146,7 +147,7 @@ TEST_F(XMLStoreTest, WhatANewerMinorVersionAddedSurvives) {
   const std::string records =
       R"(<Channel id="2" colour="&lt;red&gt; &quot;&#10;"><vcTitle lang="de">A</vcTitle>)"
       R"(<rating scale="5">4 &amp; a &lt;half&gt;&#13;</rating><canEditURLs>1</canEditURLs></Channel>
-<Playlist id="9"><item of="2">x</item><empty/> </Playlist>
+<Playlist id="9"><item of="2">x<b>y</b> <b>z</b></item> <empty/> </Playlist>
 <Folder id="8">)" +
       deep + "</Folder>\n";
   ASSERT_TRUE(
@@ -159,14 +160,15 @@ TEST_F(XMLStoreTest, WhatANewerMinorVersionAddedSurvives) {
        {"<library version=\"1.7\" next=\"100\" mood=\"fine\">", "colour=\"&lt;red&gt; &quot;&#10;\"",
         "<vcTitle lang=\"de\">A</vcTitle>", "<vcURL>http://a/</vcURL>",
         "<rating scale=\"5\">4 &amp; a &lt;half&gt;&#13;</rating><canEditURLs>1</canEditURLs>",
-        "<Playlist id=\"9\"><item of=\"2\">x</item><empty", "<d/></d></d>"})
+        "<Playlist id=\"9\"><item of=\"2\">x<b>y</b> <b>z</b></item> <empty", "<d/></d></d>"})
     EXPECT_THAT(content.find(kept), Ne(std::string::npos)) << kept;
 }
 
 TEST_F(XMLStoreTest, ReadsWhatOtherProgramsMadeOfTheText) {
   ASSERT_TRUE(
       openText("\xEF\xBB\xBF<?xml version='1.0'?>\r\n<!-- mine -->\r\n<library next='9' version='1.0'>\r\n"
-               "  <Vodcast id='3'>\r\n    <parent>1</parent>\r\n    <vcTitle>a<![CDATA[ & b]]></vcTitle>\r\n"
+               "  <Vodcast id='3'>\r\n    <parent>1</parent>\r\n    <vcTitle>a<![CDATA[ &]]> "
+               "<![CDATA[b]]></vcTitle>\r\n"
                "  </Vodcast>\r\n  <Channel id='1'>\r\n  </Channel>\r\n</library>\r\n<!-- end -->\r\n")
           .ok());
   EXPECT_THAT(titles(context->objectWithID(1)->relatedObjects("children")), ElementsAre("a & b"));

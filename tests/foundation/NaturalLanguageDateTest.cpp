@@ -115,6 +115,8 @@ TEST(NaturalLanguageDate, TextThatNamesNoDayIsNone) {
                            "127.0.0.1",
                            "1.2.3",
                            "(Tue, 3 Mar 2009 18:05:09 -0800)",
+                           "31 Dec 9999 23:59:59 -0100",
+                           "1 Jan 0000 00:00 +0100",
                            "99999999T999999Z"})
     EXPECT_EQ(read(text), "nothing") << text;
 }

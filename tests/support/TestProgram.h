@@ -32,6 +32,7 @@ class TestProgram {
   FakeWorkspace workspace;
   StateOnlyInterfaceLoader interfaces;
   FakeURLLoading urls;
+  Pasteboard pasteboard;
 
   TestProgram() {
     writeResource("defaults", {{"defaultAuthor", "Nobody"}, {"defaultFilename", "show"}});
@@ -47,7 +48,7 @@ class TestProgram {
     bundle_.emplace(files, folder / "resources");
     program_ = std::make_unique<ClipwaveProgram>(
         ApplicationServices{application, clock, *loop, files, process, *bundle_, defaults, notifications, log,
-                            movies, *aliases, workspace, interfaces, &urls});
+                            movies, *aliases, workspace, interfaces, urls, pasteboard});
     return controller();
   }
   // The same, up to the end of its start-up.

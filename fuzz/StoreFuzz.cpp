@@ -1,0 +1,79 @@
+// Holds against any store file: it is refused with a reason, or what was loaded is saved so that it loads
+// as the same records; each value of theirs can be read, and deleting them all can be taken back.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "fuzz/MemoryLibrary.h"
+#include "fuzz/Records.h"
+
+namespace clipwave::fuzz {
+namespace {
+
+// Loads the file and writes it as it came. False when it is refused.
+bool writeAnew(MemoryLibrary& library) {
+  auto opened = library.open();
+  if (!opened) {
+    require(opened.error().localizedDescription.find(library.storePath) != std::string::npos,
+            "a refusal names the file", opened.error().localizedDescription);
+    return false;
+  }
+  const StoreContent content = (*opened)->takeContent();
+  require((*opened)->write(content).ok(), "what was loaded can be written");
+  opened->reset();
+
+  auto again = library.open();
+  require(again.ok(), "what was written can be loaded", library.storeText());
+  const StoreContent same = (*again)->takeContent();
+  require(storedValues(content.objects) == storedValues(same.objects), "the records are the same",
+          storedValues(content.objects) + storedValues(same.objects));
+  require(content.nextObjectID == same.nextObjectID, "the next record's id is the same", library.storeText());
+  const std::string written = library.storeText();
+  require((*again)->write(same).ok() && library.storeText() == written, "it is written in the same way again",
+          written + library.storeText());
+  return true;
+}
+
+void save(ManagedObjectContext& context) {
+  const Result<void> saved = context.save();
+  require(saved.ok(), "the library can be saved", saved ? "" : saved.error().localizedDescription);
+}
+
+// As the application works on it: what reading filled in is saved, and the last word is that of undo.
+void readDeleteAndUndo(MemoryLibrary& library) {
+  std::unique_ptr<ManagedObjectContext> context = library.openContext();
+  const std::string read = readValues(*context);
+  save(*context);
+  library.turn();
+  const std::string saved = library.storeText();
+
+  for (ManagedObject* record : allRecords(*context))
+    if (record->managedObjectContext() != nullptr) context->deleteObject(*record);
+  require(allRecords(*context).empty(), "every record can be deleted");
+  library.turn();
+  while (context->undoManager().canUndo()) context->undo();
+  require(readValues(*context) == read, "undo brings everything back", read + readValues(*context));
+  save(*context);
+  require(library.storeText() == saved, "undo leaves no trace in the file", saved + library.storeText());
+
+  context.reset();
+  context = library.openContext();
+  require(readValues(*context) == read, "what was read is still there after saving", read);
+  ManagedObject* image = context->insertNewObject(kImageEntity);
+  require(image != nullptr && context->objectWithID(image->objectID()) == image, "a new record finds room");
+  save(*context);
+}
+
+void loadSaveLoad(std::string_view text) {
+  MemoryLibrary library;
+  library.setStoreText(text);
+  if (writeAnew(library)) readDeleteAndUndo(library);
+}
+
+}  // namespace
+}  // namespace clipwave::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  clipwave::fuzz::loadSaveLoad({reinterpret_cast<const char*>(data), size});
+  return 0;
+}

@@ -1,0 +1,14 @@
+// Reading what a file URL names, without ever waiting for a pipe or device. Internal to this room.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "platform/foundation/URLLoading.h"
+
+namespace clipwave {
+
+// The content of the regular file that a URL with the scheme "file" names, up to `mostBytes`.
+Result<LoadedData> contentsOfFileURL(std::string_view url, FileManager& files, std::int64_t mostBytes);
+
+}  // namespace clipwave

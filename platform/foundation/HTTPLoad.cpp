@@ -1,0 +1,190 @@
+#include "platform/foundation/HTTPLoad.h"
+
+#include <curl/curl.h>
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+#include <new>
+
+#include "platform/foundation/CurlLoop.h"
+#include "platform/foundation/URLErrors.h"
+
+namespace clipwave {
+namespace {
+
+constexpr std::size_t kMostHeadBytes = std::size_t{256} << 10;  // of all responses of a load together
+constexpr long kMostRedirects = 10;
+constexpr std::size_t kLongestHost = 255;  // bytes; of a name in a sentence
+
+// libcurl takes 0 for no limit at all.
+long milliseconds(Seconds time) {
+  return static_cast<long>(std::clamp(time.count() * 1000, 1.0, double{std::numeric_limits<int>::max()}));
+}
+
+std::string lowerCase(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return lower;
+}
+
+std::string_view trimmed(std::string_view text, std::string_view what) {
+  text.remove_prefix(std::min(text.find_first_not_of(what), text.size()));
+  return text.substr(0, text.find_last_not_of(what) + 1);
+}
+
+// Where the parameter that begins at `start` ends: at the next ";" that no quotes enclose.
+std::size_t parameterEnd(std::string_view text, std::size_t start) {
+  bool isQuoted = false;
+  for (std::size_t i = start; i < text.size(); ++i) {
+    if (text[i] == '"') isQuoted = !isQuoted;
+    if (text[i] == ';' && !isQuoted) return i;
+  }
+  return text.size();
+}
+
+std::string charsetOfContentType(std::string_view type) {
+  for (std::size_t end = parameterEnd(type, 0); end < type.size();) {
+    const std::size_t start = end + 1;
+    end = parameterEnd(type, start);
+    const std::string_view parameter = type.substr(start, end - start);
+    const std::size_t equals = parameter.find('=');
+    if (equals == parameter.npos || lowerCase(trimmed(parameter.substr(0, equals), " \t")) != "charset")
+      continue;
+    return std::string(trimmed(parameter.substr(equals + 1), " \t\"'"));
+  }
+  return {};
+}
+
+std::string hostOf(const char* url) {
+  const std::unique_ptr<CURLU, void (*)(CURLU*)> parts(curl_url(), &curl_url_cleanup);
+  char* host = nullptr;
+  if (curl_url_set(parts.get(), CURLUPART_URL, url, 0) != CURLUE_OK ||
+      curl_url_get(parts.get(), CURLUPART_HOST, &host, 0) != CURLUE_OK)
+    return {};
+  std::string name = host;
+  curl_free(host);
+  return name.substr(0, kLongestHost);
+}
+
+}  // namespace
+
+std::string schemeOf(std::string_view url) {
+  return lowerCase(url.substr(0, url.find(':')));
+}
+
+bool isWebURL(std::string_view url) {
+  const std::string scheme = schemeOf(url);
+  if (scheme != "http" && scheme != "https") return false;
+  const std::string_view rest = url.substr(scheme.size());
+  return rest.starts_with("://") && rest.size() > 3 && std::string_view("/?#").find(rest[3]) == rest.npos;
+}
+
+HTTPLoad::HTTPLoad(std::string_view url, Purpose purpose, Seconds timeout, const URLLoadingOptions& options)
+    : url_(url), keepsBody_(purpose == Purpose::Data), mostBytes_(options.mostBytes) {
+  prepareCurl();
+  easy_ = curl_easy_init();
+  if (easy_ == nullptr) return;
+  curl_easy_setopt(easy_, CURLOPT_URL, url_.c_str());
+  curl_easy_setopt(easy_, CURLOPT_PROTOCOLS_STR, "http,https");
+  curl_easy_setopt(easy_, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+  curl_easy_setopt(easy_, CURLOPT_FOLLOWLOCATION, 1L);
+  curl_easy_setopt(easy_, CURLOPT_MAXREDIRS, kMostRedirects);
+  curl_easy_setopt(easy_, CURLOPT_FAILONERROR, 1L);
+  curl_easy_setopt(easy_, CURLOPT_ACCEPT_ENCODING, "");  // all that libcurl can unpack
+  curl_easy_setopt(easy_, CURLOPT_USERAGENT, options.userAgent.c_str());
+  curl_easy_setopt(easy_, CURLOPT_TIMEOUT_MS, milliseconds(timeout));
+  // A resolver that hangs is left to itself when the time is up.
+  curl_easy_setopt(easy_, CURLOPT_QUICK_EXIT, 1L);
+  curl_easy_setopt(easy_, CURLOPT_PREREQFUNCTION, &HTTPLoad::onRequest);
+  curl_easy_setopt(easy_, CURLOPT_PREREQDATA, this);
+  curl_easy_setopt(easy_, CURLOPT_HEADERFUNCTION, &HTTPLoad::onHead);
+  curl_easy_setopt(easy_, CURLOPT_HEADERDATA, this);
+  curl_easy_setopt(easy_, CURLOPT_WRITEFUNCTION, &HTTPLoad::onBody);
+  curl_easy_setopt(easy_, CURLOPT_WRITEDATA, this);
+  if (!options.certificateAuthorities.empty()) {
+    curl_easy_setopt(easy_, CURLOPT_CAINFO, options.certificateAuthorities.c_str());
+    curl_easy_setopt(easy_, CURLOPT_CAPATH, nullptr);
+  }
+  if (purpose == Purpose::Data) {
+    curl_slist* const first = curl_slist_append(nullptr, "Cache-Control: no-cache");
+    curl_slist_append(first, "Pragma: no-cache");
+    headers_ = first;
+    curl_easy_setopt(easy_, CURLOPT_HTTPHEADER, first);
+  }
+}
+
+HTTPLoad::~HTTPLoad() {
+  curl_easy_cleanup(easy_);
+  curl_slist_free_all(static_cast<curl_slist*>(headers_));
+}
+
+int HTTPLoad::perform() {
+  return easy_ != nullptr ? curl_easy_perform(easy_) : CURLE_FAILED_INIT;
+}
+
+int HTTPLoad::onRequest(void* self, char*, char*, int, int) {
+  static_cast<HTTPLoad*>(self)->stage_ = Stage::Asked;
+  return CURL_PREREQFUNC_OK;
+}
+
+std::size_t HTTPLoad::onHead(char* bytes, std::size_t size, std::size_t count, void* self) {
+  return static_cast<HTTPLoad*>(self)->takeHead({bytes, size * count}) ? size * count : 0;
+}
+
+bool HTTPLoad::takeHead(std::string_view line) {
+  if (line.starts_with("HTTP/")) stage_ = Stage::Head;
+  if (line == "\r\n" || line == "\n") stage_ = Stage::Body;
+  headSize_ += line.size();
+  return headSize_ <= kMostHeadBytes;
+}
+
+std::size_t HTTPLoad::onBody(char* bytes, std::size_t size, std::size_t count, void* self) {
+  return static_cast<HTTPLoad*>(self)->takeBody({bytes, size * count}) ? size * count : 0;
+}
+
+bool HTTPLoad::takeBody(std::string_view bytes) try {
+  bodySize_ += static_cast<std::int64_t>(bytes.size());
+  if (bodySize_ > mostBytes_) return false;
+  if (keepsBody_) body_ += bytes;
+  return true;
+} catch (const std::bad_alloc&) {
+  bodySize_ = std::numeric_limits<std::int64_t>::max();
+  return false;
+}
+
+// libcurl takes a connection that ends within the headers for a resource without a body.
+bool HTTPLoad::isWhole() const {
+  long status = 0;
+  curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &status);
+  return stage_ == Stage::Body && status >= 200;
+}
+
+Result<LoadedData> HTTPLoad::result(int curlCode) {
+  if (curlCode == CURLE_OK && isWhole()) return LoadedData{std::move(body_), charset()};
+  FailedTransfer failed{curlCode == CURLE_OK ? CURLE_PARTIAL_FILE : curlCode, 0, host(), false, false};
+  if (bodySize_ > mostBytes_) return tooLargeError(failed.host, mostBytes_);
+  curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &failed.status);
+  failed.isLedAstray = stage_ == Stage::Body;
+  failed.isWithinHead = stage_ == Stage::Head;
+  return transferError(failed);
+}
+
+std::string HTTPLoad::host() const {
+  const char* last = nullptr;
+  curl_easy_getinfo(easy_, CURLINFO_EFFECTIVE_URL, &last);
+  // A redirect may have led to where there are no hosts.
+  const std::string name = last != nullptr && isWebURL(last) ? hostOf(last) : std::string();
+  return name.empty() ? hostOf(url_.c_str()) : name;
+}
+
+std::string HTTPLoad::charset() const {
+  curl_header* header = nullptr;
+  // Of the last response: one that redirects may have named another.
+  if (curl_easy_header(easy_, "Content-Type", 0, CURLH_HEADER, -1, &header) != CURLHE_OK) return {};
+  return charsetOfContentType(header->value);
+}
+
+}  // namespace clipwave

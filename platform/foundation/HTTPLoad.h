@@ -1,0 +1,63 @@
+// One http or https URL that is loaded with libcurl: how the transfer is set up, what came, and what went
+// wrong. Internal to this room.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/foundation/URLLoading.h"
+
+namespace clipwave {
+
+// Owns its handle. Loads once, either by perform() or by whoever drives easy(). Stays where it is: libcurl
+// knows its address.
+class HTTPLoad {
+ public:
+  enum class Purpose {
+    Data,     // the resource as it is now, past all caches
+    Arrival,  // only that it comes whole: caches may serve, nothing is kept
+  };
+
+  HTTPLoad(std::string_view url, Purpose purpose, Seconds timeout, const URLLoadingOptions& options);
+  ~HTTPLoad();
+  HTTPLoad(const HTTPLoad&) = delete;
+  HTTPLoad& operator=(const HTTPLoad&) = delete;
+
+  void* easy() const { return easy_; }
+  // Blocks until the load has come to its end; answers its CURLcode.
+  int perform();
+  // What a load that ended with this CURLcode brought. To be asked once.
+  Result<LoadedData> result(int curlCode);
+
+ private:
+  // How far the answer to the last request has come.
+  enum class Stage { Asked, Head, Body };
+
+  static int onRequest(void* self, char*, char*, int, int);
+  static std::size_t onHead(char* bytes, std::size_t size, std::size_t count, void* self);
+  static std::size_t onBody(char* bytes, std::size_t size, std::size_t count, void* self);
+
+  bool takeHead(std::string_view line);
+  bool takeBody(std::string_view bytes);
+  bool isWhole() const;
+  std::string host() const;
+  std::string charset() const;
+
+  std::string url_;
+  bool keepsBody_;
+  std::int64_t mostBytes_;
+  void* easy_;
+  void* headers_ = nullptr;  // the list of those sent
+  std::string body_;
+  std::int64_t bodySize_ = 0;
+  Stage stage_ = Stage::Asked;
+  std::size_t headSize_ = 0;
+};
+
+// Whether the URL is one of the web: its scheme http or https, and a host behind it.
+bool isWebURL(std::string_view url);
+// What stands before the first colon, in lower case.
+std::string schemeOf(std::string_view url);
+
+}  // namespace clipwave

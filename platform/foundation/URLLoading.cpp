@@ -1,0 +1,103 @@
+#include "platform/foundation/URLLoading.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/foundation/CurlLoop.h"
+#include "platform/foundation/FileURLs.h"
+#include "platform/foundation/HTTPLoad.h"
+#include "platform/foundation/URLErrors.h"
+#include "platform/foundation/URLEscapes.h"
+
+namespace clipwave {
+namespace {
+
+constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+constexpr std::string_view kSchemeCharacters =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+-.";
+constexpr std::string_view kURLCharacters =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~:/?#[]@!$&'()*+,;=%";
+
+void tell(URLLoadClient& client, const std::string& url, const Result<LoadedData>& result) {
+  if (result) {
+    client.URLResourceDidFinishLoading(url);
+  } else {
+    client.URLResourceDidFailLoadingWithReason(url, result.error().localizedDescription);
+  }
+}
+
+class CurlURLLoading final : public URLLoading {
+ public:
+  CurlURLLoading(RunLoop& runLoop, FileManager& files, URLLoadingOptions options)
+      : runLoop_(runLoop), files_(files), options_(std::move(options)), curl_(runLoop) {}
+
+  Observation loadInBackground(std::string_view url, URLLoadClient& client) override;
+  Result<LoadedData> dataWithContentsOfURL(std::string_view url, Seconds timeout) override;
+
+ private:
+  Result<LoadedData> withoutNetwork(std::string_view url);
+  Observation callLater(std::function<void()> function);
+
+  RunLoop& runLoop_;
+  FileManager& files_;
+  URLLoadingOptions options_;
+  CurlLoop curl_;
+  std::shared_ptr<char> alive_ = std::make_shared<char>();  // what is called later looks whether it still is
+};
+
+Observation CurlURLLoading::loadInBackground(std::string_view url, URLLoadClient& client) {
+  if (!isURL(url) || !isWebURL(url)) {
+    return callLater([this, url = std::string(url), &client] { tell(client, url, withoutNetwork(url)); });
+  }
+  auto load =
+      std::make_shared<HTTPLoad>(url, HTTPLoad::Purpose::Arrival, options_.backgroundTimeout, options_);
+  return curl_.add(load, load->easy(), [load, url = std::string(url), &client](int code) {
+    tell(client, url, load->result(code));
+  });
+}
+
+Result<LoadedData> CurlURLLoading::dataWithContentsOfURL(std::string_view url, Seconds timeout) {
+  if (!isURL(url) || !isWebURL(url)) return withoutNetwork(url);
+  HTTPLoad load(url, HTTPLoad::Purpose::Data, timeout, options_);
+  return load.result(load.perform());
+}
+
+// Every text but the URLs of the web.
+Result<LoadedData> CurlURLLoading::withoutNetwork(std::string_view url) {
+  if (!isURL(url)) return badURLError();
+  const std::string scheme = schemeOf(url);
+  if (scheme == "file") return contentsOfFileURL(url, files_, options_.mostBytes);
+  // One of the web that got here lacks its host.
+  if (scheme == "http" || scheme == "https") return badURLError();
+  return unsupportedURLError(scheme);
+}
+
+Observation CurlURLLoading::callLater(std::function<void()> function) {
+  auto call = std::make_shared<std::function<void()>>(std::move(function));
+  runLoop_.performLater([call, alive = std::weak_ptr(alive_)] {
+    if (alive.expired()) return;
+    if (const auto called = std::exchange(*call, nullptr)) called();
+  });
+  return Observation([call] { *call = nullptr; });
+}
+
+}  // namespace
+
+bool isURL(std::string_view text) {
+  const std::size_t colon = text.find(':');
+  if (colon == text.npos || colon + 1 == text.size()) return false;
+  const std::string_view scheme = text.substr(0, colon);
+  if (scheme.empty() || kLetters.find(scheme[0]) == kLetters.npos) return false;
+  if (scheme.find_first_not_of(kSchemeCharacters) != scheme.npos) return false;
+  if (text.find_first_not_of(kURLCharacters) != text.npos) return false;
+  for (std::size_t i = text.find('%'); i != text.npos; i = text.find('%', i + 1)) {
+    if (!beginsWithPercentEscape(text.substr(i))) return false;
+  }
+  return true;
+}
+
+std::unique_ptr<URLLoading> makeURLLoading(RunLoop& runLoop, FileManager& files, URLLoadingOptions options) {
+  return std::make_unique<CurlURLLoading>(runLoop, files, std::move(options));
+}
+
+}  // namespace clipwave

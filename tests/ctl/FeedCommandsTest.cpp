@@ -1,0 +1,92 @@
+// Feeds in and subscriptions out, from the command line: import, message, publish --subscribe.
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <filesystem>
+#include <thread>
+
+#include "tests/ctl/CompanionProcess.h"
+#include "tests/support/LoopbackServer.h"
+
+namespace clipwave {
+namespace {
+using namespace ::testing;
+using namespace testing;
+
+constexpr const char* kFeed =
+    "<rss><channel><title>Found &amp; kept</title>"
+    "<item><title>One</title><enclosure url='http://h/1.mov' length='7'/></item></channel></rss>";
+
+TEST(FeedCommands, ImportMakesAChannelFromAFileOrAServer) {
+  const Library library;
+  library.folder.write("my feed#1.xml", kFeed);
+  EXPECT_EQ(library.done({"import", library.folder / "my feed#1.xml"}), "Found & kept\n");
+  const auto channel = library.channel();
+  EXPECT_EQ(channel.at("vcTitle"), "Found & kept");
+  EXPECT_EQ(channel.at("children").at(0).at("mediaFilename"), "1.mov");
+
+  LoopbackServer server;
+  server.answer("/old", httpRedirect("/feed.xml"));
+  server.answer("/feed.xml",
+                httpResponse(200, "<rss><channel><title>\xe9t\xe9</title><item/></channel></rss>",
+                             {"Content-Type: text/xml; charset=ISO-8859-1"}));
+  EXPECT_EQ(library.done({"import", server.url("/old")}), "\u00e9t\u00e9\n");
+  EXPECT_THAT(library.done("channels"), AllOf(HasSubstr("Found & kept"), HasSubstr("\u00e9t\u00e9")));
+}
+
+TEST(FeedCommands, AFailedImportSaysWhyAndLeavesNothing) {
+  const Library library;
+  LoopbackServer server;
+  server.answer("/page", httpResponse(200, "<html><body>No feed here</body></html>"));
+  server.answer("/empty", httpResponse(200, "<rss><channel/></rss>"));
+  library.folder.write("photo.xml", std::string("\xff\xd8\xff\xe0", 4));
+  EXPECT_THAT(library.run({"import", server.url("/page")}),
+              Fails(1, "Error loading URL!: Invalid RSS feed."));
+  EXPECT_THAT(library.run({"import", server.url("/empty")}),
+              Fails(1, "Invalid RSS Feed: There was an error processing the RSS feed."));
+  EXPECT_THAT(library.run({"import", server.url("/nothing")}), Fails(1, "404"));
+  EXPECT_THAT(library.run({"import", library.folder / "photo.xml"}), Fails(1, "Error loading URL!\n"));
+  EXPECT_THAT(library.run({"import", library.folder / "missing.xml"}), Fails(1, "missing.xml"));
+  EXPECT_THAT(library.run({"--verbose", "import", server.url("/page")}), Fails(1, "Error Code:0 Reason:"));
+  EXPECT_THAT(library.run("import a b"), Exits(2));
+  EXPECT_EQ(library.done("channels"), "");
+}
+
+TEST(FeedCommands, TheMessageListsTheChannelsNamedOrAll) {
+  const Library library;
+  EXPECT_THAT(library.run("message"), Fails(1, "no channels"));
+  for (const char* title : {"Bread", "Knives"}) {
+    library.done({"new", title});
+    library.done({"set", title, "vcURL=http://h/" + std::string(title), "filename=a b.xml"});
+  }
+  EXPECT_THAT(library.done("message"),
+              HasSubstr("\n\nitpc://h/Bread/a%20b.xml\nitpc://h/Knives/a%20b.xml\n\n\n"));
+  EXPECT_THAT(library.done("message Knives"), HasSubstr("\n\nitpc://h/Knives/a%20b.xml\n\n\n"));
+  EXPECT_THAT(library.run("message Forks"), Exits(1));
+}
+
+// The desktop's application of that name is a script that tells what it was given.
+TEST(FeedCommands, PublishedFeedsAreSubscribedToOnThisMachine) {
+  const Library library;
+  const std::string opened = library.folder / "opened";
+  const std::string client = library.folder.write(
+      "client", "#!/bin/sh\nfor f in \"$@\"; do echo \"$f\"; cat \"$f\"; rm \"$f\"; done >>'" + opened +
+                    ".part'\n"
+                    "mv '" +
+                    opened + ".part' '" + opened + "'\n");
+  std::filesystem::permissions(client, std::filesystem::perms::owner_all);
+  library.folder.write("data/applications/client.desktop",
+                       "[Desktop Entry]\nType=Application\nName=iTunes\nExec=" + client + " %f\n");
+  const std::string title = "Bread " + std::to_string(::getpid());
+  library.done({"new", title});
+  library.done({"set", "1", "vcURL=http://h/b", "filename=b.xml",
+                "mediaPath=" + library.folder.makeFolder("published")});
+  EXPECT_EQ(library.done("publish --subscribe"), "itpc://h/b/b.xml\n");
+  for (int i = 0; i < 500 && !std::filesystem::exists(opened); ++i)
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  EXPECT_THAT(readFile(opened),
+              AllOf(StartsWith("/tmp/" + title + ".pcast\n"), HasSubstr("href=\"http://h/b/b.xml\"")));
+}
+
+}  // namespace
+}  // namespace clipwave

@@ -1,0 +1,98 @@
+#include "publish/SubscriptionHandOff.h"
+
+#include <filesystem>
+
+#include "tests/publish/PublishFixture.h"
+#include "tests/support/FakeWorkspace.h"
+
+namespace clipwave {
+namespace {
+using namespace ::testing;
+using namespace testing;
+
+class SubscriptionHandOffTest : public PublishTest {
+ protected:
+  // What the last publish run has reached.
+  void publish(std::map<std::string, std::string> urls) { preparation.setUrlsToLaunch(std::move(urls)); }
+  std::string path(const std::string& name) { return handOffFolder + "/" + name; }
+  std::string message() {
+    handOff.sendEmail();
+    return std::string(pasteboard.propertyListForType(NSStringPboardType).stringValue());
+  }
+
+  std::string handOffFolder = folder.makeFolder("tmp");
+  FakeWorkspace workspace;
+  Pasteboard pasteboard;
+  SubscriptionHandOff handOff{
+      {application, host.files(), log, workspace, channels, pasteboard, preparation, handOffFolder}};
+};
+
+TEST_F(SubscriptionHandOffTest, EachPublishedFeedIsAFileOpenedWithThePodcastClient) {
+  handOff.openInItunes();
+  EXPECT_TRUE(workspace.calls.empty()) << "nothing was published yet";
+
+  publish({{"Show A", "http://h/a%20b.xml"}, {"B & <C>/D", "https://h/c.xml"}});
+  folder.write("elsewhere", "untouched");
+  std::filesystem::create_symlink(folder / "elsewhere", path("Show A.pcast"));
+  std::filesystem::create_symlink(folder / "nowhere", path("B & <C>\u2215D.pcast"));
+  handOff.openInItunes();
+  EXPECT_THAT(workspace.calls, ElementsAre("file " + path("B & <C>\u2215D.pcast") + " with iTunes",
+                                           "file " + path("Show A.pcast") + " with iTunes"));
+  EXPECT_EQ(readFile(path("Show A.pcast")),
+            R"(<?xml version="1.0" encoding="UTF-8"?>
+<pcast xmlns:itunes="http://www.itunes.com/DTDs/Podcast-1.0.dtd" version="2.0">
+  <channel>
+    <link rel="feed" type="application/rss+xml" href="http://h/a%20b.xml"/>
+    <title>Show A</title>
+  </channel>
+</pcast>
+)");
+  EXPECT_THAT(readFile(path("B & <C>\u2215D.pcast")), HasSubstr("<title>B &amp; &lt;C&gt;/D</title>"));
+  EXPECT_EQ(readFile(folder / "elsewhere"), "untouched");
+  EXPECT_FALSE(std::filesystem::exists(folder / "nowhere"));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(handOffFolder), {}), 2) << "no side files";
+  EXPECT_TRUE(handOff.troubles().empty() && log.lines.empty() && shell.beeps == 0);
+}
+
+TEST_F(SubscriptionHandOffTest, AnOldFileThatStaysEndsItAndOneThatCannotBeWrittenDoesNot) {
+  publish({{"A", "http://h/a"}, {"B", "http://h/b"}, {"C", "http://h/c"}});
+  host.fileManager.fail("writeAtomically", "");
+  folder.write("tmp/B.pcast", "old");
+  host.fileManager.fail("removeFileAtPath", path("B.pcast"));
+  handOff.openInItunes();
+  EXPECT_THAT(workspace.calls, ElementsAre("file " + path("A.pcast") + " with iTunes"));
+  EXPECT_THAT(log.lines, ElementsAre("Could not write document out...", "couldn't delete temp file"));
+  EXPECT_EQ(shell.beeps, 2);
+  EXPECT_EQ(handOff.troubles().size(), 2U);
+}
+
+TEST_F(SubscriptionHandOffTest, TheMessageInvitesToTheSelectedChannelsOrToAll) {
+  const std::string start =
+      "Click on the links below to subscribe to my video podcast.  If you don't have iTunes installed, you "
+      "can get it from https://www.apple.com/itunes/download/\n\n";
+  pasteboard.declareTypes({"kept"});
+  handOff.sendEmail();
+  EXPECT_THAT(pasteboard.types(), ElementsAre("kept")) << "no channels, no message";
+
+  Channel& plain = addChannel("plain");
+  Channel& secure = addChannel("secure");
+  Channel& strange = addChannel("strange");
+  addChannel("nowhere").setValue("vcURL", Value());
+  secure.setValue("vcURL", "https://h/a?b=c&d");
+  strange.setValue("vcURL", "http://h/1 %20#\"\u00e9");
+  for (Channel* channel : {&plain, &secure, &strange}) channel->setValue("vcPublish", false);
+  const std::string all =
+      "itpc://host/plain/plain.xml\nhttps://h/a?b=c&d/secure.xml\n"
+      "itpc://h/1%20%2520%23%22%C3%A9/strange.xml\n";
+
+  channels.setSelectedObjects({});
+  EXPECT_THAT(message(), StartsWith(start + all + "\n\n"));
+  EXPECT_THAT(message(), EndsWith("Clipwave.\n"));
+  channels.setSelectedObjects({&secure, &plain});
+  EXPECT_THAT(message(),
+              StartsWith(start + "itpc://host/plain/plain.xml\nhttps://h/a?b=c&d/secure.xml\n\n\n"));
+  EXPECT_THAT(pasteboard.types(), ElementsAre(std::string(NSStringPboardType)));
+}
+
+}  // namespace
+}  // namespace clipwave

@@ -1,0 +1,80 @@
+// An HTTP server of the test's own on 127.0.0.1: each path answers the very bytes that the test gave it.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include "platform/foundation/Clock.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace clipwave::testing {
+
+struct LoopbackRequest {
+  std::string head;  // request line and headers, up to the empty line
+  std::string body;
+
+  std::string method() const { return head.substr(0, head.find(' ')); }
+  std::string path() const;                         // with its query
+  std::string header(std::string_view name) const;  // "" when the request has none of that name
+};
+
+// The connection on which a request came; it is closed when its answer has returned.
+class LoopbackConnection {
+ public:
+  virtual ~LoopbackConnection() = default;
+  virtual const LoopbackRequest& request() const = 0;
+  // False when the client has gone or the server ends; then the answer has to return.
+  virtual bool send(std::string_view bytes) = 0;
+  virtual bool pause(Seconds time) = 0;
+};
+
+// Serves any number of connections at once, each on a thread of its own, one request on each. A path without
+// an answer is 404. Its end breaks off what is under way and waits for nobody. While it
+// lives, the environment asks for no proxy.
+class LoopbackServer {
+ public:
+  using Answer = std::function<void(LoopbackConnection&)>;
+
+  LoopbackServer();
+  ~LoopbackServer();
+  LoopbackServer(const LoopbackServer&) = delete;
+  LoopbackServer& operator=(const LoopbackServer&) = delete;
+
+  int port() const { return port_; }
+  std::string url(std::string_view path) const;
+  // What the path (with its query) answers from now on: these bytes, or what a function sends, which is
+  // called on the connection's thread.
+  void answer(std::string_view path, std::string response);
+  void answer(std::string_view path, Answer answer);
+  // All that has come so far, in the order of arrival.
+  std::vector<LoopbackRequest> requests() const;
+
+ private:
+  class Connection;
+
+  void acceptConnections();
+  void serve(Connection& connection);
+
+  EnvironmentVariable noProxy_{"no_proxy", "*"};
+  int listening_ = -1;
+  int ending_ = -1;  // readable once the server ends
+  int port_ = 0;
+  mutable std::mutex mutex_;  // guards the answers and requests
+  std::map<std::string, Answer, std::less<>> answers_;
+  std::vector<LoopbackRequest> requests_;
+  std::vector<std::thread> connections_;  // the acceptor's, until it has ended
+  std::thread acceptor_;
+};
+
+// A whole response with its Content-Length, unless a header of that name is among `headers` ("Name: value"
+// each).
+std::string httpResponse(int status, std::string_view body, const std::vector<std::string>& headers = {});
+std::string httpRedirect(std::string_view location);
+
+}  // namespace clipwave::testing
