@@ -95,7 +95,7 @@ class ImportBench {
   // What the library reads as when it was saved, closed and opened. The lists are of no use any more.
   std::string reopenedAfterSaving() {
     const Result<void> saved = context_->save();
-    require(saved.ok(), "the library can be saved", saved ? "" : saved.error().localizedDescription);
+    require(saved.ok(), "the library can be saved", {saved ? "" : saved.error().localizedDescription});
     for (ArrayController* list : {&vodcasts_, &channels_, &images_}) list->setManagedObjectContext(nullptr);
     library_.channelList = nullptr;
     context_.reset();

@@ -54,7 +54,7 @@ class MemoryLibrary final : public LibraryHost {
   // A store that this program wrote itself opens, and nothing else is acceptable.
   std::unique_ptr<ManagedObjectContext> openContext() {
     auto coordinator = open();
-    require(coordinator.ok(), "what was saved can be opened", storeText());
+    require(coordinator.ok(), "what was saved can be opened", {storeText()});
     return std::make_unique<ManagedObjectContext>(std::move(*coordinator), *loop);
   }
   void turn() { loop->runUntilIdle(); }

@@ -40,9 +40,9 @@ void readWriteRead(std::string_view data) {
   }
   const std::string written = dataFromPropertyList(*read);
   const Result<Value> again = propertyListFromData(written);
-  require(again.ok(), "what was written can be read", written);
-  require(asWritten(*again) == asWritten(*read), "it reads as the same value", written);
-  require(dataFromPropertyList(*again) == written, "it is written in the same way again", written);
+  require(again.ok(), "what was written can be read", {written});
+  require(asWritten(*again) == asWritten(*read), "it reads as the same value", {written});
+  requireSame(dataFromPropertyList(*again), written, "it is written in the same way again");
 }
 
 }  // namespace

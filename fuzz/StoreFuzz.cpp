@@ -15,7 +15,7 @@ bool writeAnew(MemoryLibrary& library) {
   auto opened = library.open();
   if (!opened) {
     require(opened.error().localizedDescription.find(library.storePath) != std::string::npos,
-            "a refusal names the file", opened.error().localizedDescription);
+            "a refusal names the file", {opened.error().localizedDescription});
     return false;
   }
   const StoreContent content = (*opened)->takeContent();
@@ -23,20 +23,19 @@ bool writeAnew(MemoryLibrary& library) {
   opened->reset();
 
   auto again = library.open();
-  require(again.ok(), "what was written can be loaded", library.storeText());
-  const StoreContent same = (*again)->takeContent();
-  require(storedValues(content.objects) == storedValues(same.objects), "the records are the same",
-          storedValues(content.objects) + storedValues(same.objects));
-  require(content.nextObjectID == same.nextObjectID, "the next record's id is the same", library.storeText());
   const std::string written = library.storeText();
-  require((*again)->write(same).ok() && library.storeText() == written, "it is written in the same way again",
-          written + library.storeText());
+  require(again.ok(), "what was written can be loaded", {written});
+  const StoreContent same = (*again)->takeContent();
+  requireSame(storedValues(content.objects), storedValues(same.objects), "the records are the same");
+  require(content.nextObjectID == same.nextObjectID, "the next record's id is the same", {written});
+  require((*again)->write(same).ok(), "it can be written again");
+  requireSame(library.storeText(), written, "it is written in the same way again");
   return true;
 }
 
 void save(ManagedObjectContext& context) {
   const Result<void> saved = context.save();
-  require(saved.ok(), "the library can be saved", saved ? "" : saved.error().localizedDescription);
+  require(saved.ok(), "the library can be saved", {saved ? "" : saved.error().localizedDescription});
 }
 
 // As the application works on it: what reading filled in is saved, and the last word is that of undo.
@@ -52,13 +51,13 @@ void readDeleteAndUndo(MemoryLibrary& library) {
   require(allRecords(*context).empty(), "every record can be deleted");
   library.turn();
   while (context->undoManager().canUndo()) context->undo();
-  require(readValues(*context) == read, "undo brings everything back", read + readValues(*context));
+  requireSame(readValues(*context), read, "undo brings everything back");
   save(*context);
-  require(library.storeText() == saved, "undo leaves no trace in the file", saved + library.storeText());
+  requireSame(library.storeText(), saved, "undo leaves no trace in the file");
 
   context.reset();
   context = library.openContext();
-  require(readValues(*context) == read, "what was read is still there after saving", read);
+  requireSame(readValues(*context), read, "what was read is still there after saving");
   ManagedObject* image = context->insertNewObject(kImageEntity);
   require(image != nullptr && context->objectWithID(image->objectID()) == image, "a new record finds room");
   save(*context);
