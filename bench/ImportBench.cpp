@@ -5,6 +5,7 @@
 
 #include "bench/BenchProgram.h"
 #include "bench/Measure.h"
+#include "platform/foundation/URLs.h"
 #include "publish/FeedDocument.h"
 
 namespace clipwave::bench {

@@ -2,16 +2,14 @@
 
 #include <algorithm>
 
+#include "platform/foundation/ASCII.h"
+
 namespace clipwave {
 namespace {
 
-char lowerCase(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool precedesIgnoringCase(std::string_view a, std::string_view b) {
   return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-    return static_cast<unsigned char>(lowerCase(x)) < static_cast<unsigned char>(lowerCase(y));
+    return static_cast<unsigned char>(lowerCased(x)) < static_cast<unsigned char>(lowerCased(y));
   });
 }
 

@@ -4,17 +4,11 @@
 #include <cstddef>
 #include <map>
 
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/URLEscapes.h"
 
 namespace clipwave {
 namespace {
-
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
 
 std::string unescaped(std::string_view text) {
   std::string result;

@@ -10,18 +10,10 @@
 
 #include "platform/appkit/DesktopEntry.h"
 #include "platform/appkit/DetachedProcess.h"
+#include "platform/foundation/ASCII.h"
 
 namespace clipwave {
 namespace {
-
-char lowerCase(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool equalWithoutCase(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return lowerCase(x) == lowerCase(y); });
-}
 
 std::string environment(const char* name) {
   const char* const value = std::getenv(name);
@@ -83,7 +75,7 @@ class DesktopWorkspace final : public Workspace {
     for (const std::string& folder : applicationFolders()) {
       for (DesktopEntry& entry : entriesIn(folder, "", kFolderDepth, seen)) {
         if (entry.name == name) return std::move(entry);
-        if (!similar && equalWithoutCase(entry.name, name)) similar = std::move(entry);
+        if (!similar && equalIgnoringCase(entry.name, name)) similar = std::move(entry);
       }
     }
     return similar;

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/CivilDate.h"
 #include "platform/foundation/XMLEncoding.h"
 #include "platform/foundation/XMLText.h"
@@ -149,7 +150,6 @@ std::optional<std::int64_t> parseInteger(std::string_view text) {
 }
 
 std::optional<std::size_t> findIllFormed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
   for (std::size_t at = text.find('&'); at != text.npos; at = text.find('&', at + 1)) {
     if (isReference(text.substr(at))) continue;
     const std::size_t end = endOfLiteralSection(text, at);

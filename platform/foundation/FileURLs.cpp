@@ -46,11 +46,6 @@ Error unreadable(const std::string& path, FileManager& files) {
 
 }  // namespace
 
-std::string fileURLWithPath(std::string_view path) {
-  // "?" would begin a query.
-  return "file://" + stringByAddingPercentEscapes(path, "", "?");
-}
-
 Result<LoadedData> contentsOfFileURL(std::string_view url, FileManager& files, std::int64_t mostBytes) {
   const auto path = pathOfFileURL(url);
   if (!path) return badURLError();

@@ -7,8 +7,10 @@
 #include <memory>
 #include <new>
 
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/CurlLoop.h"
 #include "platform/foundation/URLErrors.h"
+#include "platform/foundation/URLs.h"
 
 namespace clipwave {
 namespace {
@@ -20,19 +22,6 @@ constexpr std::size_t kLongestHost = 255;  // bytes; of a name in a sentence
 // libcurl takes 0 for no limit at all.
 long milliseconds(Seconds time) {
   return static_cast<long>(std::clamp(time.count() * 1000, 1.0, double{std::numeric_limits<int>::max()}));
-}
-
-std::string lowerCase(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lower;
-}
-
-std::string_view trimmed(std::string_view text, std::string_view what) {
-  text.remove_prefix(std::min(text.find_first_not_of(what), text.size()));
-  return text.substr(0, text.find_last_not_of(what) + 1);
 }
 
 // Where the parameter that begins at `start` ends: at the next ";" that no quotes enclose.
@@ -51,7 +40,7 @@ std::string charsetOfContentType(std::string_view type) {
     end = parameterEnd(type, start);
     const std::string_view parameter = type.substr(start, end - start);
     const std::size_t equals = parameter.find('=');
-    if (equals == parameter.npos || lowerCase(trimmed(parameter.substr(0, equals), " \t")) != "charset")
+    if (equals == parameter.npos || !equalIgnoringCase(trimmed(parameter.substr(0, equals)), "charset"))
       continue;
     return std::string(trimmed(parameter.substr(equals + 1), " \t\"'"));
   }
@@ -70,17 +59,6 @@ std::string hostOf(const char* url) {
 }
 
 }  // namespace
-
-std::string schemeOf(std::string_view url) {
-  return lowerCase(url.substr(0, url.find(':')));
-}
-
-bool isWebURL(std::string_view url) {
-  const std::string scheme = schemeOf(url);
-  if (scheme != "http" && scheme != "https") return false;
-  const std::string_view rest = url.substr(scheme.size());
-  return rest.starts_with("://") && rest.size() > 3 && std::string_view("/?#").find(rest[3]) == rest.npos;
-}
 
 HTTPLoad::HTTPLoad(std::string_view url, Purpose purpose, Seconds timeout, const URLLoadingOptions& options)
     : url_(url), keepsBody_(purpose == Purpose::Data), mostBytes_(options.mostBytes) {

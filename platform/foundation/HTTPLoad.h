@@ -55,9 +55,4 @@ class HTTPLoad {
   std::size_t headSize_ = 0;
 };
 
-// Whether the URL is one of the web: its scheme http or https, and a host behind it.
-bool isWebURL(std::string_view url);
-// What stands before the first colon, in lower case.
-std::string schemeOf(std::string_view url);
-
 }  // namespace clipwave

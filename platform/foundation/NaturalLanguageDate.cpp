@@ -4,6 +4,7 @@
 #include <array>
 #include <vector>
 
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/CivilDate.h"
 
 namespace clipwave {
@@ -48,20 +49,12 @@ bool isDigit(char c) {
 bool isWordByte(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || static_cast<unsigned char>(c) >= 0x80;
 }
-char lowerCased(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 // Whether the word, in any case, is the name or its first letters, `least` of them or more.
 bool abbreviates(std::string_view word, std::string_view name, std::size_t least) {
   return word.size() >= least && word.size() <= name.size() &&
          std::equal(word.begin(), word.end(), name.begin(),
                     [](char a, char b) { return lowerCased(a) == b; });
 }
-bool isWord(std::string_view word, std::string_view name) {
-  return abbreviates(word, name, name.size());
-}
-
 // How many bytes of white space the text begins with.
 std::size_t blankLength(std::string_view text) {
   if (std::string_view(" \t\r\n\f\v").find(text[0]) != std::string_view::npos) return 1;
@@ -187,7 +180,8 @@ class Reader {
            tokens_[at].isNumber(leastDigits, mostDigits);
   }
   bool isWordAt(std::size_t at, std::string_view name) const {
-    return at < tokens_.size() && tokens_[at].kind == Token::Kind::Word && isWord(tokens_[at].text, name);
+    return at < tokens_.size() && tokens_[at].kind == Token::Kind::Word &&
+           equalIgnoringCase(tokens_[at].text, name);
   }
   int value(std::size_t at) const { return valueOf(tokens_[at].text); }
   bool hasDate() const { return day_ && month_ && year_; }
@@ -307,8 +301,9 @@ class Reader {
       if (!month_) month_ = month;
       return 1;
     }
-    const auto* zone = std::find_if(kZones.begin(), kZones.end(),
-                                    [word](const ZoneName& known) { return isWord(word, known.name); });
+    const auto* zone = std::find_if(kZones.begin(), kZones.end(), [word](const ZoneName& known) {
+      return equalIgnoringCase(word, known.name);
+    });
     if (zone != kZones.end()) {
       if (!offset_) offset_ = zone->hours * 3'600;
     } else if (word.size() == 1 && at == clockEnd_ && word[0] >= 'A' && word[0] <= 'Z' && word[0] != 'J') {

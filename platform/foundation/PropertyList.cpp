@@ -5,6 +5,7 @@
 #include <limits>
 #include <system_error>
 
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/Base64.h"
 #include "platform/foundation/TimeZone.h"
 #include "platform/foundation/XMLDocument.h"
@@ -12,20 +13,12 @@
 namespace clipwave {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
-
 Error corrupt(const std::string& reason) {
   return cocoaError(kPropertyListReadCorruptError, "The property list cannot be read: " + reason);
 }
 
 Error unreadable(std::string_view what, std::string_view text) {
   return corrupt("\"" + std::string(text) + "\" is no " + std::string(what) + ".");
-}
-
-std::string_view trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 void addData(XMLElement parent, std::string_view bytes) {

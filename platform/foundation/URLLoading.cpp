@@ -1,22 +1,15 @@
 #include "platform/foundation/URLLoading.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "platform/foundation/CurlLoop.h"
 #include "platform/foundation/FileURLs.h"
 #include "platform/foundation/HTTPLoad.h"
 #include "platform/foundation/URLErrors.h"
-#include "platform/foundation/URLEscapes.h"
+#include "platform/foundation/URLs.h"
 
 namespace clipwave {
 namespace {
-
-constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-constexpr std::string_view kSchemeCharacters =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+-.";
-constexpr std::string_view kURLCharacters =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~:/?#[]@!$&'()*+,;=%";
 
 void tell(URLLoadClient& client, const std::string& url, const Result<LoadedData>& result) {
   if (result) {
@@ -82,19 +75,6 @@ Observation CurlURLLoading::callLater(std::function<void()> function) {
 }
 
 }  // namespace
-
-bool isURL(std::string_view text) {
-  const std::size_t colon = text.find(':');
-  if (colon == text.npos || colon + 1 == text.size()) return false;
-  const std::string_view scheme = text.substr(0, colon);
-  if (scheme.empty() || kLetters.find(scheme[0]) == kLetters.npos) return false;
-  if (scheme.find_first_not_of(kSchemeCharacters) != scheme.npos) return false;
-  if (text.find_first_not_of(kURLCharacters) != text.npos) return false;
-  for (std::size_t i = text.find('%'); i != text.npos; i = text.find('%', i + 1)) {
-    if (!beginsWithPercentEscape(text.substr(i))) return false;
-  }
-  return true;
-}
 
 std::unique_ptr<URLLoading> makeURLLoading(RunLoop& runLoop, FileManager& files, URLLoadingOptions options) {
   return std::make_unique<CurlURLLoading>(runLoop, files, std::move(options));

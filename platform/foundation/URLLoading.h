@@ -58,15 +58,10 @@ class URLLoading {
   // lives, never inside this call: ending it drops a load that is still under way, so that a client may go
   // before its resource came.
   virtual Observation loadInBackground(std::string_view url, URLLoadClient& client) = 0;
-  // The resource's data, never from a cache; blocks until all of it is there, at the longest for `timeout`.
+  // The resource's data, never from a cache; blocks until all of it is there, from the network at the longest
+  // for `timeout`. Fails with kURLErrorBadURL for text that is no URL.
   virtual Result<LoadedData> dataWithContentsOfURL(std::string_view url, Seconds timeout) = 0;
 };
-
-// Whether the text has the form of a URL: a scheme, a colon, and behind it something, of nothing but the
-// characters that a URL may hold ("%" only before two hexadecimal digits).
-bool isURL(std::string_view text);
-// The file URL of an absolute path.
-std::string fileURLWithPath(std::string_view path);
 
 struct URLLoadingOptions {
   // A longer body is refused when so much of it has come, whatever length was announced; counted after

@@ -6,13 +6,13 @@
 #include <limits>
 #include <new>
 
+#include "platform/foundation/ASCII.h"
+
 namespace clipwave {
 namespace {
 
 // Empty, and still with a NUL behind its end.
 constexpr std::string_view kEmpty("", 0);  // NOLINT(bugprone-string-constructor)
-
-constexpr std::string_view kBlanks = " \t\r\n";
 
 // The text from its first sign or digit on; std::from_chars takes neither blanks nor a plus sign, and would
 // take the words "inf" and "nan", which are no decimal numbers.

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdlib>
 
+#include "platform/foundation/URLs.h"
 #include "tests/support/LoopbackServer.h"
 #include "tests/support/TLSServer.h"
 #include "tests/support/TemporaryFolder.h"
