@@ -7,7 +7,7 @@
 #include <map>
 #include <string>
 
-#include "fuzz/ImportBench.h"
+#include "fuzz/ImportHarness.h"
 #include "fuzz/Records.h"
 #include "publish/FeedDocument.h"
 
@@ -25,8 +25,8 @@ std::string takeCharset(std::string_view& input) {
   return std::string(kLabels[label]);
 }
 
-std::string feedOf(ImportBench& bench, Channel& channel) {
-  return makeFeedDocument(channel, sortedEpisodes(channel), bench.tables()).prettyPrinted();
+std::string feedOf(ImportHarness& harness, Channel& channel) {
+  return makeFeedDocument(channel, sortedEpisodes(channel), harness.tables()).prettyPrinted();
 }
 
 std::vector<XMLElement> itemsOf(const XMLDocument& feed) {
@@ -61,11 +61,11 @@ void importAgain(const std::string& feed, std::size_t episodes) {
   require(document.ok(), "the channel's feed is well-formed", {feed});
   require(itemsOf(*document).size() == episodes, "the feed has an item for each episode", {feed});
 
-  ImportBench bench("again.xml");
-  Channel* const channel = bench.import(feed, "");
+  ImportHarness harness("again.xml");
+  Channel* const channel = harness.import(feed, "");
   require(channel != nullptr, "the channel's feed can be imported", {feed});
   require(channel->relatedObjects("children").size() == episodes, "each item becomes an episode", {feed});
-  const std::string again = feedOf(bench, *channel);
+  const std::string again = feedOf(harness, *channel);
   const Result<XMLDocument> second = XMLDocument::parse(again, XMLDocument::Parsing::Strict);
   require(second.ok(), "the feed of the channel imported again is well-formed", {again});
   std::map<std::string, int> items = told(*second);
@@ -75,27 +75,28 @@ void importAgain(const std::string& feed, std::size_t episodes) {
 
 void importPublishUndo(std::string_view input) {
   const std::string charset = takeCharset(input);
-  ImportBench bench;
-  Channel* const channel = bench.import(input, charset);
+  ImportHarness harness;
+  Channel* const channel = harness.import(input, charset);
   if (channel == nullptr) {
-    require(bench.alerts() == 1, "a feed that cannot be imported is told of once");
-    require(allRecords(bench.context()).empty() && !bench.context().hasChanges(), "nothing was made of it");
+    require(harness.alerts() == 1, "a feed that cannot be imported is told of once");
+    require(allRecords(harness.context()).empty() && !harness.context().hasChanges(),
+            "nothing was made of it");
     return;
   }
-  require(bench.alerts() == 0, "an import that goes well says nothing");
+  require(harness.alerts() == 0, "an import that goes well says nothing");
   const std::size_t episodes = channel->relatedObjects("children").size();
   require(episodes > 0, "a channel has episodes");
-  require(bench.context().countOfEntity(kVodcastEntity) == episodes, "every episode is the channel's");
-  const std::string feed = feedOf(bench, *channel);
+  require(harness.context().countOfEntity(kVodcastEntity) == episodes, "every episode is the channel's");
+  const std::string feed = feedOf(harness, *channel);
   importAgain(feed, episodes);
 
-  const std::string read = readValues(bench.context());
-  UndoManager& undo = bench.context().undoManager();
+  const std::string read = readValues(harness.context());
+  UndoManager& undo = harness.context().undoManager();
   while (undo.canUndo()) undo.undo();
-  require(allRecords(bench.context()).empty(), "an import can be taken back");
+  require(allRecords(harness.context()).empty(), "an import can be taken back");
   while (undo.canRedo()) undo.redo();
-  requireSame(readValues(bench.context()), read, "and brought back");
-  requireSame(bench.reopenedAfterSaving(), read, "and saved");
+  requireSame(readValues(harness.context()), read, "and brought back");
+  requireSame(harness.reopenedAfterSaving(), read, "and saved");
 }
 
 }  // namespace

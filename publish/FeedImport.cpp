@@ -6,9 +6,11 @@
 
 #include "model/LibraryModel.h"
 #include "model/Vodcast.h"
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/FileManager.h"
 #include "platform/foundation/NaturalLanguageDate.h"
 #include "platform/foundation/TimeZone.h"
+#include "platform/foundation/URLs.h"
 
 namespace clipwave {
 namespace {
@@ -18,32 +20,11 @@ constexpr Seconds kLoadTimeout{5};
 // Far more than any podcast has; of each comes a record, and a page of empty items must not fill the memory.
 constexpr std::size_t kMostItems = 100'000;
 
-constexpr std::string_view kBlanks = " \t\r\n\v\f";
-
-std::string_view trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  return first == std::string_view::npos ? std::string_view()
-                                         : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-bool isYesInAnyCase(std::string_view text) {
-  constexpr std::string_view kYes = "yes";
-  return std::equal(text.begin(), text.end(), kYes.begin(), kYes.end(),
-                    [](char c, char lower) { return c == lower || c == lower - 'a' + 'A'; });
-}
-
-// The number that the text begins with, behind blanks and a sign; 0 without one. Beyond 32 bits it saturates.
+// The number that the text begins with, 0 without one; beyond 32 bits it saturates.
 std::int32_t leadingInteger(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-  const bool isNegative = text.starts_with('-');
-  if (isNegative || text.starts_with('+')) text.remove_prefix(1);
-  constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
-  std::int64_t number = 0;
-  for (const char c : text) {
-    if (c < '0' || c > '9') break;
-    number = std::min(number * 10 + (c - '0'), kLargest + 1);
-  }
-  return static_cast<std::int32_t>(isNegative ? -number : std::min(number, kLargest));
+  using Limits = std::numeric_limits<std::int32_t>;
+  const std::int64_t number = Value(text).integerValue();
+  return static_cast<std::int32_t>(std::clamp<std::int64_t>(number, Limits::min(), Limits::max()));
 }
 
 // Only attributes that take text: a table of mappings is a resource, and must not give a date the value
@@ -72,7 +53,7 @@ void setEnclosure(Vodcast& episode, XMLElement enclosure) {
 
 void setFlag(Vodcast& episode, XMLElement item, std::string_view name, std::string_view key) {
   if (const XMLElement flag = item.firstElementForName(name)) {
-    episode.setValue(key, isYesInAnyCase(flag.stringValue()));
+    episode.setValue(key, equalIgnoringCase(flag.stringValue(), "yes"));
   }
 }
 
@@ -125,8 +106,14 @@ Channel* FeedImport::importRSSWithURL(std::string_view url) {
   if (!document) return nullptr;
   const XMLElement element = document->rootElement().firstElementForName("channel");
   const std::vector<XMLElement> items = element ? element.elementsForName("item") : std::vector<XMLElement>();
-  if (items.empty() || items.size() > kMostItems) {
+  if (items.empty()) {
     showStructureFailure();
+    return nullptr;
+  }
+  if (items.size() > kMostItems) {
+    const std::string tooMany = "The feed has more than 100,000 items.";
+    showLoadFailure(Error{std::string(NSURLErrorDomain), kURLErrorDataLengthExceedsMaximum, tooMany, {}},
+                    tooMany);
     return nullptr;
   }
   // With an edit that refuses to end, the list could not select the new channel, and the episodes would go to
@@ -143,13 +130,10 @@ Channel* FeedImport::importRSSWithURL(std::string_view url) {
 
 std::optional<XMLDocument> FeedImport::loadFeed(std::string_view url) {
   constexpr std::string_view kNoFeed = "Invalid RSS feed.";
-  if (!isURL(url)) {
-    showLoadFailure({}, kNoFeed);
-    return std::nullopt;
-  }
   const Result<LoadedData> loaded = services_.urls.dataWithContentsOfURL(url, kLoadTimeout);
   if (!loaded) {
-    showLoadFailure(loaded.error(), loaded.error().localizedDescription);
+    const bool isNoURL = loaded.error().code == kURLErrorBadURL;
+    showLoadFailure(loaded.error(), isNoURL ? kNoFeed : loaded.error().localizedDescription);
     return std::nullopt;
   }
   Result<XMLDocument> document =
@@ -194,13 +178,13 @@ void FeedImport::fillChannel(Channel& channel, XMLElement element) {
 }
 
 void FeedImport::addImage(Channel& channel, XMLElement element) {
-  const std::optional<std::string> href = element.attribute("href");
-  // Artwork without an address is none; the channel then gets that of any new channel.
-  if (!href || href->empty()) return;
   ManagedObject* image = services_.imageController.newObject();
   if (image == nullptr) return;
-  image->setValue("title", lastPathComponent(*href));
-  image->setValue("url", *href);
+  // Without an address it is artwork all the same, so that the channel is not given some other.
+  if (const std::optional<std::string> href = element.attribute("href")) {
+    image->setValue("title", lastPathComponent(*href));
+    image->setValue("url", *href);
+  }
   services_.imageController.addObject(*image);
   channel.setValue("image", image);
 }

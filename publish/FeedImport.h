@@ -54,9 +54,9 @@ class FeedImport {
   void rssFeedSheetDidEnd(int returnCode);
 
   // Loads the feed, waiting for it at the longest five seconds, and makes the channel and its episodes, which
-  // are selected then. A feed that cannot be loaded or is none is told in an alert, and nothing is made;
-  // likewise, without an alert, when an edit in progress refuses to be committed. Answers the new channel, or
-  // null.
+  // are selected then. A feed that cannot be loaded or is none is told in an alert, and nothing is made. Nor
+  // is it when an edit in progress refuses to be committed; what was edited tells of that. Answers the new
+  // channel, or null.
   Channel* importRSSWithURL(std::string_view url);
 
  private:

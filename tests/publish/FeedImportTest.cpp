@@ -94,20 +94,24 @@ TEST_F(FeedImportTest, FeedsAsTheyAreFoundGiveWhatLiesBesideThem) {
 }
 
 // Everything that a feed of ours can say, and what is left of it on the way in. From then on nothing changes
-// but
-// "%" in the artwork's address, which each writing escapes once more.
+// but the new channel's own address, and "%" in the artwork's, which each writing escapes once more.
 TEST_F(FeedImportTest, OurOwnFeedsComeBack) {
+  const auto rest = [](const std::string& feed) {
+    return std::regex_replace(feed, std::regex(" *<(source|itunes:image) .*\n"), "");
+  };
   const std::string golden = std::string(CLIPWAVE_GOLDEN_FEEDS) + "/";
   for (const char* name : {"everything", "bare"}) {
-    std::string feed = readFile(golden + name + ".xml");
+    SCOPED_TRACE(name);
+    std::vector<std::string> feeds = {readFile(golden + name + ".xml")};
     for (int round = 0; round < 2; ++round) {
-      Channel* channel = import(feed);
+      Channel* channel = import(feeds.back());
       ASSERT_NE(channel, nullptr);
-      feed = makeFeedDocument(*channel, sortedEpisodes(*channel), {realLanguages, types}).prettyPrinted();
-      EXPECT_EQ(std::regex_replace(feed, std::regex("%25(25)+"), "%25"),
-                readFile(golden + name + ".imported.xml"))
-          << "round " << round;
+      host.turn();  // what the feed did not say is filled in
+      feeds.push_back(
+          makeFeedDocument(*channel, sortedEpisodes(*channel), {realLanguages, types}).prettyPrinted());
     }
+    EXPECT_EQ(feeds[1], readFile(golden + name + ".imported.xml"));
+    EXPECT_EQ(rest(feeds[2]), rest(feeds[1]));
   }
 }
 
@@ -137,13 +141,14 @@ TEST_F(FeedImportTest, WhatIsNoFeedIsToldAndNothingIsMade) {
   std::string crowd;
   for (int i = 0; i <= 100'000; ++i) crowd += "<item/>";
   import("<rss><channel>" + crowd + "</channel></rss>");
-  EXPECT_EQ(shell.alerts.back(), "Invalid RSS Feed|There was an error processing the RSS feed.|OK");
+  EXPECT_EQ(shell.alerts.back(), "Error loading URL!|The feed has more than 100,000 items.|OK");
 
   log.lines.clear();
   urls.error = Error{std::string(NSURLErrorDomain), kURLErrorTimedOut, "It took too long.", {}};
   import("");
   EXPECT_EQ(shell.alerts.back(), "Error loading URL!|It took too long.|OK");
   EXPECT_THAT(log.lines, ElementsAre("Error loading URL", "Error Code:-1001 Reason:It took too long."));
+  EXPECT_EQ(urls.timeouts.back(), Seconds(5));
   EXPECT_TRUE(channels.content().empty());
   EXPECT_FALSE(host.context->hasChanges());
 }
@@ -154,8 +159,8 @@ constexpr const char* kSmallFeed =
 
 TEST_F(FeedImportTest, TheNewChannelIsSelectedKeepsWhatItGotAndGoesWithOneUndo) {
   Channel& other = addChannel("Other");
-  host.turn();
-  other.setValue("language", "German");
+  host.userDefaults.setInitialValues({{"defaultImageProperty", "http://h/own.png"}});
+  host.newImage("http://h/own.png");
   host.turn();
   Channel* channel = import(kSmallFeed);
   ASSERT_NE(channel, nullptr);
@@ -164,7 +169,6 @@ TEST_F(FeedImportTest, TheNewChannelIsSelectedKeepsWhatItGotAndGoesWithOneUndo) 
   EXPECT_TRUE(other.relatedObjects("children").empty());
   host.turn();  // its defaults arrive
   EXPECT_EQ(channel->value("vcTitle"), Value("Found"));
-  EXPECT_EQ(channel->value("language"), Value("English"));
   EXPECT_EQ(channel->relatedObject("image")->value("title"), Value("a%20b.jpg"));
   EXPECT_EQ(channel->relatedObject("image")->value("url"), Value("http://h/art/a%20b.jpg"));
 
@@ -175,6 +179,20 @@ TEST_F(FeedImportTest, TheNewChannelIsSelectedKeepsWhatItGotAndGoesWithOneUndo) 
   host.context->undoManager().undo();
   EXPECT_THAT(channels.content(), ElementsAre(&other));
   EXPECT_TRUE(images.content().empty());
+}
+
+TEST_F(FeedImportTest, TheTablesComeLastInItemsFirstInChannelsAndStoreTextOnly) {
+  channelMappings = {{"language", "language"}, {"title", "noSuchKey"}, {"pubDate", "lastBuildDate"}};
+  vodcastMappings = {{"guid", "mediaFilename"}, {"itunes:block", "vcExplicit"}, {"pubDate", "vcPublishDate"}};
+  Channel* channel = import(
+      "<rss><channel><title>T</title><language>de</language><pubDate>2009-03-04</pubDate><item>"
+      "<guid>other.mov</guid><enclosure url='http://h/1.mov'/><pubDate>2009-03-04T02:05:09Z</pubDate>"
+      "<itunes:block>yes</itunes:block></item></channel></rss>");
+  ASSERT_NE(channel, nullptr);
+  EXPECT_EQ(libraryText(*channel),
+            "Channel\n  language: German\n"
+            "Vodcast\n  vcPublishDate: 2009-03-04T02:05:09Z\n  block: YES\n  size: 0\n"
+            "  mediaURL: http://h\n  mediaFilename: other.mov\n");
 }
 
 TEST_F(FeedImportTest, AnEditThatRefusesToEndKeepsItsChannelAndNothingIsMade) {
@@ -215,7 +233,6 @@ TEST_F(FeedImportTest, AFileIsAskedForInAPanelAndAURLInASheet) {
 
   rssURLBox.setStringValue("no address at all");
   feedImport.closeRSSFeedSheet();
-  EXPECT_EQ(urls.reads.size(), 2U);
   EXPECT_THAT(shell.alerts, ElementsAre("Error loading URL!|Invalid RSS feed.|OK"));
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/foundation/URLLoading.h"
+#include "platform/foundation/URLs.h"
 
 namespace clipwave::testing {
 
@@ -9,6 +10,7 @@ class FakeURLLoading final : public URLLoading {
  public:
   std::vector<std::string> loads;  // begun in the background, in order
   std::vector<std::string> reads;  // blocking ones
+  std::vector<Seconds> timeouts;   // of these
   // What every read answers.
   std::string data;
   std::string charset;
@@ -26,8 +28,10 @@ class FakeURLLoading final : public URLLoading {
     if (onLoad) onLoad();
     return Observation([this] { client_ = nullptr; });
   }
-  Result<LoadedData> dataWithContentsOfURL(std::string_view url, Seconds) override {
+  Result<LoadedData> dataWithContentsOfURL(std::string_view url, Seconds timeout) override {
     reads.emplace_back(url);
+    timeouts.push_back(timeout);
+    if (!isURL(url)) return Error{std::string(NSURLErrorDomain), kURLErrorBadURL, "No URL.", {}};
     if (error) return *error;
     return LoadedData{data, charset};
   }

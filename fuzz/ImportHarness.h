@@ -35,20 +35,13 @@ class ImportTables {
     }
     return files;
   }
-  FeedMappings mappings(std::string_view name) const {
-    FeedMappings table;
-    for (const auto& [element, key] : bundle_.dictionaryForResource(name))
-      table[element] = std::string(key.stringValue());
-    return table;
-  }
-
   MemoryFiles files_ = resources();
   Bundle bundle_{files_, "/"};
 
  public:
   const LanguageDataSource languages{bundle_};
-  const FeedMappings channelMappings = mappings("channelmappings");
-  const FeedMappings vodcastMappings = mappings("vcmappings");
+  const FeedMappings channelMappings = feedMappingsFromResource(bundle_, "channelmappings");
+  const FeedMappings vodcastMappings = feedMappingsFromResource(bundle_, "vcmappings");
   const MovieTypes types{{"mov", "video/quicktime"}, {"m4v", "video/x-m4v"}, {"mp3", "audio/mpeg"}};
 };
 
@@ -68,9 +61,9 @@ class CountingShell final : public ApplicationShell {
   void exitProcess(int) override { require(false, "an import does not end the process"); }
 };
 
-class ImportBench {
+class ImportHarness {
  public:
-  explicit ImportBench(std::string_view storeName = "Clipwave.xml") : library_(storeName) {
+  explicit ImportHarness(std::string_view storeName = "Clipwave.xml") : library_(storeName) {
     vodcasts_.bindContentToSelectionOf(channels_, "children");
     channels_.setSortDescriptors({{"vcTitle", true}});
     vodcasts_.setSortDescriptors({{"vcPublishDate", false}});
