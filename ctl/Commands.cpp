@@ -62,7 +62,11 @@ ExitStatus usageError(const std::string& message) {
 }
 
 ExitStatus failure(const Error& error) {
-  printError("clipwavectl", error.localizedDescription);
+  return failure(error.localizedDescription);
+}
+
+ExitStatus failure(const std::string& message) {
+  printError("clipwavectl", message);
   return kFailed;
 }
 

@@ -26,6 +26,7 @@ const std::vector<Command>& commandTable();
 ExitStatus usageError(const std::string& message);
 // Reports a failure.
 ExitStatus failure(const Error& error);
+ExitStatus failure(const std::string& message);
 // The absolute form of a path given on the command line.
 std::string absolutePath(const std::string& path);
 

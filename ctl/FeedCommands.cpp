@@ -3,6 +3,7 @@
 
 #include "ctl/Commands.h"
 #include "ctl/RecordLookup.h"
+#include "platform/foundation/URLs.h"
 #include "publish/FeedDocument.h"
 
 namespace clipwave {
@@ -19,17 +20,20 @@ ExitStatus runFeed(Companion& companion, const CommandLine& arguments) {
 
 namespace {
 
-// A name that a file has here is that file, also where it could be read as a URL.
+// A name that a file has here is that file, also where it could be read as a URL. What begins as an address
+// of the web is meant as one, also where it is none.
 std::string urlFromArgument(Companion& companion, const std::string& argument) {
   const std::string path = absolutePath(argument);
   const bool isFile = companion.files().fileExistsAtPath(path);
-  return isFile || !isURL(argument) ? fileURLWithPath(path) : argument;
+  const std::string scheme = schemeOf(argument);
+  const bool isMeantAsURL = isURL(argument) || scheme == "http" || scheme == "https";
+  return isFile || !isMeantAsURL ? fileURLWithPath(path) : argument;
 }
 
 }  // namespace
 
 ExitStatus runImport(Companion& companion, const CommandLine& arguments) {
-  if (arguments.size() != 1) return usageError("import takes one file or URL.");
+  if (arguments.size() != 1 || arguments.front().empty()) return usageError("import takes one file or URL.");
   Channel* channel =
       companion.controller().feedImport().importRSSWithURL(urlFromArgument(companion, arguments.front()));
   if (channel == nullptr) return kFailed;
@@ -47,13 +51,15 @@ ExitStatus runMessage(Companion& companion, const CommandLine& arguments) {
     chosen.push_back(*channel);
   }
   channels.setSelectedObjects(chosen);
-  companion.controller().subscriptionHandOff().sendEmail();
-  const Value message = companion.pasteboard().propertyListForType(NSStringPboardType);
-  if (!message.isString()) {
-    printError("clipwavectl", "The library has no channels to invite to.");
-    return kFailed;
+  if (chosen.empty()) chosen = channels.arrangedObjects();
+  if (chosen.empty()) return failure("The library has no channels to invite to.");
+  for (ManagedObject* channel : chosen) {
+    if (channelFeedURL(static_cast<Channel&>(*channel))) continue;
+    return failure("The channel \"" + std::string(channel->value("vcTitle").stringValue()) +
+                   "\" has no URL or no file name.");
   }
-  std::cout << message.stringValue();
+  companion.controller().subscriptionHandOff().sendEmail();
+  std::cout << companion.pasteboard().propertyListForType(NSStringPboardType).stringValue();
   return companion.finishWithoutSaving();
 }
 

@@ -67,19 +67,20 @@ void SubscriptionHandOff::openInItunes() {
       troubles_.push_back("The old subscription file " + path + " could not be removed.");
       return;
     }
-    if (!writeFile(path, subscriptionDocument(title, feedURL))) {
+    const bool isWritten = writeFile(path, subscriptionDocument(title, feedURL));
+    if (!isWritten) {
       services_.application.beep();
       services_.log.write("Could not write document out...");
       troubles_.push_back("The subscription file " + path + " could not be written.");
     }
-    if (!services_.workspace.openFileWithApplication(path, kPodcastClient)) {
+    if (!services_.workspace.openFileWithApplication(path, kPodcastClient) && isWritten) {
       troubles_.push_back("No application could be started for the subscription file " + path + ".");
     }
   }
 }
 
-// Written aside and moved to a path where nothing may be: whoever puts a link there in the meantime does not
-// have it followed.
+// Written aside and moved to a path where nothing may be: an atomic write straight to the path would follow a
+// link to a file that somebody puts there in the meantime.
 bool SubscriptionHandOff::writeFile(const std::string& path, std::string_view bytes) {
   const auto side =
       services_.files.makeTemporaryFile(services_.folder + '/' + std::string(kSideFilePrefix) + "XXXXXX");

@@ -48,6 +48,7 @@ TEST(FeedCommands, AFailedImportSaysWhyAndLeavesNothing) {
   EXPECT_THAT(library.run({"import", library.folder / "photo.xml"}), Fails(1, "Error loading URL!\n"));
   EXPECT_THAT(library.run({"import", library.folder / "missing.xml"}), Fails(1, "missing.xml"));
   EXPECT_THAT(library.run({"--verbose", "import", server.url("/page")}), Fails(1, "Error Code:0 Reason:"));
+  EXPECT_THAT(library.run({"import", "http://h /feed"}), Fails(1, "Error loading URL!: Invalid RSS feed."));
   EXPECT_THAT(library.run("import a b"), Exits(2));
   EXPECT_EQ(library.done("channels"), "");
 }
@@ -63,6 +64,8 @@ TEST(FeedCommands, TheMessageListsTheChannelsNamedOrAll) {
               HasSubstr("\n\nitpc://h/Bread/a%20b.xml\nitpc://h/Knives/a%20b.xml\n\n\n"));
   EXPECT_THAT(library.done("message Knives"), HasSubstr("\n\nitpc://h/Knives/a%20b.xml\n\n\n"));
   EXPECT_THAT(library.run("message Forks"), Exits(1));
+  library.done("set Knives filename=");
+  EXPECT_THAT(library.run("message Knives"), Fails(1, "no file name"));
 }
 
 // The desktop's application of that name is a script that tells what it was given.
