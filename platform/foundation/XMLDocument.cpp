@@ -101,7 +101,7 @@ Result<XMLDocument> XMLDocument::parse(std::string_view data, Parsing parsing, s
     return cocoaError(kPropertyListReadCorruptError, "The document's bytes do not fit its encoding.");
   if (text->size() > kMostXMLBytes)
     return cocoaError(kPropertyListReadCorruptError, "The document is too large.");
-  Result<std::unique_ptr<XMLTree>> tree = readXML(*text);
+  Result<std::unique_ptr<XMLTree>> tree = readXML(*text, tolerant);
   if (!tree && tolerant) {
     if (firstUnfitByte(*text) != std::string::npos) *text = textFitForXML(*text);
     tree = readBrokenXML(*text);

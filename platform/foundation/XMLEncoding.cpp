@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace clipwave {
 namespace {
@@ -72,6 +73,19 @@ std::string declaredEncoding(std::string_view data) {
   return end == std::string_view::npos ? std::string() : cleanedLabel(head.substr(at + 1, end - at - 1));
 }
 
+// What text is really in that bears the label: many programs name an encoding's smaller sister.
+std::string actualEncoding(const std::string& label) {
+  constexpr std::pair<std::string_view, const char*> kActual[] = {
+      {"GB2312", "GB18030"},       {"GBK", "GB18030"},       {"X-GBK", "GB18030"},     {"SHIFT_JIS", "CP932"},
+      {"SHIFT-JIS", "CP932"},      {"X-SJIS", "CP932"},      {"WINDOWS-31J", "CP932"}, {"EUC-KR", "CP949"},
+      {"KS_C_5601-1987", "CP949"}, {"ISO-8859-9", "CP1254"}, {"ISO-8859-11", "CP874"}, {"TIS-620", "CP874"},
+      {"X-MAC-ROMAN", "MACINTOSH"}};
+  for (const auto& [name, actual] : kActual) {
+    if (name == label) return actual;
+  }
+  return label;
+}
+
 bool isUTF8Label(std::string_view label) {
   return label == "UTF-8" || label == "UTF8";
 }
@@ -109,6 +123,14 @@ std::string fromWindows1252(std::string_view data) {
   return text;
 }
 
+// Whether the bytes are the first ones of a character, but not all of them.
+bool beginsSequence(std::string_view bytes) {
+  const std::uint8_t lead = byteAt(bytes, 0);
+  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+  return lead >= 0xC2 && lead <= 0xF4 && bytes.size() < length &&
+         std::all_of(bytes.begin() + 1, bytes.end(), [](char c) { return (c & 0xC0) == 0x80; });
+}
+
 std::string fromDoubtfulUTF8(std::string_view data) {
   std::string text;
   text.reserve(data.size() + data.size() / 8);
@@ -116,6 +138,8 @@ std::string fromDoubtfulUTF8(std::string_view data) {
     const std::size_t length = utf8SequenceLength(data);
     if (length > 0) {
       text.append(data.substr(0, length));
+    } else if (beginsSequence(data)) {
+      break;  // cut off within a character
     } else {
       appendUTF8(text, windows1252Character(byteAt(data, 0)));
     }
@@ -179,7 +203,7 @@ std::optional<std::string> decodedAs(std::string_view data, const std::string& l
     if (lenient && isValidUTF8(data)) return std::string(data);
     return fromWindows1252(data);
   }
-  return converted(data, label, lenient);
+  return converted(data, actualEncoding(label), lenient);
 }
 
 }  // namespace

@@ -97,6 +97,7 @@ std::optional<Error> overburdening(std::string_view text) {
 // What goes on during one parse, beside the parser's own state.
 struct Parse {
   xmlParserCtxt* parser = nullptr;
+  bool refusesControls = false;
   XMLTreeBuilder builder;
   std::string value;  // of an attribute, with its references resolved
   std::optional<Error> error;
@@ -107,6 +108,15 @@ struct Parse {
     if (!error) error = std::move(reason);
     parser->instate = XML_PARSER_EOF;
     parser->disableSAX = 1;
+  }
+
+  // Of the control characters from U+0080 on.
+  void checkControls(std::string_view text) {
+    if (!refusesControls) return;
+    for (std::size_t at = 0; (at = text.find('\xC2', at)) != std::string_view::npos; ++at) {
+      if (at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) < 0xA0)
+        return fail(corruptAt(parser->input->line, "There is a control character."));
+    }
   }
 };
 
@@ -136,6 +146,7 @@ void startElement(void* context, const xmlChar* name, const xmlChar** attributes
       }
       value = parse.value.append(value);
     }
+    parse.checkControls(value);
     parse.builder.addAttribute(view(attributes[0]), value);
   }
   if (parse.builder.isOverfull()) parse.fail(corrupt(kTooManyXMLNodes));
@@ -149,7 +160,10 @@ void endElement(void* context, const xmlChar*) {
 
 void appendText(void* context, const xmlChar* text, int length) {
   Parse& parse = parseOf(context);
-  if (parse.builder.openElements() > 0) parse.builder.text().append(view(text, length));
+  if (parse.builder.openElements() == 0) return;
+  // A reference comes alone.
+  if (length == 2) parse.checkControls(view(text, length));
+  parse.builder.text().append(view(text, length));
 }
 
 void addInstruction(void* context, const xmlChar* target, const xmlChar* data) {
@@ -215,10 +229,11 @@ void run(Parse& parse, const std::string& text) {
 
 }  // namespace
 
-Result<std::unique_ptr<XMLTree>> readXML(const std::string& text) {
+Result<std::unique_ptr<XMLTree>> readXML(const std::string& text, bool fromAnyone) {
   if (text.size() > INT_MAX) return corrupt("The document is too large.");
   if (std::optional<Error> error = overburdening(text)) return *std::move(error);
   Parse parse;
+  parse.refusesControls = fromAnyone;
   parse.parser = xmlNewParserCtxt();
   if (parse.parser == nullptr) throw std::bad_alloc();
   run(parse, text);

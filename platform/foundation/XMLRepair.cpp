@@ -20,6 +20,9 @@ constexpr std::size_t kLongestLeadingJunk = 4096;
 // Texts and end tags come on top of the elements.
 constexpr std::size_t kMostTokens = 4 * kMostXMLNodes;
 constexpr std::size_t kMostVainReadings = 8;
+constexpr std::size_t kSmallText = 65'536;
+// HTML's elements that never have an end tag and that no feed has by these names.
+constexpr std::string_view kHTMLVoids[] = {"br", "hr", "img"};
 
 Error corrupt(std::string_view reason) {
   return cocoaError(kPropertyListReadCorruptError, std::string(reason));
@@ -83,6 +86,7 @@ class Tokenizer {
       if (bracket == text_.size()) break;
       at = takeMarkup(bracket);
       if (at > bracket) continue;
+      if (isCutOff(bracket)) break;
       addText(bracket, bracket + 1);
       at = bracket + 1;
     }
@@ -93,7 +97,7 @@ class Tokenizer {
     return tags_ > kMostXMLNodes || tokens_.size() > kMostTokens || isHopeless();
   }
   // Whether the text was read many times over for tags that were none: each of them can hold the next.
-  bool isHopeless() const { return vainlyRead_ / kMostVainReadings > text_.size(); }
+  bool isHopeless() const { return vainlyRead_ > kMostVainReadings * (text_.size() + kSmallText); }
 
  private:
   // Answers where the markup at `at` ends; `at` itself when it is none.
@@ -121,15 +125,36 @@ class Tokenizer {
     return end == std::string_view::npos ? at : end;
   }
 
+  // Whether the text ends within the markup that begins here.
+  bool isCutOff(std::size_t at) {
+    const std::string_view behind = text_.substr(at + 1);
+    const bool isMarkup =
+        !behind.empty() &&
+        (std::string_view("/!?").find(behind[0]) != std::string_view::npos || xmlNameLength(behind) > 0);
+    return isMarkup && finder_.endOf("<", at + 1) == std::string_view::npos &&
+           finder_.endOf(">", at + 1) == std::string_view::npos;
+  }
+
   std::size_t takeInstruction(std::size_t at) {
     const std::string_view rest = text_.substr(at);
     if (xmlNameLength(rest.substr(2)) == 0) return std::string_view::npos;
     const bool isDeclaration =
         rest.starts_with("<?xml") && rest.size() > 5 && kBlanks.find(rest[5]) != rest.npos;
-    if (isDeclaration && at <= kLongestLeadingJunk && !startsWithDeclaration_) tokens_.clear();
+    if (isDeclaration && at <= kLongestLeadingJunk && !startsWithDeclaration_ && !isWithinDocument())
+      tokens_.clear();
     startsWithDeclaration_ = startsWithDeclaration_ || isDeclaration;
     const std::size_t end = finder_.endOf(isDeclaration ? ">" : "?>", at);
     return end == std::string_view::npos ? finder_.endOf(">", at) : end;
+  }
+
+  // Whether what has begun so far is what the text ends with, and not what a web server put before it.
+  bool isWithinDocument() const {
+    const auto first = std::find_if(tokens_.begin(), tokens_.end(),
+                                    [](const Token& token) { return token.kind == Token::Kind::Start; });
+    const std::size_t last = text_.rfind("</");
+    if (first == tokens_.end() || last == std::string_view::npos) return false;
+    const std::string_view name = text_.substr(last + 2, xmlNameLength(text_.substr(last + 2)));
+    return name != "html" && name == text_.substr(first->at, first->length);
   }
 
   // A section without an end, or with another one's, ends before the next end tag.
@@ -190,9 +215,15 @@ void matchTags(std::string_view text, Tokens& tokens) {
   std::vector<OpenTag> open;
   std::unordered_map<std::string_view, std::uint32_t> innermost;  // by name, where in `open`
   const auto nameOf = [&](const Token& token) { return text.substr(token.at, token.length); };
+  const auto markUnanswered = [&](Token& start) {
+    const std::string_view name = nameOf(start);
+    start.lacksEnd = true;
+    if (std::find(std::begin(kHTMLVoids), std::end(kHTMLVoids), name) != std::end(kHTMLVoids))
+      start.kind = Token::Kind::Empty;
+  };
   const auto closeLast = [&](bool lacksEnd) {
     Token& start = tokens[open.back().token];
-    start.lacksEnd = lacksEnd;
+    if (lacksEnd) markUnanswered(start);
     innermost[nameOf(start)] = open.back().outerNamesake;
     open.pop_back();
   };
@@ -212,7 +243,23 @@ void matchTags(std::string_view text, Tokens& tokens) {
       closeLast(false);
     }
   }
-  for (const OpenTag& tag : open) tokens[tag.token].lacksEnd = true;
+  for (const OpenTag& tag : open) markUnanswered(tokens[tag.token]);
+}
+
+// Which token begins the document: the first element that holds others, so that it is none of a web server's
+// remarks; failing that, the first of all.
+std::size_t rootOf(const Tokens& tokens) {
+  std::size_t begin = 0;
+  std::size_t depth = 0;
+  for (std::size_t i = 0; i < tokens.size(); ++i) {
+    const Token& token = tokens[i];
+    if (token.kind == Token::Kind::End && depth > 0) --depth;
+    if (token.kind != Token::Kind::Start && token.kind != Token::Kind::Empty) continue;
+    if (depth > 0) return begin;
+    begin = i;
+    if (token.kind == Token::Kind::Start) ++depth;
+  }
+  return 0;
 }
 
 // Makes one element of the tokens.
@@ -221,9 +268,9 @@ class Assembly {
   explicit Assembly(std::string_view text) : text_(text) {}
 
   Result<std::unique_ptr<XMLTree>> assemble(const Tokens& tokens) {
-    for (const Token& token : tokens) {
+    for (std::size_t i = rootOf(tokens); i < tokens.size(); ++i) {
       if (builder_.hasRoot() && open_.empty()) break;
-      take(token);
+      take(tokens[i]);
       if (builder_.isOverfull()) return corrupt(kTooManyXMLNodes);
     }
     while (!open_.empty()) close();

@@ -11,7 +11,7 @@
 namespace clipwave {
 namespace {
 
-constexpr std::size_t kLongestReference = 40;
+constexpr std::size_t kLongestName = 40;
 
 // The character that the digits of a reference name; 0 when XML cannot carry it. Numbers of Windows-1252's
 // own characters are what their authors saw.
@@ -42,21 +42,25 @@ char32_t characterNamed(std::string_view name) {
   return found == kCharacters.end() ? 0 : found->second;
 }
 
-// Resolves the reference at the start of `text`; answers its length, or 0 when there is none.
+// Resolves the reference at the start of `text` to a number, whose semicolon may be missing; answers its
+// length, or 0 when there is none.
+std::size_t appendNumericReference(std::string& out, std::string_view text) {
+  const bool hexadecimal = text.size() > 2 && (text[2] == 'x' || text[2] == 'X');
+  const std::size_t start = hexadecimal ? 3 : 2;
+  const std::string_view allowed = hexadecimal ? "0123456789abcdefABCDEF" : "0123456789";
+  const std::size_t end = std::min(text.find_first_not_of(allowed, start), text.size());
+  if (end <= start) return 0;
+  const char32_t character = referencedCharacter(text.substr(start, end - start), hexadecimal ? 16 : 10);
+  if (character != 0) appendUTF8(out, character);
+  return end < text.size() && text[end] == ';' ? end + 1 : end;
+}
+
+// The same for any reference.
 std::size_t appendReference(std::string& out, std::string_view text) {
-  const std::size_t end = text.substr(0, kLongestReference).find(';');
-  if (end == std::string_view::npos || end == 1) return 0;
-  const std::string_view body = text.substr(1, end - 1);
-  if (body[0] == '#') {
-    const bool hexadecimal = body.size() > 1 && (body[1] == 'x' || body[1] == 'X');
-    const std::string_view digits = body.substr(hexadecimal ? 2 : 1);
-    const std::string_view allowed = hexadecimal ? "0123456789abcdefABCDEF" : "0123456789";
-    if (digits.empty() || digits.find_first_not_of(allowed) != std::string_view::npos) return 0;
-    const char32_t character = referencedCharacter(digits, hexadecimal ? 16 : 10);
-    if (character != 0) appendUTF8(out, character);
-    return end + 1;
-  }
-  const char32_t character = characterNamed(body);
+  if (text.starts_with("&#")) return appendNumericReference(out, text);
+  const std::size_t end = text.substr(0, kLongestName).find(';');
+  if (end == std::string_view::npos) return 0;
+  const char32_t character = characterNamed(text.substr(1, end - 1));
   if (character == 0) return 0;
   appendUTF8(out, character);
   return end + 1;

@@ -122,7 +122,7 @@ TEST(NaturalLanguageDate, TextThatNamesNoDayIsNone) {
 }
 
 TEST(NaturalLanguageDate, LongTextsTakeTimeInProportionOnly) {
-  constexpr std::size_t kLength = 4'000'000;
+  constexpr std::size_t kLength = 200'000;
   const std::string date = "3 Mar 2009 18:05:09";
   const std::string digits(kLength, '9');
   const auto start = std::chrono::steady_clock::now();
