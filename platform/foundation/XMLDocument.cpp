@@ -1,5 +1,6 @@
 #include "platform/foundation/XMLDocument.h"
 
+#include <new>
 #include <utility>
 
 #include "platform/foundation/XMLEncoding.h"
@@ -94,7 +95,7 @@ XMLDocument::XMLDocument(XMLDocument&&) noexcept = default;
 XMLDocument& XMLDocument::operator=(XMLDocument&&) noexcept = default;
 XMLDocument::~XMLDocument() = default;
 
-Result<XMLDocument> XMLDocument::parse(std::string_view data, Parsing parsing, std::string_view charset) {
+Result<XMLDocument> XMLDocument::parse(std::string_view data, Parsing parsing, std::string_view charset) try {
   const bool tolerant = parsing == Parsing::Tolerant;
   std::optional<std::string> text = decodedXML(data, charset, tolerant);
   if (!text)
@@ -108,6 +109,8 @@ Result<XMLDocument> XMLDocument::parse(std::string_view data, Parsing parsing, s
   }
   if (!tree) return tree.error();
   return XMLDocument(*std::move(tree));
+} catch (const std::bad_alloc&) {
+  return cocoaError(kPropertyListReadCorruptError, "There is not enough memory for the document.");
 }
 
 XMLElement XMLDocument::rootElement() const {

@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/XMLTag.h"
 #include "platform/foundation/XMLText.h"
 #include "platform/foundation/XMLTreeBuilder.h"
@@ -14,7 +15,6 @@
 namespace clipwave {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
 // A declaration further in than this is somebody's text, not the true beginning behind a server's complaints.
 constexpr std::size_t kLongestLeadingJunk = 4096;
 // Texts and end tags come on top of the elements.

@@ -6,10 +6,10 @@
 #include <cstring>
 #include <string>
 
+#include "platform/foundation/ASCII.h"
+
 namespace clipwave {
 namespace {
-
-constexpr std::string_view kBlanks = " \t\r\n";
 
 bool isBlank(char c) {
   return kBlanks.find(c) != std::string_view::npos;
