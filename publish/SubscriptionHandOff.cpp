@@ -13,12 +13,19 @@ constexpr std::string_view kSubscriptionDTD = "http://www.itunes.com/DTDs/Podcas
 constexpr std::string_view kDownloadPage = "https://www.apple.com/itunes/download/";
 constexpr std::string_view kPodcastClient = "iTunes";
 
+constexpr std::string_view kExtension = ".pcast";
+constexpr std::size_t kLongestFileName = 255;  // bytes, on every file system that "/tmp" may lie on
+
 // A "/" in a title would lead into a folder. The slash of fractions looks like it and is never met in a file
-// name, so that two titles keep two files.
-std::string safeFileName(std::string_view title) {
+// name, so that two titles keep two files. A title that is too long for a file is cut between two characters.
+std::string subscriptionFileName(std::string_view title) {
   std::string name;
   for (const char c : title) c == '/' ? name.append("\u2215") : name.append(1, c);
-  return name;
+  if (std::size_t end = kLongestFileName - kExtension.size(); name.size() > end) {
+    while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0) == 0x80) --end;
+    name.resize(end);
+  }
+  return name.append(kExtension);
 }
 
 // The address of the channel's feed as a link in the message; nothing while it has none.
@@ -59,9 +66,8 @@ std::string subscriptionMessage(const std::vector<ManagedObject*>& channels) {
 void SubscriptionHandOff::openInItunes() {
   troubles_.clear();
   for (const auto& [title, feedURL] : services_.feedPreparation.urlsToLaunch()) {
-    const std::string path = services_.folder + '/' + safeFileName(title) + ".pcast";
-    // Also a link that leads nowhere: it is in the way all the same.
-    if (services_.files.fileAttributesAtPath(path, false) && !services_.files.removeFileAtPath(path)) {
+    const std::string path = services_.folder + '/' + subscriptionFileName(title);
+    if (!removeOldFile(path)) {
       services_.log.write("couldn't delete temp file");
       services_.application.beep();
       troubles_.push_back("The old subscription file " + path + " could not be removed.");
@@ -77,6 +83,14 @@ void SubscriptionHandOff::openInItunes() {
       troubles_.push_back("No application could be started for the subscription file " + path + ".");
     }
   }
+}
+
+bool SubscriptionHandOff::removeOldFile(const std::string& path) {
+  // Also a link that leads nowhere: it is in the way all the same.
+  const auto old = services_.files.fileAttributesAtPath(path, false);
+  if (!old) return true;
+  // A folder was never a subscription file, and what it holds is somebody's.
+  return old->type != FileAttributes::Type::Directory && services_.files.removeFileAtPath(path).ok();
 }
 
 // Written aside and moved to a path where nothing may be: an atomic write straight to the path would follow a

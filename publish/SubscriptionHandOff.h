@@ -50,6 +50,7 @@ class SubscriptionHandOff {
   const std::vector<std::string>& troubles() const { return troubles_; }
 
  private:
+  bool removeOldFile(const std::string& path);
   bool writeFile(const std::string& path, std::string_view bytes);
 
   Services services_;

@@ -66,6 +66,19 @@ TEST_F(SubscriptionHandOffTest, AnOldFileThatStaysEndsItAndOneThatCannotBeWritte
   EXPECT_EQ(handOff.troubles().size(), 2U);
 }
 
+TEST_F(SubscriptionHandOffTest, AFolderInTheWayStaysAndATitleThatIsTooLongIsCut) {
+  publish({{std::string(248, 'x') + "\u00fcy", "http://h/a"}});
+  handOff.openInItunes();
+  EXPECT_THAT(workspace.calls,
+              ElementsAre("file " + path(std::string(248, 'x') + ".pcast") + " with iTunes"));
+  publish({{"Folder", "http://h/a"}});
+  const std::string inside = folder.write("tmp/Folder.pcast/kept", "k");
+  handOff.openInItunes();
+  EXPECT_EQ(readFile(inside), "k");
+  EXPECT_THAT(log.lines, ElementsAre("couldn't delete temp file"));
+  EXPECT_EQ(workspace.calls.size(), 1U);
+}
+
 TEST_F(SubscriptionHandOffTest, TheMessageInvitesToTheSelectedChannelsOrToAll) {
   const std::string start =
       "Click on the links below to subscribe to my video podcast.  If you don't have iTunes installed, you "
