@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <set>
 
 #include "model/LibraryModel.h"
 #include "model/Vodcast.h"
@@ -35,9 +36,15 @@ bool takesText(const ManagedObject& record, std::string_view key) {
 }
 
 void setMappedValues(ManagedObject& record, XMLElement element, const FeedMappings& mappings) {
+  std::set<std::string_view> filled;
   for (const auto& [name, key] : mappings) {
     const XMLElement child = element.firstElementForName(name);
-    if (child && takesText(record, key)) record.setValue(key, child.stringValue());
+    if (!child || !takesText(record, key)) continue;
+    const std::string text = child.stringValue();
+    // Where two elements lead to one attribute, an empty one takes nothing away from the other.
+    if (text.empty() && filled.contains(key)) continue;
+    record.setValue(key, text);
+    filled.insert(key);
   }
 }
 
@@ -102,6 +109,7 @@ void FeedImport::rssFeedSheetDidEnd(int) {
 }
 
 Channel* FeedImport::importRSSWithURL(std::string_view url) {
+  trouble_.clear();
   const std::optional<XMLDocument> document = loadFeed(url);
   if (!document) return nullptr;
   const XMLElement element = document->rootElement().firstElementForName("channel");
@@ -141,6 +149,7 @@ std::optional<XMLDocument> FeedImport::loadFeed(std::string_view url) {
   if (!document) {
     // The load itself went well: there is no reason to show but the title.
     showLoadFailure({}, {});
+    trouble_ = document.error().localizedDescription;
     return std::nullopt;
   }
   if (document->rootElement().name() != "rss") {

@@ -59,6 +59,10 @@ class FeedImport {
   // channel, or null.
   Channel* importRSSWithURL(std::string_view url);
 
+  // Why the last feed was no XML, for a companion that says what the alert leaves out; "" for every other
+  // end.
+  const std::string& trouble() const { return trouble_; }
+
  private:
   // The feed's document, or nothing after the user has been told.
   std::optional<XMLDocument> loadFeed(std::string_view url);
@@ -70,6 +74,7 @@ class FeedImport {
 
   Services services_;
   Elements elements_;
+  std::string trouble_;
 };
 
 }  // namespace clipwave
