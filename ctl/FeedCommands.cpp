@@ -3,6 +3,8 @@
 
 #include "ctl/Commands.h"
 #include "ctl/RecordLookup.h"
+#include "ctl/RecordText.h"
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/URLs.h"
 #include "publish/FeedDocument.h"
 
@@ -21,24 +23,28 @@ ExitStatus runFeed(Companion& companion, const CommandLine& arguments) {
 namespace {
 
 // A name that a file has here is that file, also where it could be read as a URL. What begins as an address
-// of the web is meant as one, also where it is none.
+// is meant as one, also where it is none.
 std::string urlFromArgument(Companion& companion, const std::string& argument) {
   const std::string path = absolutePath(argument);
-  const bool isFile = companion.files().fileExistsAtPath(path);
-  const std::string scheme = schemeOf(argument);
-  const bool isMeantAsURL = isURL(argument) || scheme == "http" || scheme == "https";
-  return isFile || !isMeantAsURL ? fileURLWithPath(path) : argument;
+  if (companion.files().fileExistsAtPath(path)) return fileURLWithPath(path);
+  const std::string_view url = trimmed(argument);
+  const std::string scheme = schemeOf(url);
+  const bool isMeantAsURL = isURL(url) || scheme == "http" || scheme == "https" || scheme == "file";
+  return isMeantAsURL ? std::string(url) : fileURLWithPath(path);
 }
 
 }  // namespace
 
 ExitStatus runImport(Companion& companion, const CommandLine& arguments) {
   if (arguments.size() != 1 || arguments.front().empty()) return usageError("import takes one file or URL.");
-  Channel* channel =
-      companion.controller().feedImport().importRSSWithURL(urlFromArgument(companion, arguments.front()));
-  if (channel == nullptr) return kFailed;
+  FeedImport& import = companion.controller().feedImport();
+  Channel* channel = import.importRSSWithURL(urlFromArgument(companion, arguments.front()));
+  if (channel == nullptr) {
+    if (!import.trouble().empty()) printError("clipwavectl", import.trouble());
+    return kFailed;
+  }
   const ExitStatus status = companion.finish();
-  if (status == kDone) std::cout << channel->value("vcTitle").stringValue() << '\n';
+  if (status == kDone) std::cout << oneLine(channel->value("vcTitle").stringValue()) << '\n';
   return status;
 }
 

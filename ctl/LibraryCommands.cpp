@@ -12,8 +12,9 @@ ExitStatus runChannels(Companion& companion, const CommandLine& arguments) {
   if (!arguments.empty()) return usageError("channels takes no arguments.");
   for (ManagedObject* channel : companion.controller().channelController().arrangedObjects()) {
     std::cout << channel->objectID() << '\t' << (channel->value("vcPublish").boolValue() ? '*' : '-') << '\t'
-              << channel->relatedObjects("children").size() << '\t' << channel->value("vcTitle").stringValue()
-              << '\t' << channel->value("mediaPath").stringValue() << '\n';
+              << channel->relatedObjects("children").size() << '\t'
+              << oneLine(channel->value("vcTitle").stringValue()) << '\t'
+              << channel->value("mediaPath").stringValue() << '\n';
   }
   return companion.finishWithoutSaving();
 }

@@ -121,8 +121,12 @@ std::optional<PublishOptions> optionsFromArguments(const CommandLine& arguments)
 bool subscribe(Companion& companion) {
   SubscriptionHandOff& handOff = companion.controller().subscriptionHandOff();
   handOff.openInItunes();
-  for (const std::string& trouble : handOff.troubles()) printError("clipwavectl", trouble);
-  return handOff.troubles().empty();
+  std::vector<std::string> troubles = handOff.troubles();
+  const FeedPreparation& prepared = companion.controller().feedPreparation();
+  if (prepared.urlsToLaunch().size() < prepared.pubURLs().size())
+    troubles.emplace_back("Of channels with the same title, only the last one was handed over.");
+  for (const std::string& trouble : troubles) printError("clipwavectl", trouble);
+  return troubles.empty();
 }
 
 }  // namespace

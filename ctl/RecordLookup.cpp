@@ -4,6 +4,8 @@
 #include <optional>
 #include <vector>
 
+#include "ctl/RecordText.h"
+
 namespace clipwave {
 
 namespace {
@@ -19,9 +21,13 @@ std::optional<std::int64_t> number(std::string_view text) {
 Result<ManagedObject*> findAmong(const std::vector<ManagedObject*>& records, std::string_view name,
                                  const std::string& noun) {
   std::vector<ManagedObject*> named;
+  std::vector<ManagedObject*> shownSo;
   for (ManagedObject* record : records) {
-    if (record->primitiveValue("vcTitle").stringValue() == name && !name.empty()) named.push_back(record);
+    const std::string_view title = record->primitiveValue("vcTitle").stringValue();
+    if (title == name && !name.empty()) named.push_back(record);
+    if (oneLine(title) == name && !name.empty()) shownSo.push_back(record);
   }
+  if (named.empty()) named = shownSo;
   if (named.size() == 1) return named.front();
   if (named.size() > 1) {
     std::string message =

@@ -1,8 +1,10 @@
 #include "ctl/RecordText.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/JSON.h"
 #include "platform/foundation/TimeZone.h"
 
@@ -45,6 +47,16 @@ Value recordDictionary(ManagedObject& record) {
     dictionary["children"] = std::move(children);
   }
   return dictionary;
+}
+
+std::string oneLine(std::string_view text) {
+  std::string line;
+  for (text = trimmed(text); !text.empty();) {
+    const std::size_t end = std::min(text.find_first_of(kBlanks), text.size());
+    line.append(line.empty() ? "" : " ").append(text.substr(0, end));
+    text = trimmed(text.substr(end));
+  }
+  return line;
 }
 
 std::string valueText(const Value& value) {

@@ -16,6 +16,9 @@ namespace clipwave {
 Value recordDictionary(ManagedObject& record);
 // One "key: value" a line, without attributes that are absent or marks that are off.
 std::string recordText(ManagedObject& record);
+// The text with every run of white space as one blank, and none around it: titles of feeds may hold line
+// breaks.
+std::string oneLine(std::string_view text);
 // A value as a person reads it.
 std::string valueText(const Value& value);
 

@@ -27,11 +27,14 @@ TEST(FeedCommands, ImportMakesAChannelFromAFileOrAServer) {
 
   LoopbackServer server;
   server.answer("/old", httpRedirect("/feed.xml"));
-  server.answer("/feed.xml",
-                httpResponse(200, "<rss><channel><title>\xe9t\xe9</title><item/></channel></rss>",
-                             {"Content-Type: text/xml; charset=ISO-8859-1"}));
-  EXPECT_EQ(library.done({"import", server.url("/old")}), "\u00e9t\u00e9\n");
-  EXPECT_THAT(library.done("channels"), AllOf(HasSubstr("Found & kept"), HasSubstr("\u00e9t\u00e9")));
+  server.answer(
+      "/feed.xml",
+      httpResponse(200, "<rss><channel><title>\n \xe9t\xe9\n en Alsace </title><item/></channel></rss>",
+                   {"Content-Type: text/xml; charset=ISO-8859-1"}));
+  EXPECT_EQ(library.done({"import", server.url("/old")}), "\u00e9t\u00e9 en Alsace\n");
+  EXPECT_THAT(library.done("channels"),
+              AllOf(HasSubstr("Found & kept"), HasSubstr("\t\u00e9t\u00e9 en Alsace\t")));
+  EXPECT_EQ(library.done({"feed", "\u00e9t\u00e9 en Alsace"}).substr(0, 5), "<?xml");
 }
 
 TEST(FeedCommands, AFailedImportSaysWhyAndLeavesNothing) {
@@ -45,7 +48,8 @@ TEST(FeedCommands, AFailedImportSaysWhyAndLeavesNothing) {
   EXPECT_THAT(library.run({"import", server.url("/empty")}),
               Fails(1, "Invalid RSS Feed: There was an error processing the RSS feed."));
   EXPECT_THAT(library.run({"import", server.url("/nothing")}), Fails(1, "404"));
-  EXPECT_THAT(library.run({"import", library.folder / "photo.xml"}), Fails(1, "Error loading URL!\n"));
+  EXPECT_THAT(library.run({"import", library.folder / "photo.xml"}),
+              Fails(1, "Error loading URL!\nclipwavectl: The document holds no element.\n"));
   EXPECT_THAT(library.run({"import", library.folder / "missing.xml"}), Fails(1, "missing.xml"));
   EXPECT_THAT(library.run({"--verbose", "import", server.url("/page")}), Fails(1, "Error Code:0 Reason:"));
   EXPECT_THAT(library.run({"import", "http://h /feed"}), Fails(1, "Error loading URL!: Invalid RSS feed."));
