@@ -256,7 +256,7 @@ TEST_F(URLLoadingTest, AFileURLReadsARegularFileAndNothingElse) {
   options_.mostBytes = 10;
   const std::string file = folder_.write("100% a b?#.xml", "<rss/>");
   EXPECT_EQ(textAt(fileURLWithPath(file)), "<rss/>");
-  EXPECT_EQ(textAt("FILE://localhost" + fileURLWithPath(file).substr(7) + "?q#f"), "<rss/>");
+  EXPECT_EQ(textAt("FILE://LocalHost" + fileURLWithPath(file).substr(7) + "?q#f"), "<rss/>");
   EXPECT_EQ(textAt("file:" + fileURLWithPath(file).substr(7)), "<rss/>");
   ASSERT_EQ(::mkfifo((folder_ / "fifo").c_str(), 0600), 0);
   folder_.write("large", "12345678901");
