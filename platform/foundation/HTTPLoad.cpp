@@ -47,6 +47,12 @@ std::string charsetOfContentType(std::string_view type) {
   return {};
 }
 
+// Whether an answer of that status brings the resource itself: not nothing, a part of it, or a word on where
+// it is. libcurl lets all below 400 pass that it cannot follow.
+bool isResource(long status) {
+  return status >= 200 && status <= 203;
+}
+
 std::string hostOf(const char* url) {
   const std::unique_ptr<CURLU, void (*)(CURLU*)> parts(curl_url(), &curl_url_cleanup);
   char* host = nullptr;
@@ -124,6 +130,7 @@ std::size_t HTTPLoad::onBody(char* bytes, std::size_t size, std::size_t count, v
 }
 
 bool HTTPLoad::takeBody(std::string_view bytes) try {
+  if (!isResource(status())) return false;
   bodySize_ += static_cast<std::int64_t>(bytes.size());
   if (bodySize_ > mostBytes_) return false;
   if (keepsBody_) body_ += bytes;
@@ -135,19 +142,23 @@ bool HTTPLoad::takeBody(std::string_view bytes) try {
 
 // libcurl takes a connection that ends within the headers for a resource without a body.
 bool HTTPLoad::isWhole() const {
-  long status = 0;
-  curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &status);
-  return stage_ == Stage::Body && status >= 200;
+  return stage_ == Stage::Body && status() >= 200;
 }
 
 Result<LoadedData> HTTPLoad::result(int curlCode) {
-  if (curlCode == CURLE_OK && isWhole()) return LoadedData{std::move(body_), charset()};
-  FailedTransfer failed{curlCode == CURLE_OK ? CURLE_PARTIAL_FILE : curlCode, 0, host(), false, false};
+  FailedTransfer failed{curlCode, status(), host(), stage_ == Stage::Body, stage_ == Stage::Head};
+  if (curlCode == CURLE_OK && !isWhole()) failed.curlCode = CURLE_PARTIAL_FILE;
+  const bool isJudgedHere = failed.curlCode == CURLE_OK || failed.curlCode == CURLE_WRITE_ERROR;
+  if (isJudgedHere && isWhole() && !isResource(failed.status)) failed.curlCode = CURLE_HTTP_RETURNED_ERROR;
+  if (failed.curlCode == CURLE_OK) return LoadedData{std::move(body_), charset()};
   if (bodySize_ > mostBytes_) return tooLargeError(failed.host, mostBytes_);
-  curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &failed.status);
-  failed.isLedAstray = stage_ == Stage::Body;
-  failed.isWithinHead = stage_ == Stage::Head;
   return transferError(failed);
+}
+
+long HTTPLoad::status() const {
+  long status = 0;
+  curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &status);
+  return status;
 }
 
 std::string HTTPLoad::host() const {

@@ -41,6 +41,7 @@ class HTTPLoad {
   bool takeHead(std::string_view line);
   bool takeBody(std::string_view bytes);
   bool isWhole() const;
+  long status() const;
   std::string host() const;
   std::string charset() const;
 

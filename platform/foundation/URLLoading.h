@@ -26,8 +26,9 @@ enum URLErrorCode : int {
   kURLErrorNetworkConnectionLost = -1005,
   kURLErrorHTTPTooManyRedirects = -1007,
   kURLErrorRedirectToUnsupportedURL = -1010,  // one that leads out of http and https
-  kURLErrorBadServerResponse =
-      -1011,  // not HTTP, a wrong length, a broken compression, a status of 400 or more
+  // Not HTTP, a wrong length, a broken compression, or a status other than 200 to 203: an error, no content,
+  // a part of it, a redirect to nowhere.
+  kURLErrorBadServerResponse = -1011,
   kURLErrorFileDoesNotExist = -1100,
   kURLErrorFileIsDirectory = -1101,
   kURLErrorNoPermissionsToReadFile = -1102,

@@ -164,6 +164,10 @@ TEST_F(URLLoadingTest, AnAnswerThatIsNoneIsAnErrorThatNamesTheServer) {
       {"half a chunk", httpResponse(200, "8\r\nhalf", {"Transfer-Encoding: chunked"}),
        "-1005 broke the connection off."},
       {"no such page", httpResponse(404, "<rss/>"), "-1011 answered 404 Not Found."},
+      {"nothing", httpResponse(204, ""), "-1011 answered 204 No Content."},
+      {"a part", httpResponse(206, "<rss/>"), "-1011 answered 206 Partial Content."},
+      {"a choice", httpResponse(300, "<rss/>"), "-1011 answered 300 Multiple Choices."},
+      {"a redirect to nowhere", httpResponse(302, ""), "-1011 answered 302 Found."},
       {"a status of no name", httpResponse(599, "<rss/>"), "-1011 answered 599."},
       {"another protocol", "SSH-2.0-x\r\n", "-1011 gave an answer that cannot be understood."},
       {"no length", httpResponse(200, "x", {"Content-Length: many"}),
@@ -181,7 +185,7 @@ TEST_F(URLLoadingTest, AnAnswerThatIsNoneIsAnErrorThatNamesTheServer) {
     EXPECT_EQ(textAt(answering(answer)), expected) << what;
   }
   EXPECT_EQ(textAt(answering(httpResponse(200, packed, {gzip}))), std::string(2000, 'x') + "<rss/>");
-  EXPECT_EQ(textAt(answering(httpResponse(200, "ab and more", {"Content-Length: 2"}))), "ab");
+  EXPECT_EQ(textAt(answering(httpResponse(203, "ab and more", {"Content-Length: 2"}))), "ab");
   EXPECT_EQ(textAt(answering("HTTP/1.0 200 OK\r\n\r\nuntil the end")), "until the end");
 }
 
