@@ -16,6 +16,7 @@ namespace clipwave {
 namespace {
 using namespace ::testing;
 using namespace testing;
+using namespace std::string_literals;
 
 constexpr std::string_view kHost = "The server \u201c127.0.0.1\u201d ";
 
@@ -116,7 +117,8 @@ TEST_F(URLLoadingTest, OnlyABlockingLoadAsksToPassAllCaches) {
   ASSERT_EQ(requests.size(), 2U);
   EXPECT_EQ(requests[0].header("Cache-Control") + "," + requests[0].header("Pragma"), "no-cache,no-cache");
   EXPECT_EQ(requests[1].header("Cache-Control") + "," + requests[1].header("Pragma"), ",");
-  EXPECT_EQ(requests[1].header("User-Agent"), "Clipwave");
+  EXPECT_EQ(requests[1].header("User-Agent") + "," + requests[1].header("Accept-Encoding"),
+            "Clipwave,gzip, deflate");
 }
 
 TEST_F(URLLoadingTest, RedirectsAreFollowedWithinTheWebAndNotForEver) {
@@ -156,6 +158,7 @@ TEST_F(URLLoadingTest, AnAnswerThatIsNoneIsAnErrorThatNamesTheServer) {
   const std::string gzip = "Content-Encoding: gzip";
   std::string broken = packed;
   broken[broken.size() - 6] ^= 1;  // in its check sum
+  const std::string half = packed.substr(0, packed.size() / 2);
   const std::tuple<const char*, std::string, const char*> kAnswers[] = {
       {"nothing at all", "", "-1005 broke the connection off."},
       {"half a head", "HTTP/1.1 200 OK\r\nContent-Le", "-1005 broke the connection off."},
@@ -176,16 +179,31 @@ TEST_F(URLLoadingTest, AnAnswerThatIsNoneIsAnErrorThatNamesTheServer) {
        "-1011 gave an answer that cannot be understood."},
       {"no compression", httpResponse(200, "plain", {gzip}),
        "-1011 gave an answer that cannot be understood."},
-      {"no known compression", httpResponse(200, "x", {"Content-Encoding: own"}),
+      {"no known compression", httpResponse(200, "x", {"Content-Encoding: br"}),
        "-1011 gave an answer that cannot be understood."},
+      {"a compression twice", httpResponse(200, packed, {gzip, gzip}),
+       "-1011 gave an answer that cannot be understood."},
+      {"half of what was packed", httpResponse(200, half, {gzip}),
+       "-1011 gave an answer that cannot be understood."},
+      {"less than was packed", httpResponse(200, half, {gzip, "Content-Length: 1000"}),
+       "-1005 broke the connection off."},
   };
   for (const auto& [what, answer, error] : kAnswers) {
     std::string expected(error);
     expected.insert(expected.find(' ') + 1, kHost);
     EXPECT_EQ(textAt(answering(answer)), expected) << what;
   }
-  EXPECT_EQ(textAt(answering(httpResponse(200, packed, {gzip}))), std::string(2000, 'x') + "<rss/>");
+  for (const char* header :
+       {"Content-Encoding: X-GZIP", "Content-Encoding: identity, gzip", "Transfer-Encoding: gzip"})
+    EXPECT_EQ(textAt(answering(httpResponse(200, packed, {header}))), std::string(2000, 'x') + "<rss/>")
+        << header;
+  EXPECT_EQ(
+      textAt(answering(httpResponse(200, "\xB3\x29\x2A\x2E\xD6\xB7\x03\0"s, {"Content-Encoding: deflate"}))),
+      "<rss/>");
+  EXPECT_EQ(textAt(answering(httpResponse(200, "", {gzip}))), "");
   EXPECT_EQ(textAt(answering(httpResponse(203, "ab and more", {"Content-Length: 2"}))), "ab");
+  server_.answer("/b", httpResponse(302, "packed", {"Location: /a", gzip}));
+  EXPECT_EQ(textAt(server_.url("/b")), "ab") << "what packs the redirect does not pack the resource";
   EXPECT_EQ(textAt(answering("HTTP/1.0 200 OK\r\n\r\nuntil the end")), "until the end");
 }
 
