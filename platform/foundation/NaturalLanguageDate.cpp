@@ -6,13 +6,12 @@
 
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/CivilDate.h"
+#include "platform/foundation/DateTokens.h"
 
 namespace clipwave {
 namespace {
 
 constexpr std::int64_t kSecondsPerDay = 86'400;
-// No date takes half as many, and what goes on for longer is not read to its end.
-constexpr std::size_t kMostTokens = 64;
 // No zone lies further from UTC; "3-2009" is a year behind a dash.
 constexpr int kMostOffsetHours = 15;
 constexpr std::array<std::string_view, 12> kMonths = {"january",   "february", "march",    "april",
@@ -30,86 +29,12 @@ constexpr std::array<ZoneName, 24> kZones = {{
     {"eest", 3}, {"jst", 9},  {"aest", 10}, {"aedt", 11}, {"nzst", 12}, {"nzdt", 13},
 }};
 
-struct Token {
-  enum class Kind { Number, Word, Sign };
-  Kind kind;
-  std::string_view text;
-  bool touchesPrevious;  // nothing stands between it and the token before
-
-  bool isNumber(std::size_t leastDigits, std::size_t mostDigits) const {
-    return kind == Kind::Number && text.size() >= leastDigits && text.size() <= mostDigits;
-  }
-  bool isSign(char c) const { return kind == Kind::Sign && text[0] == c; }
-};
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-// Bytes beyond ASCII belong to words, so that a foreign month is not taken for its first letters.
-bool isWordByte(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || static_cast<unsigned char>(c) >= 0x80;
-}
 // Whether the word, in any case, is the name or its first letters, `least` of them or more.
 bool abbreviates(std::string_view word, std::string_view name, std::size_t least) {
   return word.size() >= least && word.size() <= name.size() &&
          std::equal(word.begin(), word.end(), name.begin(),
                     [](char a, char b) { return lowerCased(a) == b; });
 }
-// How many bytes of white space the text begins with.
-std::size_t blankLength(std::string_view text) {
-  if (std::string_view(" \t\r\n\f\v").find(text[0]) != std::string_view::npos) return 1;
-  if (text.starts_with("\xC2\xA0")) return 2;                                           // no-break space
-  return text.starts_with("\xE2\x80\xAF") || text.starts_with("\xE2\x80\x89") ? 3 : 0;  // narrow ones
-}
-
-// The length of the comment at the start of the text; comments hold comments.
-std::size_t commentLength(std::string_view text) {
-  std::size_t depth = 0;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    if (text[at] == '\\') {
-      ++at;
-    } else if (text[at] == '(') {
-      ++depth;
-    } else if (text[at] == ')' && --depth == 0) {
-      return at + 1;
-    }
-  }
-  return text.size();
-}
-
-std::vector<Token> tokensOf(std::string_view text) {
-  constexpr std::string_view kMinus = "\xE2\x88\x92";
-  std::vector<Token> tokens;
-  bool touches = false;
-  while (!text.empty() && tokens.size() < kMostTokens) {
-    std::size_t length = blankLength(text);
-    if (length == 0 && text[0] == '(') length = commentLength(text);
-    if (length > 0) {
-      touches = false;
-      text.remove_prefix(length);
-      continue;
-    }
-    Token token{Token::Kind::Sign, text.substr(0, 1), touches};
-    length = 1;
-    if (text.starts_with(kMinus)) {
-      token.text = "-";
-      length = kMinus.size();
-    } else if (isDigit(text[0]) || isWordByte(text[0])) {
-      const bool isNumber = isDigit(text[0]);
-      token.kind = isNumber ? Token::Kind::Number : Token::Kind::Word;
-      const auto belongs = [&](std::size_t at) {
-        return isNumber ? isDigit(text[at]) : isWordByte(text[at]) && blankLength(text.substr(at)) == 0;
-      };
-      while (length < text.size() && belongs(length)) ++length;
-      token.text = text.substr(0, length);
-    }
-    tokens.push_back(token);
-    touches = true;
-    text.remove_prefix(length);
-  }
-  return tokens;
-}
-
 // Of at most nine digits.
 int valueOf(std::string_view digits) {
   int value = 0;
@@ -156,7 +81,7 @@ int daysInMonth(int year, int month) {
 // token that fits it; what fits nothing is passed over.
 class Reader {
  public:
-  explicit Reader(std::string_view text) : tokens_(tokensOf(text)) {}
+  explicit Reader(std::string_view text) : tokens_(dateTokensOf(text)) {}
 
   std::optional<Date> read(const TimeZone& zone) {
     std::size_t at = 0;
@@ -180,7 +105,7 @@ class Reader {
            tokens_[at].isNumber(leastDigits, mostDigits);
   }
   bool isWordAt(std::size_t at, std::string_view name) const {
-    return at < tokens_.size() && tokens_[at].kind == Token::Kind::Word &&
+    return at < tokens_.size() && tokens_[at].kind == DateToken::Kind::Word &&
            equalIgnoringCase(tokens_[at].text, name);
   }
   int value(std::size_t at) const { return valueOf(tokens_[at].text); }
@@ -199,8 +124,8 @@ class Reader {
 
   // Answers how many tokens it understood; 0 when it passes one over.
   std::size_t take(std::size_t at) {
-    if (tokens_[at].kind == Token::Kind::Word) return takeWord(at);
-    if (tokens_[at].kind == Token::Kind::Sign) return takeOffset(at);
+    if (tokens_[at].kind == DateToken::Kind::Word) return takeWord(at);
+    if (tokens_[at].kind == DateToken::Kind::Sign) return takeOffset(at);
     std::size_t taken = takeNumericDate(at);
     if (taken == 0) taken = takeClock(at);
     if (taken == 0) taken = takeCompact(at);
@@ -251,8 +176,8 @@ class Reader {
       return setClock(at, at + 1, part(0), part(2), part(4));
     }
     if (digits.size() != 8 && digits.size() != 12 && digits.size() != 14) return 0;
-    const bool isAlone = std::count_if(tokens_.begin(), tokens_.end(), [](const Token& token) {
-                           return token.kind != Token::Kind::Sign;
+    const bool isAlone = std::count_if(tokens_.begin(), tokens_.end(), [](const DateToken& token) {
+                           return token.kind != DateToken::Kind::Sign;
                          }) == 1;
     if (isAlone || day_ || month_ || year_) return 0;
     year_ = valueOf(digits.substr(0, 4));
@@ -286,7 +211,7 @@ class Reader {
   }
 
   void takeNumber(std::size_t at) {
-    const Token& number = tokens_[at];
+    const DateToken& number = tokens_[at];
     if (number.isNumber(1, 2) && !day_) {
       day_ = value(at);
     } else if (number.isNumber(2, 4) && !year_) {
@@ -335,7 +260,7 @@ class Reader {
     return hasColon ? 4 : 2;
   }
 
-  std::vector<Token> tokens_;
+  std::vector<DateToken> tokens_;
   std::optional<int> year_, month_, day_, hour_;
   int minute_ = 0, second_ = 0, microseconds_ = 0;
   std::optional<bool> isAfternoon_;
