@@ -96,9 +96,10 @@ class Reader {
   }
 
  private:
-  // Whether the token there stands right behind the one before, and is such a sign or number.
+  // Whether the token there stands right behind the one before, and is such a sign, letter or number.
   bool joins(std::size_t at, char sign) const {
-    return at < tokens_.size() && tokens_[at].touchesPrevious && tokens_[at].isSign(sign);
+    return at < tokens_.size() && tokens_[at].touchesPrevious && tokens_[at].text.size() == 1 &&
+           lowerCased(tokens_[at].text[0]) == sign;
   }
   bool joins(std::size_t at, std::size_t leastDigits, std::size_t mostDigits) const {
     return at < tokens_.size() && tokens_[at].touchesPrevious &&
@@ -126,8 +127,8 @@ class Reader {
   std::size_t take(std::size_t at) {
     if (tokens_[at].kind == DateToken::Kind::Word) return takeWord(at);
     if (tokens_[at].kind == DateToken::Kind::Sign) return takeOffset(at);
-    std::size_t taken = takeNumericDate(at);
-    if (taken == 0) taken = takeClock(at);
+    std::size_t taken = takeClock(at);
+    if (taken == 0) taken = takeNumericDate(at);
     if (taken == 0) taken = takeCompact(at);
     if (taken == 0) takeNumber(at);
     return taken;
@@ -152,16 +153,26 @@ class Reader {
     return 5;
   }
 
-  // "18:05", "6:05:09.5", and the 6 of "6 PM".
+  // "18:05", "6:05:09.5", the 6 of "6 PM"; behind a date also "18.05.09" and "18h05".
   std::size_t takeClock(std::size_t at) {
     if (!tokens_[at].isNumber(1, 2)) return 0;
-    if (!joins(at + 1, ':') || !joins(at + 2, 1, 2)) {
-      return meridiemLength(at + 1) > 0 ? setClock(at, at + 1, value(at), 0, 0) : 0;
-    }
-    if (!joins(at + 3, ':') || !joins(at + 4, 1, 2)) {
+    const char sign = clockSign(at);
+    if (sign == 0) return meridiemLength(at + 1) > 0 ? setClock(at, at + 1, value(at), 0, 0) : 0;
+    if (!joins(at + 3, sign == 'h' ? 'm' : sign) || !joins(at + 4, 1, 2)) {
       return setClock(at, at + 3, value(at), value(at + 2), 0);
     }
     return setClock(at, at + 5, value(at), value(at + 2), value(at + 4));
+  }
+
+  // What parts the hours there from the minutes behind them; 0 when they are no clock.
+  char clockSign(std::size_t at) const {
+    if (joins(at + 1, ':') && joins(at + 2, 1, 2)) return ':';
+    const bool mayBeClock =
+        hasDate() && !hour_ && joins(at + 2, 2, 2) && value(at) < 24 && value(at + 2) < 60;
+    if (!mayBeClock) return 0;
+    const bool isDate = joins(at + 3, '.') && joins(at + 4, 3, std::string::npos);
+    if (joins(at + 1, '.') && !isDate) return '.';
+    return joins(at + 1, 'h') ? 'h' : '\0';
   }
 
   // "20090303", "20090303180509", and "180509", "1805" or "18" behind a "T" or a date.
