@@ -22,12 +22,17 @@ struct ZoneName {
   std::string_view name;
   int hours;
 };
-constexpr std::array<ZoneName, 24> kZones = {{
-    {"ut", 0},   {"utc", 0},  {"gmt", 0},   {"z", 0},     {"est", -5},  {"edt", -4},
-    {"cst", -6}, {"cdt", -5}, {"mst", -7},  {"mdt", -6},  {"pst", -8},  {"pdt", -7},
-    {"wet", 0},  {"west", 1}, {"bst", 1},   {"cet", 1},   {"cest", 2},  {"eet", 2},
-    {"eest", 3}, {"jst", 9},  {"aest", 10}, {"aedt", 11}, {"nzst", 12}, {"nzdt", 13},
+constexpr std::array<ZoneName, 30> kZones = {{
+    {"ut", 0},    {"utc", 0},   {"gmt", 0},   {"z", 0},     {"est", -5},  {"edt", -4},
+    {"cst", -6},  {"cdt", -5},  {"mst", -7},  {"mdt", -6},  {"pst", -8},  {"pdt", -7},
+    {"wet", 0},   {"west", 1},  {"bst", 1},   {"cet", 1},   {"cest", 2},  {"eet", 2},
+    {"eest", 3},  {"jst", 9},   {"aest", 10}, {"aedt", 11}, {"nzst", 12}, {"nzdt", 13},
+    {"hst", -10}, {"akst", -9}, {"akdt", -8}, {"mez", 1},   {"mesz", 2},  {"msk", 3},
 }};
+constexpr std::array<std::string_view, 7> kWeekdays = {"monday", "tuesday",  "wednesday", "thursday",
+                                                       "friday", "saturday", "sunday"};
+// What may stand behind a clock in capitals and names no zone.
+constexpr std::array<std::string_view, 6> kNoZones = {"AM", "PM", "ON", "HRS", "HOURS", "UHR"};
 
 // Whether the word, in any case, is the name or its first letters, `least` of them or more.
 bool abbreviates(std::string_view word, std::string_view name, std::size_t least) {
@@ -60,6 +65,16 @@ std::optional<int> monthNamed(std::string_view word) {
     if (abbreviates(word, kMonths[i], 3)) return static_cast<int>(i) + 1;
   }
   return std::nullopt;
+}
+
+// Whether a word behind a clock looks like the name of a zone.
+bool mayNameZone(std::string_view word) {
+  const auto isWeekday = [word](std::string_view day) { return abbreviates(word, day, 3); };
+  return word.size() <= 5 &&
+         std::all_of(word.begin(), word.end(), [](char c) { return c >= 'A' && c <= 'Z'; }) &&
+         word != "J" &&  // the one letter that is no military zone
+         std::find(kNoZones.begin(), kNoZones.end(), word) == kNoZones.end() &&
+         std::none_of(kWeekdays.begin(), kWeekdays.end(), isWeekday);
 }
 
 // The instant at which clocks in the zone show the time. Of one that comes twice it is the first; one that is
@@ -242,8 +257,9 @@ class Reader {
     });
     if (zone != kZones.end()) {
       if (!offset_) offset_ = zone->hours * 3'600;
-    } else if (word.size() == 1 && at == clockEnd_ && word[0] >= 'A' && word[0] <= 'Z' && word[0] != 'J') {
-      // The military letters were once defined with the wrong sign, so that none says more than this.
+    } else if (at == clockEnd_ && mayNameZone(word)) {
+      // As RFC 2822 has it: a date is not to depend on where it is read. Nor do the military letters say
+      // more, which were once defined with the wrong sign.
       if (!offset_) offset_ = 0;
     }
     return 1;
@@ -263,8 +279,10 @@ class Reader {
     const std::size_t hourDigits = digits.size() <= 2 ? digits.size() : digits.size() - 2;
     const int hours = valueOf(digits.substr(0, hourDigits));
     const int minutes = hasColon ? value(at + 3) : valueOf(digits.substr(hourDigits));
-    if (hours > kMostOffsetHours || minutes > 59) return 0;
-    const int seconds = hours * 3'600 + minutes * 60;
+    const bool isInRange = hours <= kMostOffsetHours && minutes < 60;
+    // Four digits behind the clock are an offset all the same, of which nothing is known.
+    if (!isInRange && (at != clockEnd_ || digits.size() != 4)) return 0;
+    const int seconds = isInRange ? hours * 3'600 + minutes * 60 : 0;
     // A name before it is what it counts from: "GMT+0200".
     if (!hasNumericOffset_) offset_ = tokens_[at].isSign('-') ? -seconds : seconds;
     hasNumericOffset_ = true;
