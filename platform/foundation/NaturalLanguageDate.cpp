@@ -101,7 +101,7 @@ class Reader {
   std::optional<Date> read(const TimeZone& zone) {
     std::size_t at = 0;
     while (at < tokens_.size()) at += std::max<std::size_t>(take(at), 1);
-    if (!hasDate() || !isInCalendar()) return std::nullopt;
+    if (!hasDate() || hasNegativeYear_ || !isInCalendar()) return std::nullopt;
     const std::int64_t local = daysFromCivil({*year_, *month_, *day_}) * kSecondsPerDay +
                                hourOfDay() * 3'600 + minute_ * 60 + second_;
     const std::int64_t instant = offset_ ? local - *offset_ : instantOfLocal(local, zone);
@@ -123,6 +123,11 @@ class Reader {
   bool isWordAt(std::size_t at, std::string_view name) const {
     return at < tokens_.size() && tokens_[at].kind == DateToken::Kind::Word &&
            equalIgnoringCase(tokens_[at].text, name);
+  }
+  // "-0001": publishing tools write a date that was never set as one before our era. No sign is what joins
+  // the year to the month, as in "3-Mar-2009".
+  bool isNegative(std::size_t at) const {
+    return at > 0 && joins(at, 2, 4) && tokens_[at - 1].isSign('-') && !tokens_[at - 1].touchesPrevious;
   }
   int value(std::size_t at) const { return valueOf(tokens_[at].text); }
   bool hasDate() const { return day_ && month_ && year_; }
@@ -159,6 +164,7 @@ class Reader {
     if (!joins(at + 1, sign) || !joins(at + 2, 1, 2) || !joins(at + 3, sign)) return 0;
     if (yearFirst ? !joins(at + 4, 1, 2) : !joins(at + 4, 2, 4)) return 0;
     if (day_ || month_ || year_) return 5;
+    hasNegativeYear_ = yearFirst && isNegative(at);
     // Dots are written where the day comes first.
     const bool dayFirst = !yearFirst && (value(at) > 12 || (sign == '.' && value(at + 2) <= 12));
     const std::size_t first = yearFirst ? at + 2 : at;
@@ -242,6 +248,7 @@ class Reader {
       day_ = value(at);
     } else if (number.isNumber(2, 4) && !year_) {
       year_ = yearOf(number.text);
+      hasNegativeYear_ = isNegative(at);
     }
   }
 
@@ -291,6 +298,7 @@ class Reader {
 
   std::vector<DateToken> tokens_;
   std::optional<int> year_, month_, day_, hour_;
+  bool hasNegativeYear_ = false;
   int minute_ = 0, second_ = 0, microseconds_ = 0;
   std::optional<bool> isAfternoon_;
   std::optional<int> offset_;  // of the local time from UTC, in seconds

@@ -15,7 +15,7 @@ namespace clipwave {
 // 6:05 PM"; "Tue Mar  3 18:05:09 PST 2009"; 2009/03/03. Behind the time of day, an unknown name in capitals
 // and an offset of more than 15 hours are read as UTC. A text without a zone is read in `zone`. White space
 // around and comments in parentheses do not matter. Nothing for text that names no day of the calendar, or
-// one outside the years 0 to 9999 in UTC.
+// one outside the years 0 to 9999 in UTC, or whose year has a minus before it.
 std::optional<Date> dateWithNaturalLanguageString(std::string_view text, const TimeZone& zone);
 
 }  // namespace clipwave
