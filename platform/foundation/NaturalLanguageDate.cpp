@@ -103,7 +103,7 @@ class Reader {
     while (at < tokens_.size()) at += std::max<std::size_t>(take(at), 1);
     if (!hasDate() || hasNegativeYear_ || !isInCalendar()) return std::nullopt;
     const std::int64_t local = daysFromCivil({*year_, *month_, *day_}) * kSecondsPerDay +
-                               hourOfDay() * 3'600 + minute_ * 60 + second_;
+                               std::int64_t{hourOfDay() * 3'600 + minute_ * 60 + second_};
     const std::int64_t instant = offset_ ? local - *offset_ : instantOfLocal(local, zone);
     const Date date{Date::fromSeconds(instant).microseconds + microseconds_};
     // The zone may lead out of the years that can be written.
