@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/FileErrors.h"
 #include "platform/foundation/URLErrors.h"
 #include "platform/foundation/URLEscapes.h"
@@ -18,7 +19,7 @@ std::optional<std::string> pathOfFileURL(std::string_view url) {
   if (rest.starts_with("//")) {
     rest.remove_prefix(2);
     const std::string_view host = rest.substr(0, rest.find('/'));
-    if (!host.empty() && host != "localhost") return std::nullopt;
+    if (!host.empty() && !equalIgnoringCase(host, "localhost")) return std::nullopt;
     rest.remove_prefix(host.size());
   }
   std::string path = stringByRemovingPercentEscapes(rest.substr(0, rest.find_first_of("?#")));

@@ -6,6 +6,7 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <utility>
 
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/CurlLoop.h"
@@ -17,6 +18,7 @@ namespace {
 
 constexpr std::size_t kMostHeadBytes = std::size_t{256} << 10;  // of all responses of a load together
 constexpr long kMostRedirects = 10;
+constexpr std::size_t kMostValues = 16;    // of a header that comes several times; libcurl walks to each anew
 constexpr std::size_t kLongestHost = 255;  // bytes; of a name in a sentence
 
 // libcurl takes 0 for no limit at all.
@@ -47,6 +49,12 @@ std::string charsetOfContentType(std::string_view type) {
   return {};
 }
 
+// Whether an answer of that status brings the resource itself: not nothing, a part of it, or a word on where
+// it is. libcurl lets all below 400 pass that it cannot follow.
+bool isResource(long status) {
+  return status >= 200 && status <= 203;
+}
+
 std::string hostOf(const char* url) {
   const std::unique_ptr<CURLU, void (*)(CURLU*)> parts(curl_url(), &curl_url_cleanup);
   char* host = nullptr;
@@ -71,7 +79,8 @@ HTTPLoad::HTTPLoad(std::string_view url, Purpose purpose, Seconds timeout, const
   curl_easy_setopt(easy_, CURLOPT_FOLLOWLOCATION, 1L);
   curl_easy_setopt(easy_, CURLOPT_MAXREDIRS, kMostRedirects);
   curl_easy_setopt(easy_, CURLOPT_FAILONERROR, 1L);
-  curl_easy_setopt(easy_, CURLOPT_ACCEPT_ENCODING, "");  // all that libcurl can unpack
+  // libcurl says nothing of a packed body that has no end.
+  curl_easy_setopt(easy_, CURLOPT_HTTP_CONTENT_DECODING, 0L);
   curl_easy_setopt(easy_, CURLOPT_USERAGENT, options.userAgent.c_str());
   curl_easy_setopt(easy_, CURLOPT_TIMEOUT_MS, milliseconds(timeout));
   // A resolver that hangs is left to itself when the time is up.
@@ -86,12 +95,13 @@ HTTPLoad::HTTPLoad(std::string_view url, Purpose purpose, Seconds timeout, const
     curl_easy_setopt(easy_, CURLOPT_CAINFO, options.certificateAuthorities.c_str());
     curl_easy_setopt(easy_, CURLOPT_CAPATH, nullptr);
   }
+  curl_slist* const first = curl_slist_append(nullptr, "Accept-Encoding: gzip, deflate");
   if (purpose == Purpose::Data) {
-    curl_slist* const first = curl_slist_append(nullptr, "Cache-Control: no-cache");
+    curl_slist_append(first, "Cache-Control: no-cache");
     curl_slist_append(first, "Pragma: no-cache");
-    headers_ = first;
-    curl_easy_setopt(easy_, CURLOPT_HTTPHEADER, first);
   }
+  headers_ = first;
+  curl_easy_setopt(easy_, CURLOPT_HTTPHEADER, first);
 }
 
 HTTPLoad::~HTTPLoad() {
@@ -124,30 +134,56 @@ std::size_t HTTPLoad::onBody(char* bytes, std::size_t size, std::size_t count, v
 }
 
 bool HTTPLoad::takeBody(std::string_view bytes) try {
-  bodySize_ += static_cast<std::int64_t>(bytes.size());
-  if (bodySize_ > mostBytes_) return false;
-  if (keepsBody_) body_ += bytes;
-  return true;
+  if (!isResource(status())) return false;
+  if (!std::exchange(hasBody_, true) && !beginBody()) return false;
+  return inflater_ ? inflater_->unpack(bytes, [this](std::string_view unpacked) { return keep(unpacked); })
+                   : keep(bytes);
 } catch (const std::bad_alloc&) {
   bodySize_ = std::numeric_limits<std::int64_t>::max();
   return false;
 }
 
+// Finds out how the body is packed; false when it cannot be unpacked.
+bool HTTPLoad::beginBody() {
+  const std::vector<std::string> codings = this->codings();
+  if (codings.empty()) return true;
+  if (codings.size() > 1) return false;
+  if (codings[0] == "gzip" || codings[0] == "x-gzip") {
+    inflater_ = std::make_unique<Inflater>(Inflater::Format::Gzip);
+  } else if (codings[0] == "deflate") {
+    inflater_ = std::make_unique<Inflater>(Inflater::Format::Deflate);
+  }
+  return inflater_ != nullptr;
+}
+
+bool HTTPLoad::keep(std::string_view bytes) {
+  bodySize_ += static_cast<std::int64_t>(bytes.size());
+  if (bodySize_ > mostBytes_) return false;
+  if (keepsBody_) body_ += bytes;
+  return true;
+}
+
 // libcurl takes a connection that ends within the headers for a resource without a body.
 bool HTTPLoad::isWhole() const {
-  long status = 0;
-  curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &status);
-  return stage_ == Stage::Body && status >= 200;
+  return stage_ == Stage::Body && status() >= 200;
 }
 
 Result<LoadedData> HTTPLoad::result(int curlCode) {
-  if (curlCode == CURLE_OK && isWhole()) return LoadedData{std::move(body_), charset()};
-  FailedTransfer failed{curlCode == CURLE_OK ? CURLE_PARTIAL_FILE : curlCode, 0, host(), false, false};
+  FailedTransfer failed{curlCode, status(), host(), stage_ == Stage::Body, stage_ == Stage::Head};
+  if (curlCode == CURLE_OK && !isWhole()) failed.curlCode = CURLE_PARTIAL_FILE;
+  if (failed.curlCode == CURLE_OK && inflater_ && !inflater_->hasEnded())
+    failed.curlCode = CURLE_BAD_CONTENT_ENCODING;
+  const bool isJudgedHere = failed.curlCode == CURLE_OK || failed.curlCode == CURLE_WRITE_ERROR;
+  if (isJudgedHere && isWhole() && !isResource(failed.status)) failed.curlCode = CURLE_HTTP_RETURNED_ERROR;
+  if (failed.curlCode == CURLE_OK) return LoadedData{std::move(body_), charset()};
   if (bodySize_ > mostBytes_) return tooLargeError(failed.host, mostBytes_);
-  curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &failed.status);
-  failed.isLedAstray = stage_ == Stage::Body;
-  failed.isWithinHead = stage_ == Stage::Head;
   return transferError(failed);
+}
+
+long HTTPLoad::status() const {
+  long status = 0;
+  curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &status);
+  return status;
 }
 
 std::string HTTPLoad::host() const {
@@ -158,11 +194,37 @@ std::string HTTPLoad::host() const {
   return name.empty() ? hostOf(url_.c_str()) : name;
 }
 
-std::string HTTPLoad::charset() const {
+// What the last response says under that name, once or several times: one that redirects may have said
+// something else.
+std::vector<std::string> HTTPLoad::values(const char* name) const {
+  std::vector<std::string> values;
   curl_header* header = nullptr;
-  // Of the last response: one that redirects may have named another.
-  if (curl_easy_header(easy_, "Content-Type", 0, CURLH_HEADER, -1, &header) != CURLHE_OK) return {};
-  return charsetOfContentType(header->value);
+  while (values.size() < kMostValues &&
+         curl_easy_header(easy_, name, values.size(), CURLH_HEADER, -1, &header) == CURLHE_OK)
+    values.emplace_back(header->value);
+  return values;
+}
+
+std::string HTTPLoad::charset() const {
+  const std::vector<std::string> types = values("Content-Type");
+  return types.empty() ? std::string() : charsetOfContentType(types[0]);
+}
+
+// In what the body is packed, in lower case. What was packed for the way only is no different to us; libcurl
+// has taken the chunks apart.
+std::vector<std::string> HTTPLoad::codings() const {
+  std::vector<std::string> codings;
+  for (const char* name : {"Content-Encoding", "Transfer-Encoding"}) {
+    for (const std::string& value : values(name)) {
+      for (std::size_t start = 0, end = 0; start <= value.size(); start = end + 1) {
+        end = std::min(value.find(',', start), value.size());
+        std::string coding = lowerCased(trimmed(std::string_view(value).substr(start, end - start)));
+        if (!coding.empty() && coding != "identity" && coding != "chunked")
+          codings.push_back(std::move(coding));
+      }
+    }
+  }
+  return codings;
 }
 
 }  // namespace clipwave

@@ -3,9 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "platform/foundation/Inflater.h"
 #include "platform/foundation/URLLoading.h"
 
 namespace clipwave {
@@ -40,17 +43,24 @@ class HTTPLoad {
 
   bool takeHead(std::string_view line);
   bool takeBody(std::string_view bytes);
+  bool beginBody();
+  bool keep(std::string_view bytes);
   bool isWhole() const;
+  long status() const;
   std::string host() const;
+  std::vector<std::string> values(const char* name) const;
   std::string charset() const;
+  std::vector<std::string> codings() const;
 
   std::string url_;
   bool keepsBody_;
   std::int64_t mostBytes_;
   void* easy_;
   void* headers_ = nullptr;  // the list of those sent
+  bool hasBody_ = false;
+  std::unique_ptr<Inflater> inflater_;  // of a body that is packed
   std::string body_;
-  std::int64_t bodySize_ = 0;
+  std::int64_t bodySize_ = 0;  // unpacked
   Stage stage_ = Stage::Asked;
   std::size_t headSize_ = 0;
 };

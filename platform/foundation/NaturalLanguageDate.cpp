@@ -6,13 +6,12 @@
 
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/CivilDate.h"
+#include "platform/foundation/DateTokens.h"
 
 namespace clipwave {
 namespace {
 
 constexpr std::int64_t kSecondsPerDay = 86'400;
-// No date takes half as many, and what goes on for longer is not read to its end.
-constexpr std::size_t kMostTokens = 64;
 // No zone lies further from UTC; "3-2009" is a year behind a dash.
 constexpr int kMostOffsetHours = 15;
 constexpr std::array<std::string_view, 12> kMonths = {"january",   "february", "march",    "april",
@@ -23,93 +22,24 @@ struct ZoneName {
   std::string_view name;
   int hours;
 };
-constexpr std::array<ZoneName, 24> kZones = {{
-    {"ut", 0},   {"utc", 0},  {"gmt", 0},   {"z", 0},     {"est", -5},  {"edt", -4},
-    {"cst", -6}, {"cdt", -5}, {"mst", -7},  {"mdt", -6},  {"pst", -8},  {"pdt", -7},
-    {"wet", 0},  {"west", 1}, {"bst", 1},   {"cet", 1},   {"cest", 2},  {"eet", 2},
-    {"eest", 3}, {"jst", 9},  {"aest", 10}, {"aedt", 11}, {"nzst", 12}, {"nzdt", 13},
+constexpr std::array<ZoneName, 30> kZones = {{
+    {"ut", 0},    {"utc", 0},   {"gmt", 0},   {"z", 0},     {"est", -5},  {"edt", -4},
+    {"cst", -6},  {"cdt", -5},  {"mst", -7},  {"mdt", -6},  {"pst", -8},  {"pdt", -7},
+    {"wet", 0},   {"west", 1},  {"bst", 1},   {"cet", 1},   {"cest", 2},  {"eet", 2},
+    {"eest", 3},  {"jst", 9},   {"aest", 10}, {"aedt", 11}, {"nzst", 12}, {"nzdt", 13},
+    {"hst", -10}, {"akst", -9}, {"akdt", -8}, {"mez", 1},   {"mesz", 2},  {"msk", 3},
 }};
+constexpr std::array<std::string_view, 7> kWeekdays = {"monday", "tuesday",  "wednesday", "thursday",
+                                                       "friday", "saturday", "sunday"};
+// What may stand behind a clock in capitals and names no zone.
+constexpr std::array<std::string_view, 6> kNoZones = {"AM", "PM", "ON", "HRS", "HOURS", "UHR"};
 
-struct Token {
-  enum class Kind { Number, Word, Sign };
-  Kind kind;
-  std::string_view text;
-  bool touchesPrevious;  // nothing stands between it and the token before
-
-  bool isNumber(std::size_t leastDigits, std::size_t mostDigits) const {
-    return kind == Kind::Number && text.size() >= leastDigits && text.size() <= mostDigits;
-  }
-  bool isSign(char c) const { return kind == Kind::Sign && text[0] == c; }
-};
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-// Bytes beyond ASCII belong to words, so that a foreign month is not taken for its first letters.
-bool isWordByte(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || static_cast<unsigned char>(c) >= 0x80;
-}
 // Whether the word, in any case, is the name or its first letters, `least` of them or more.
 bool abbreviates(std::string_view word, std::string_view name, std::size_t least) {
   return word.size() >= least && word.size() <= name.size() &&
          std::equal(word.begin(), word.end(), name.begin(),
                     [](char a, char b) { return lowerCased(a) == b; });
 }
-// How many bytes of white space the text begins with.
-std::size_t blankLength(std::string_view text) {
-  if (std::string_view(" \t\r\n\f\v").find(text[0]) != std::string_view::npos) return 1;
-  if (text.starts_with("\xC2\xA0")) return 2;                                           // no-break space
-  return text.starts_with("\xE2\x80\xAF") || text.starts_with("\xE2\x80\x89") ? 3 : 0;  // narrow ones
-}
-
-// The length of the comment at the start of the text; comments hold comments.
-std::size_t commentLength(std::string_view text) {
-  std::size_t depth = 0;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    if (text[at] == '\\') {
-      ++at;
-    } else if (text[at] == '(') {
-      ++depth;
-    } else if (text[at] == ')' && --depth == 0) {
-      return at + 1;
-    }
-  }
-  return text.size();
-}
-
-std::vector<Token> tokensOf(std::string_view text) {
-  constexpr std::string_view kMinus = "\xE2\x88\x92";
-  std::vector<Token> tokens;
-  bool touches = false;
-  while (!text.empty() && tokens.size() < kMostTokens) {
-    std::size_t length = blankLength(text);
-    if (length == 0 && text[0] == '(') length = commentLength(text);
-    if (length > 0) {
-      touches = false;
-      text.remove_prefix(length);
-      continue;
-    }
-    Token token{Token::Kind::Sign, text.substr(0, 1), touches};
-    length = 1;
-    if (text.starts_with(kMinus)) {
-      token.text = "-";
-      length = kMinus.size();
-    } else if (isDigit(text[0]) || isWordByte(text[0])) {
-      const bool isNumber = isDigit(text[0]);
-      token.kind = isNumber ? Token::Kind::Number : Token::Kind::Word;
-      const auto belongs = [&](std::size_t at) {
-        return isNumber ? isDigit(text[at]) : isWordByte(text[at]) && blankLength(text.substr(at)) == 0;
-      };
-      while (length < text.size() && belongs(length)) ++length;
-      token.text = text.substr(0, length);
-    }
-    tokens.push_back(token);
-    touches = true;
-    text.remove_prefix(length);
-  }
-  return tokens;
-}
-
 // Of at most nine digits.
 int valueOf(std::string_view digits) {
   int value = 0;
@@ -137,6 +67,16 @@ std::optional<int> monthNamed(std::string_view word) {
   return std::nullopt;
 }
 
+// Whether a word behind a clock looks like the name of a zone.
+bool mayNameZone(std::string_view word) {
+  const auto isWeekday = [word](std::string_view day) { return abbreviates(word, day, 3); };
+  return word.size() <= 5 &&
+         std::all_of(word.begin(), word.end(), [](char c) { return c >= 'A' && c <= 'Z'; }) &&
+         word != "J" &&  // the one letter that is no military zone
+         std::find(kNoZones.begin(), kNoZones.end(), word) == kNoZones.end() &&
+         std::none_of(kWeekdays.begin(), kWeekdays.end(), isWeekday);
+}
+
 // The instant at which clocks in the zone show the time. Of one that comes twice it is the first; one that is
 // left out is read as if the clocks had not been changed yet.
 std::int64_t instantOfLocal(std::int64_t local, const TimeZone& zone) {
@@ -156,14 +96,14 @@ int daysInMonth(int year, int month) {
 // token that fits it; what fits nothing is passed over.
 class Reader {
  public:
-  explicit Reader(std::string_view text) : tokens_(tokensOf(text)) {}
+  explicit Reader(std::string_view text) : tokens_(dateTokensOf(text)) {}
 
   std::optional<Date> read(const TimeZone& zone) {
     std::size_t at = 0;
     while (at < tokens_.size()) at += std::max<std::size_t>(take(at), 1);
-    if (!hasDate() || !isInCalendar()) return std::nullopt;
+    if (!hasDate() || hasNegativeYear_ || !isInCalendar()) return std::nullopt;
     const std::int64_t local = daysFromCivil({*year_, *month_, *day_}) * kSecondsPerDay +
-                               hourOfDay() * 3'600 + minute_ * 60 + second_;
+                               std::int64_t{hourOfDay() * 3'600 + minute_ * 60 + second_};
     const std::int64_t instant = offset_ ? local - *offset_ : instantOfLocal(local, zone);
     const Date date{Date::fromSeconds(instant).microseconds + microseconds_};
     // The zone may lead out of the years that can be written.
@@ -171,17 +111,23 @@ class Reader {
   }
 
  private:
-  // Whether the token there stands right behind the one before, and is such a sign or number.
+  // Whether the token there stands right behind the one before, and is such a sign, letter or number.
   bool joins(std::size_t at, char sign) const {
-    return at < tokens_.size() && tokens_[at].touchesPrevious && tokens_[at].isSign(sign);
+    return at < tokens_.size() && tokens_[at].touchesPrevious && tokens_[at].text.size() == 1 &&
+           lowerCased(tokens_[at].text[0]) == sign;
   }
   bool joins(std::size_t at, std::size_t leastDigits, std::size_t mostDigits) const {
     return at < tokens_.size() && tokens_[at].touchesPrevious &&
            tokens_[at].isNumber(leastDigits, mostDigits);
   }
   bool isWordAt(std::size_t at, std::string_view name) const {
-    return at < tokens_.size() && tokens_[at].kind == Token::Kind::Word &&
+    return at < tokens_.size() && tokens_[at].kind == DateToken::Kind::Word &&
            equalIgnoringCase(tokens_[at].text, name);
+  }
+  // "-0001": publishing tools write a date that was never set as one before our era. No sign is what joins
+  // the year to the month, as in "3-Mar-2009".
+  bool isNegative(std::size_t at) const {
+    return at > 0 && joins(at, 2, 4) && tokens_[at - 1].isSign('-') && !tokens_[at - 1].touchesPrevious;
   }
   int value(std::size_t at) const { return valueOf(tokens_[at].text); }
   bool hasDate() const { return day_ && month_ && year_; }
@@ -199,10 +145,10 @@ class Reader {
 
   // Answers how many tokens it understood; 0 when it passes one over.
   std::size_t take(std::size_t at) {
-    if (tokens_[at].kind == Token::Kind::Word) return takeWord(at);
-    if (tokens_[at].kind == Token::Kind::Sign) return takeOffset(at);
-    std::size_t taken = takeNumericDate(at);
-    if (taken == 0) taken = takeClock(at);
+    if (tokens_[at].kind == DateToken::Kind::Word) return takeWord(at);
+    if (tokens_[at].kind == DateToken::Kind::Sign) return takeOffset(at);
+    std::size_t taken = takeClock(at);
+    if (taken == 0) taken = takeNumericDate(at);
     if (taken == 0) taken = takeCompact(at);
     if (taken == 0) takeNumber(at);
     return taken;
@@ -218,6 +164,7 @@ class Reader {
     if (!joins(at + 1, sign) || !joins(at + 2, 1, 2) || !joins(at + 3, sign)) return 0;
     if (yearFirst ? !joins(at + 4, 1, 2) : !joins(at + 4, 2, 4)) return 0;
     if (day_ || month_ || year_) return 5;
+    hasNegativeYear_ = yearFirst && isNegative(at);
     // Dots are written where the day comes first.
     const bool dayFirst = !yearFirst && (value(at) > 12 || (sign == '.' && value(at + 2) <= 12));
     const std::size_t first = yearFirst ? at + 2 : at;
@@ -227,16 +174,26 @@ class Reader {
     return 5;
   }
 
-  // "18:05", "6:05:09.5", and the 6 of "6 PM".
+  // "18:05", "6:05:09.5", the 6 of "6 PM"; behind a date also "18.05.09" and "18h05".
   std::size_t takeClock(std::size_t at) {
     if (!tokens_[at].isNumber(1, 2)) return 0;
-    if (!joins(at + 1, ':') || !joins(at + 2, 1, 2)) {
-      return meridiemLength(at + 1) > 0 ? setClock(at, at + 1, value(at), 0, 0) : 0;
-    }
-    if (!joins(at + 3, ':') || !joins(at + 4, 1, 2)) {
+    const char sign = clockSign(at);
+    if (sign == 0) return meridiemLength(at + 1) > 0 ? setClock(at, at + 1, value(at), 0, 0) : 0;
+    if (!joins(at + 3, sign == 'h' ? 'm' : sign) || !joins(at + 4, 1, 2)) {
       return setClock(at, at + 3, value(at), value(at + 2), 0);
     }
     return setClock(at, at + 5, value(at), value(at + 2), value(at + 4));
+  }
+
+  // What parts the hours there from the minutes behind them; 0 when they are no clock.
+  char clockSign(std::size_t at) const {
+    if (joins(at + 1, ':') && joins(at + 2, 1, 2)) return ':';
+    const bool mayBeClock =
+        hasDate() && !hour_ && joins(at + 2, 2, 2) && value(at) < 24 && value(at + 2) < 60;
+    if (!mayBeClock) return 0;
+    const bool isDate = joins(at + 3, '.') && joins(at + 4, 3, std::string::npos);
+    if (joins(at + 1, '.') && !isDate) return '.';
+    return joins(at + 1, 'h') ? 'h' : '\0';
   }
 
   // "20090303", "20090303180509", and "180509", "1805" or "18" behind a "T" or a date.
@@ -251,8 +208,8 @@ class Reader {
       return setClock(at, at + 1, part(0), part(2), part(4));
     }
     if (digits.size() != 8 && digits.size() != 12 && digits.size() != 14) return 0;
-    const bool isAlone = std::count_if(tokens_.begin(), tokens_.end(), [](const Token& token) {
-                           return token.kind != Token::Kind::Sign;
+    const bool isAlone = std::count_if(tokens_.begin(), tokens_.end(), [](const DateToken& token) {
+                           return token.kind != DateToken::Kind::Sign;
                          }) == 1;
     if (isAlone || day_ || month_ || year_) return 0;
     year_ = valueOf(digits.substr(0, 4));
@@ -286,11 +243,12 @@ class Reader {
   }
 
   void takeNumber(std::size_t at) {
-    const Token& number = tokens_[at];
+    const DateToken& number = tokens_[at];
     if (number.isNumber(1, 2) && !day_) {
       day_ = value(at);
     } else if (number.isNumber(2, 4) && !year_) {
       year_ = yearOf(number.text);
+      hasNegativeYear_ = isNegative(at);
     }
   }
 
@@ -306,8 +264,9 @@ class Reader {
     });
     if (zone != kZones.end()) {
       if (!offset_) offset_ = zone->hours * 3'600;
-    } else if (word.size() == 1 && at == clockEnd_ && word[0] >= 'A' && word[0] <= 'Z' && word[0] != 'J') {
-      // The military letters were once defined with the wrong sign, so that none says more than this.
+    } else if (at == clockEnd_ && mayNameZone(word)) {
+      // As RFC 2822 has it: a date is not to depend on where it is read. Nor do the military letters say
+      // more, which were once defined with the wrong sign.
       if (!offset_) offset_ = 0;
     }
     return 1;
@@ -327,16 +286,19 @@ class Reader {
     const std::size_t hourDigits = digits.size() <= 2 ? digits.size() : digits.size() - 2;
     const int hours = valueOf(digits.substr(0, hourDigits));
     const int minutes = hasColon ? value(at + 3) : valueOf(digits.substr(hourDigits));
-    if (hours > kMostOffsetHours || minutes > 59) return 0;
-    const int seconds = hours * 3'600 + minutes * 60;
+    const bool isInRange = hours <= kMostOffsetHours && minutes < 60;
+    // Four digits behind the clock are an offset all the same, of which nothing is known.
+    if (!isInRange && (at != clockEnd_ || digits.size() != 4)) return 0;
+    const int seconds = isInRange ? hours * 3'600 + minutes * 60 : 0;
     // A name before it is what it counts from: "GMT+0200".
     if (!hasNumericOffset_) offset_ = tokens_[at].isSign('-') ? -seconds : seconds;
     hasNumericOffset_ = true;
     return hasColon ? 4 : 2;
   }
 
-  std::vector<Token> tokens_;
+  std::vector<DateToken> tokens_;
   std::optional<int> year_, month_, day_, hour_;
+  bool hasNegativeYear_ = false;
   int minute_ = 0, second_ = 0, microseconds_ = 0;
   std::optional<bool> isAfternoon_;
   std::optional<int> offset_;  // of the local time from UTC, in seconds

@@ -13,8 +13,18 @@ std::string quoted(std::string_view name) {
 }
 
 std::string statusText(long status) {
-  static constexpr std::array<std::pair<long, std::string_view>, 16> kTexts{
-      {{400, "Bad Request"},
+  static constexpr std::array<std::pair<long, std::string_view>, 26> kTexts{
+      {{204, "No Content"},
+       {205, "Reset Content"},
+       {206, "Partial Content"},
+       {300, "Multiple Choices"},
+       {301, "Moved Permanently"},
+       {302, "Found"},
+       {303, "See Other"},
+       {304, "Not Modified"},
+       {307, "Temporary Redirect"},
+       {308, "Permanent Redirect"},
+       {400, "Bad Request"},
        {401, "Unauthorized"},
        {402, "Payment Required"},
        {403, "Forbidden"},

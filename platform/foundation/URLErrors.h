@@ -19,7 +19,7 @@ Error unsupportedURLError(std::string_view scheme);
 // `name`: the host or file; `most`: how many bytes would have been taken.
 Error tooLargeError(std::string_view name, std::int64_t most);
 
-// What is known of a transfer that libcurl gave up.
+// What is known of a transfer that libcurl gave up, or whose answer is not what was asked for.
 struct FailedTransfer {
   int curlCode = 0;
   // The last status that a server answered; 0 when none did.

@@ -26,8 +26,9 @@ enum URLErrorCode : int {
   kURLErrorNetworkConnectionLost = -1005,
   kURLErrorHTTPTooManyRedirects = -1007,
   kURLErrorRedirectToUnsupportedURL = -1010,  // one that leads out of http and https
-  kURLErrorBadServerResponse =
-      -1011,  // not HTTP, a wrong length, a broken compression, a status of 400 or more
+  // Not HTTP, a wrong length, a compression that is broken, cut short or unknown, or a status other than 200
+  // to 203: an error, no content, a part of it, a redirect to nowhere.
+  kURLErrorBadServerResponse = -1011,
   kURLErrorFileDoesNotExist = -1100,
   kURLErrorFileIsDirectory = -1101,
   kURLErrorNoPermissionsToReadFile = -1102,
@@ -74,10 +75,10 @@ struct URLLoadingOptions {
   std::string userAgent = "Clipwave";
 };
 
-// Loads file, http and https URLs: certificates are checked, compressed bodies unpacked, redirects followed
-// up to ten times within http and https. Of file URLs only regular files are read. A background load goes on
-// in the run loop's default mode. Both must outlive what is made here; the background loads that are left end
-// with it.
+// Loads file, http and https URLs: certificates are checked, bodies packed with gzip or deflate unpacked,
+// redirects followed up to ten times within http and https. Of file URLs only regular files are read. A
+// background load goes on in the run loop's default mode. Both must outlive what is made here; the background
+// loads that are left end with it.
 std::unique_ptr<URLLoading> makeURLLoading(RunLoop& runLoop, FileManager& files,
                                            URLLoadingOptions options = {});
 

@@ -49,7 +49,8 @@ const std::map<std::string, std::string>& libraries() {
       {"libxml/", "platform/foundation"}, {"curl/", "platform/foundation"},
       {"date/", "platform/foundation"},   {"nlohmann/", "platform/foundation"},
       {"pugixml", "platform/coredata"},   {"libav", "platform/quicktime"},
-      {"libsw", "platform/quicktime"},    {"libsecret/", "platform/dotmac"}};
+      {"libsw", "platform/quicktime"},    {"libsecret/", "platform/dotmac"},
+      {"zlib.h", "platform/foundation"}};
   return kLibraries;
 }
 

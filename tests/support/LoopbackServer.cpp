@@ -3,7 +3,6 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <poll.h>
-#include <strings.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -11,19 +10,14 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <sstream>
+
+#include "platform/foundation/ASCII.h"
 
 namespace clipwave::testing {
 namespace {
 
-constexpr std::string_view kNotFound =
-    "HTTP/1.1 404 Not Found\r\nConnection: close\r\nContent-Length: 9\r\nContent-Type: text/plain\r\n\r\nNot "
-    "here.";
-constexpr std::string_view kContinue = "HTTP/1.1 100 Continue\r\n\r\n";
 constexpr std::string_view kHeadEnd = "\r\n\r\n";
-
-bool isSameName(std::string_view one, std::string_view other) {
-  return one.size() == other.size() && ::strncasecmp(one.data(), other.data(), one.size()) == 0;
-}
 
 }  // namespace
 
@@ -33,11 +27,11 @@ std::string LoopbackRequest::path() const {
 }
 
 std::string LoopbackRequest::header(std::string_view name) const {
-  for (std::size_t line = head.find("\r\n"); line != head.npos; line = head.find("\r\n", line + 2)) {
-    const std::string text = head.substr(line + 2, head.find("\r\n", line + 2) - line - 2);
-    const std::size_t colon = text.find(':');
-    if (colon == text.npos || !isSameName(text.substr(0, colon), name)) continue;
-    return text.substr(std::min(text.find_first_not_of(' ', colon + 1), text.size()));
+  std::istringstream lines(head);
+  for (std::string line; std::getline(lines, line);) {
+    const std::size_t colon = line.find(':');
+    if (colon != line.npos && equalIgnoringCase(line.substr(0, colon), name))
+      return std::string(trimmed(std::string_view(line).substr(colon + 1)));
   }
   return {};
 }
@@ -49,7 +43,7 @@ class LoopbackServer::Connection final : public LoopbackConnection {
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  const LoopbackRequest& request() const override { return request_; }
+  const LoopbackRequest& request() const { return request_; }
   bool pause(Seconds time) override {
     pollfd polled{ending_, POLLIN, 0};
     return ::poll(&polled, 1, static_cast<int>(time.count() * 1000)) == 0;
@@ -65,17 +59,8 @@ class LoopbackServer::Connection final : public LoopbackConnection {
   }
   // False when the client sends no whole request.
   bool readRequest() {
-    std::string got;
-    std::size_t end = got.npos;
-    while ((end = got.find(kHeadEnd)) == got.npos) {
-      if (!readSome(got)) return false;
-    }
-    request_.head = got.substr(0, end);
-    request_.body = got.substr(end + kHeadEnd.size());
-    if (isSameName(request_.header("Expect"), "100-continue")) send(kContinue);
-    const std::size_t length = std::strtoull(request_.header("Content-Length").c_str(), nullptr, 10);
-    while (request_.body.size() < length) {
-      if (!readSome(request_.body)) return false;
+    while (request_.head.find(kHeadEnd) == request_.head.npos) {
+      if (!readSome(request_.head)) return false;
     }
     return true;
   }
@@ -158,29 +143,21 @@ void LoopbackServer::acceptConnections() {
 
 void LoopbackServer::serve(Connection& connection) {
   if (!connection.readRequest()) return;
-  Answer answer;
+  Answer answer = [](LoopbackConnection& client) { client.send(httpResponse(404, "Not here.")); };
   {
     const std::lock_guard lock(mutex_);
     requests_.push_back(connection.request());
     const auto found = answers_.find(connection.request().path());
     if (found != answers_.end()) answer = found->second;
   }
-  if (answer) {
-    answer(connection);
-  } else {
-    connection.send(kNotFound);
-  }
+  answer(connection);
 }
 
 std::string httpResponse(int status, std::string_view body, const std::vector<std::string>& headers) {
   std::string response = "HTTP/1.1 " + std::to_string(status) + " Status\r\nConnection: close\r\n";
-  bool hasLength = false;
-  for (const std::string& header : headers) {
-    response += header + "\r\n";
-    hasLength =
-        hasLength || isSameName(std::string_view(header).substr(0, header.find(':')), "Content-Length");
-  }
-  if (!hasLength) response += "Content-Length: " + std::to_string(body.size()) + "\r\n";
+  for (const std::string& header : headers) response += header + "\r\n";
+  if (response.find("\r\nContent-Length:") == response.npos)
+    response += "Content-Length: " + std::to_string(body.size()) + "\r\n";
   return response.append("\r\n").append(body);
 }
 

@@ -16,10 +16,8 @@
 namespace clipwave::testing {
 
 struct LoopbackRequest {
-  std::string head;  // request line and headers, up to the empty line
-  std::string body;
+  std::string head;  // request line and headers
 
-  std::string method() const { return head.substr(0, head.find(' ')); }
   std::string path() const;                         // with its query
   std::string header(std::string_view name) const;  // "" when the request has none of that name
 };
@@ -28,15 +26,14 @@ struct LoopbackRequest {
 class LoopbackConnection {
  public:
   virtual ~LoopbackConnection() = default;
-  virtual const LoopbackRequest& request() const = 0;
   // False when the client has gone or the server ends; then the answer has to return.
   virtual bool send(std::string_view bytes) = 0;
   virtual bool pause(Seconds time) = 0;
 };
 
-// Serves any number of connections at once, each on a thread of its own, one request on each. A path without
-// an answer is 404. Its end breaks off what is under way and waits for nobody. While it
-// lives, the environment asks for no proxy.
+// Serves any number of connections at once, each on a thread of its own, one request on each, whose body is
+// not read. A path without an answer is 404. Its end breaks off what is under way and waits for nobody. While
+// it lives, the environment asks for no proxy.
 class LoopbackServer {
  public:
   using Answer = std::function<void(LoopbackConnection&)>;
