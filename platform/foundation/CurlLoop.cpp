@@ -53,6 +53,7 @@ class CurlLoop::State : public std::enable_shared_from_this<State> {
   void act(curl_socket_t socket, int event);
   void takeFinished();
   void removeEnded();
+  void letGo(CURL* easy);
   void tellLater(std::shared_ptr<Transfer> transfer, int code);
 
   RunLoop& runLoop_;
@@ -78,7 +79,7 @@ CurlLoop::State::~State() {
   setTimer(-1);
   watches_.clear();
   for (const auto& [easy, transfer] : transfers_) {
-    curl_multi_remove_handle(multi_, easy);
+    letGo(easy);
     transfer->owner.reset();
   }
   curl_multi_cleanup(multi_);
@@ -86,6 +87,8 @@ CurlLoop::State::~State() {
 
 std::shared_ptr<Transfer> CurlLoop::State::add(std::shared_ptr<void> owner, CURL* easy, Completion done) {
   auto transfer = std::make_shared<Transfer>(Transfer{std::move(owner), easy, std::move(done)});
+  // Ending it does not wait for a resolver that hangs.
+  if (easy != nullptr) curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
   if (easy != nullptr && curl_multi_add_handle(multi_, easy) == CURLM_OK) {
     transfers_[easy] = transfer;
   } else {
@@ -98,7 +101,7 @@ void CurlLoop::State::end(Transfer& transfer) {
   transfer.done = nullptr;
   const auto found = transfers_.find(transfer.easy);
   if (isInside_ || found == transfers_.end() || found->second.get() != &transfer) return;
-  curl_multi_remove_handle(multi_, transfer.easy);
+  letGo(transfer.easy);
   transfers_.erase(found);
 }
 
@@ -165,9 +168,16 @@ void CurlLoop::State::removeEnded() {
     if (!transfer->done) ended.push_back(transfer);
   }
   for (const auto& transfer : ended) {
-    curl_multi_remove_handle(multi_, transfer->easy);
+    letGo(transfer->easy);
     transfers_.erase(transfer->easy);
   }
+}
+
+// libcurl reports a last progress while it lets a handle go. Nobody is to hear it: who ends a transfer may be
+// half destroyed, and could end another one from there.
+void CurlLoop::State::letGo(CURL* easy) {
+  curl_easy_setopt(easy, CURLOPT_NOPROGRESS, 1L);
+  curl_multi_remove_handle(multi_, easy);
 }
 
 void CurlLoop::State::takeFinished() {
@@ -176,7 +186,7 @@ void CurlLoop::State::takeFinished() {
     if (message->msg != CURLMSG_DONE) continue;
     CURL* const easy = message->easy_handle;
     const CURLcode code = message->data.result;  // the message goes with the handle
-    curl_multi_remove_handle(multi_, easy);
+    letGo(easy);
     if (auto entry = transfers_.extract(easy)) tellLater(std::move(entry.mapped()), code);
   }
 }

@@ -28,9 +28,10 @@ class CurlLoop {
 
   // Starts the transfer of `easy`, a CURL* that is all set up. `owner` owns it, and whatever its callbacks
   // use, and is held until libcurl has let go of both. `done` is called once, in a later pass of the run
-  // loop, when the handle is free again. Ending the answer stops the transfer: neither `done` is called then,
-  // nor, once libcurl is left, any of the handle's callbacks, one of which may be what ends it. Not to be
-  // called from such a callback.
+  // loop, when the handle is free again; with CURLE_FAILED_INIT when it could not be started, as null, as a
+  // handle that is under way already, and from within a handle's callback. Ending the answer stops the
+  // transfer: neither `done` is called then, nor, once libcurl is left, any of the handle's callbacks, one of
+  // which may be what ends it. libcurl's time-outs run on during a modal run, in which nothing is read.
   Observation add(std::shared_ptr<void> owner, void* easy, Completion done);
 
  private:

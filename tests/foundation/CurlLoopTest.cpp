@@ -22,6 +22,13 @@ class Load {
           if (static_cast<Load*>(self)->onWrite) static_cast<Load*>(self)->onWrite();
           return count;
         });
+    curl_easy_setopt(easy, CURLOPT_NOPROGRESS, 0L);
+    curl_easy_setopt(easy, CURLOPT_XFERINFODATA, this);
+    curl_easy_setopt(
+        easy, CURLOPT_XFERINFOFUNCTION, +[](void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+          if (static_cast<Load*>(self)->onProgress) static_cast<Load*>(self)->onProgress();
+          return 0;
+        });
   }
   ~Load() { curl_easy_cleanup(easy); }
   Load(const Load&) = delete;
@@ -29,7 +36,7 @@ class Load {
 
   CURL* easy;
   int writes = 0;
-  std::function<void()> onWrite;
+  std::function<void()> onWrite, onProgress;
 };
 
 class CurlLoopTest : public Test {
@@ -67,6 +74,18 @@ TEST_F(CurlLoopTest, TransfersMayBeEndedByTheirOwnCallbacks) {
   turnUntil([&] { return one.expired() && other.expired(); });
   EXPECT_TRUE(one.expired() && other.expired()) << "nothing holds what was ended";
   EXPECT_THAT(codes_, IsEmpty());
+}
+
+TEST_F(CurlLoopTest, ATransferThatIsEndedReportsNoLastProgress) {
+  turnUntil([&] { return loads_[0]->writes > 0; });
+  int reports = 0;
+  loads_[0]->onProgress = loads_[1]->onProgress = [&] {
+    ++reports;
+    observations_[1].cancel();  // in the midst of ending the other one
+  };
+  observations_[0].cancel();
+  curl_.reset();
+  EXPECT_EQ(reports, 0);
 }
 
 TEST_F(CurlLoopTest, TheLoopMayGoWithinACallbackAndTakesItsTransfersWithIt) {
