@@ -1,4 +1,5 @@
-// Looks whether a newer version of the application has been announced, and offers its page.
+// Looks whether a newer version of the application has been announced, and offers its page. Outlives the
+// sheet in which it does.
 #pragma once
 
 #include <string>

@@ -124,8 +124,8 @@ Channel* FeedImport::importRSSWithURL(std::string_view url) {
                     tooMany);
     return nullptr;
   }
-  // With an edit that refuses to end, the list could not select the new channel, and the episodes would go to
-  // another one.
+  // The store of all three lists. With an edit that refuses to end, the list could not select the new
+  // channel, and the episodes would go to another one.
   ManagedObjectContext* context = services_.channelController.managedObjectContext();
   if (context == nullptr || !context->commitEditing()) return nullptr;
 
@@ -187,15 +187,14 @@ void FeedImport::fillChannel(Channel& channel, XMLElement element) {
 }
 
 void FeedImport::addImage(Channel& channel, XMLElement element) {
-  ManagedObject* image = services_.imageController.newObject();
-  if (image == nullptr) return;
+  ManagedObject& image = *services_.imageController.newObject();
   // Without an address it is artwork all the same, so that the channel is not given some other.
   if (const std::optional<std::string> href = element.attribute("href")) {
-    image->setValue("title", lastPathComponent(*href));
-    image->setValue("url", *href);
+    image.setValue("title", lastPathComponent(*href));
+    image.setValue("url", *href);
   }
-  services_.imageController.addObject(*image);
-  channel.setValue("image", image);
+  services_.imageController.addObject(image);
+  channel.setValue("image", &image);
 }
 
 void FeedImport::addEpisode(XMLElement item) {

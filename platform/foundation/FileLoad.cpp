@@ -1,4 +1,4 @@
-#include "platform/foundation/FileURLs.h"
+#include "platform/foundation/FileLoad.h"
 
 #include <algorithm>
 #include <cerrno>

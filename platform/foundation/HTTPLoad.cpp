@@ -114,7 +114,7 @@ int HTTPLoad::perform() {
 }
 
 int HTTPLoad::onRequest(void* self, char*, char*, int, int) {
-  static_cast<HTTPLoad*>(self)->stage_ = Stage::Asked;
+  static_cast<HTTPLoad*>(self)->answer_ = FailedTransfer::Answer::None;
   return CURL_PREREQFUNC_OK;
 }
 
@@ -123,8 +123,8 @@ std::size_t HTTPLoad::onHead(char* bytes, std::size_t size, std::size_t count, v
 }
 
 bool HTTPLoad::takeHead(std::string_view line) {
-  if (line.starts_with("HTTP/")) stage_ = Stage::Head;
-  if (line == "\r\n" || line == "\n") stage_ = Stage::Body;
+  if (line.starts_with("HTTP/")) answer_ = FailedTransfer::Answer::WithinHead;
+  if (line == "\r\n" || line == "\n") answer_ = FailedTransfer::Answer::HeadComplete;
   headSize_ += line.size();
   return headSize_ <= kMostHeadBytes;
 }
@@ -139,7 +139,7 @@ bool HTTPLoad::takeBody(std::string_view bytes) try {
   return inflater_ ? inflater_->unpack(bytes, [this](std::string_view unpacked) { return keep(unpacked); })
                    : keep(bytes);
 } catch (const std::bad_alloc&) {
-  bodySize_ = std::numeric_limits<std::int64_t>::max();
+  hasNoRoom_ = true;
   return false;
 }
 
@@ -165,17 +165,18 @@ bool HTTPLoad::keep(std::string_view bytes) {
 
 // libcurl takes a connection that ends within the headers for a resource without a body.
 bool HTTPLoad::isWhole() const {
-  return stage_ == Stage::Body && status() >= 200;
+  return answer_ == FailedTransfer::Answer::HeadComplete && status() >= 200;
 }
 
 Result<LoadedData> HTTPLoad::result(int curlCode) {
-  FailedTransfer failed{curlCode, status(), host(), stage_ == Stage::Body, stage_ == Stage::Head};
+  FailedTransfer failed{curlCode, status(), host(), answer_};
   if (curlCode == CURLE_OK && !isWhole()) failed.curlCode = CURLE_PARTIAL_FILE;
   if (failed.curlCode == CURLE_OK && inflater_ && !inflater_->hasEnded())
     failed.curlCode = CURLE_BAD_CONTENT_ENCODING;
   const bool isJudgedHere = failed.curlCode == CURLE_OK || failed.curlCode == CURLE_WRITE_ERROR;
   if (isJudgedHere && isWhole() && !isResource(failed.status)) failed.curlCode = CURLE_HTTP_RETURNED_ERROR;
   if (failed.curlCode == CURLE_OK) return LoadedData{std::move(body_), charset()};
+  if (hasNoRoom_) return urlError(kURLErrorUnknown, "There is not enough memory for the data.");
   if (bodySize_ > mostBytes_) return tooLargeError(failed.host, mostBytes_);
   return transferError(failed);
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/foundation/Inflater.h"
+#include "platform/foundation/URLErrors.h"
 #include "platform/foundation/URLLoading.h"
 
 namespace clipwave {
@@ -34,9 +35,6 @@ class HTTPLoad {
   Result<LoadedData> result(int curlCode);
 
  private:
-  // How far the answer to the last request has come.
-  enum class Stage { Asked, Head, Body };
-
   static int onRequest(void* self, char*, char*, int, int);
   static std::size_t onHead(char* bytes, std::size_t size, std::size_t count, void* self);
   static std::size_t onBody(char* bytes, std::size_t size, std::size_t count, void* self);
@@ -61,7 +59,8 @@ class HTTPLoad {
   std::unique_ptr<Inflater> inflater_;  // of a body that is packed
   std::string body_;
   std::int64_t bodySize_ = 0;  // unpacked
-  Stage stage_ = Stage::Asked;
+  bool hasNoRoom_ = false;     // the memory was too small for it
+  FailedTransfer::Answer answer_ = FailedTransfer::Answer::None;
   std::size_t headSize_ = 0;
 };
 

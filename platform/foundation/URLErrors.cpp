@@ -48,13 +48,16 @@ std::string statusText(long status) {
 }
 
 URLErrorCode codeOf(const FailedTransfer& failed) {
+  // Then the address that libcurl could not use is one that the server redirected to.
+  const bool isLedAstray = failed.answer == FailedTransfer::Answer::HeadComplete;
   switch (failed.curlCode) {
     case CURLE_URL_MALFORMAT:
-      return failed.isLedAstray ? kURLErrorBadServerResponse : kURLErrorBadURL;
+      return isLedAstray ? kURLErrorBadServerResponse : kURLErrorBadURL;
     case CURLE_UNSUPPORTED_PROTOCOL:  // also for an answer that is not HTTP
-      return failed.isLedAstray ? kURLErrorRedirectToUnsupportedURL : kURLErrorBadServerResponse;
+      return isLedAstray ? kURLErrorRedirectToUnsupportedURL : kURLErrorBadServerResponse;
     case CURLE_OUT_OF_MEMORY:  // also for a header that does not end
-      return failed.isWithinHead ? kURLErrorBadServerResponse : kURLErrorUnknown;
+      return failed.answer == FailedTransfer::Answer::WithinHead ? kURLErrorBadServerResponse
+                                                                 : kURLErrorUnknown;
     case CURLE_OPERATION_TIMEDOUT:
       return kURLErrorTimedOut;
     case CURLE_COULDNT_RESOLVE_HOST:

@@ -26,10 +26,8 @@ struct FailedTransfer {
   long status = 0;
   // The host that was asked last. Never a part of the URL that may hold a password.
   std::string host;
-  // The last request was answered with a redirect that could not be followed.
-  bool isLedAstray = false;
-  // The last request's answer broke off, or was given up, within its headers.
-  bool isWithinHead = false;
+  // How far the answer to the last request had come.
+  enum class Answer { None, WithinHead, HeadComplete } answer = Answer::None;
 };
 Error transferError(const FailedTransfer& failed);
 

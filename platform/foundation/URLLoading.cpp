@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "platform/foundation/CurlLoop.h"
-#include "platform/foundation/FileURLs.h"
+#include "platform/foundation/FileLoad.h"
 #include "platform/foundation/HTTPLoad.h"
 #include "platform/foundation/URLErrors.h"
 #include "platform/foundation/URLs.h"

@@ -32,8 +32,8 @@ class LoopbackConnection {
 };
 
 // Serves any number of connections at once, each on a thread of its own, one request on each, whose body is
-// not read. A path without an answer is 404. Its end breaks off what is under way and waits for nobody. While
-// it lives, the environment asks for no proxy.
+// not read. A path without an answer is 404. Its end breaks off what is under way. While it
+// lives, the environment asks for no proxy.
 class LoopbackServer {
  public:
   using Answer = std::function<void(LoopbackConnection&)>;
