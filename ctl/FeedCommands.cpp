@@ -1,4 +1,5 @@
 // The commands about feeds: feed, import, message.
+#include <algorithm>
 #include <iostream>
 
 #include "ctl/Commands.h"
@@ -50,20 +51,21 @@ ExitStatus runImport(Companion& companion, const CommandLine& arguments) {
 
 ExitStatus runMessage(Companion& companion, const CommandLine& arguments) {
   ArrayController& channels = companion.controller().channelController();
-  std::vector<ManagedObject*> chosen;
+  std::vector<ManagedObject*> named;
   for (const std::string& name : arguments) {
     const auto channel = findChannel(channels, name);
     if (!channel) return failure(channel.error());
-    chosen.push_back(*channel);
+    if (!channelFeedURL(**channel))
+      return failure("The channel \"" + name + "\" has no URL or no file name.");
+    named.push_back(*channel);
   }
-  channels.setSelectedObjects(chosen);
-  if (chosen.empty()) chosen = channels.arrangedObjects();
-  if (chosen.empty()) return failure("The library has no channels to invite to.");
-  for (ManagedObject* channel : chosen) {
-    if (channelFeedURL(static_cast<Channel&>(*channel))) continue;
-    return failure("The channel \"" + std::string(channel->value("vcTitle").stringValue()) +
-                   "\" has no URL or no file name.");
-  }
+  // None selected means all of them; those without an address are left out.
+  channels.setSelectedObjects(named);
+  const auto& all = channels.arrangedObjects();
+  const bool hasAddress = std::any_of(all.begin(), all.end(), [](ManagedObject* channel) {
+    return channelFeedURL(static_cast<Channel&>(*channel)).has_value();
+  });
+  if (!hasAddress) return failure("The library has no channels to invite to.");
   companion.controller().subscriptionHandOff().sendEmail();
   std::cout << companion.pasteboard().propertyListForType(NSStringPboardType).stringValue();
   return companion.finishWithoutSaving();

@@ -70,6 +70,7 @@ TEST(FeedCommands, TheMessageListsTheChannelsNamedOrAll) {
   EXPECT_THAT(library.run("message Forks"), Exits(1));
   library.done("set Knives filename=");
   EXPECT_THAT(library.run("message Knives"), Fails(1, "no file name"));
+  EXPECT_THAT(library.done("message"), HasSubstr("\n\nitpc://h/Bread/a%20b.xml\n\n\n"));
 }
 
 // The desktop's application of that name is a script that tells what it was given.
