@@ -339,14 +339,17 @@ class Assembly {
 
   void addAttributes(std::size_t tagAt) {
     std::vector<std::string_view> names;
+    std::size_t seen = 0;
     scanXMLTag(text_, tagAt, [&](const XMLTagAttribute& attribute) {
+      // Those that are dropped count as well: each is compared with all that are kept.
+      const bool goesOn = ++seen < kMostXMLAttributes;
       const bool isName = !attribute.name.empty() && xmlNameLength(attribute.name) == attribute.name.size();
-      if (!isName || std::find(names.begin(), names.end(), attribute.name) != names.end()) return true;
+      if (!isName || std::find(names.begin(), names.end(), attribute.name) != names.end()) return goesOn;
       names.push_back(attribute.name);
       value_.clear();
       appendResolvedXML(value_, attribute.value, XMLPlace::Attribute);
       builder_.addAttribute(attribute.name, value_);
-      return names.size() < kMostXMLAttributes;
+      return goesOn;
     });
   }
 

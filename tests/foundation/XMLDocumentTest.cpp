@@ -234,6 +234,8 @@ TEST(TolerantParsing, HostileTextsFailAtTheBoundsOrPassWithinThem) {
       {"<r>" + times(2'000'000, "<a/>") + "</r>", tooMany},
       {std::string((std::size_t{128} << 20) + 1, ' '), "The document is too large."},
       {"<r><a" + times(30'000, " c='<a '"), "The document is no XML that could be repaired."},
+      {"<r>" + times(2'000, "<a b=\" \" c=\"") + " d=\"\" e='x f=\"y <" + std::string(5'000'000, 'x'),
+       "The document is no XML that could be repaired."},
       {"<r>" + times(100'000, "]]>") + "</r>", ""},
       {"<r>" + times(100'000, "&zzz;") + "</r>", ""},
       {"<!DOCTYPE r [<!ATTLIST r" + times(100'000, " a CDATA #IMPLIED") + ">]><r/>", ""},
