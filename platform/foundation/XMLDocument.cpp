@@ -9,6 +9,17 @@
 #include "platform/foundation/XMLTree.h"
 
 namespace clipwave {
+namespace {
+
+void appendAllText(std::string& text, const XMLNode& node) {
+  text.append(node.text);
+  for (const XMLNode* child = node.firstChild; child != nullptr; child = child->next) {
+    appendAllText(text, *child);
+    text.append(child->tail);
+  }
+}
+
+}  // namespace
 
 XMLElement XMLElement::addChild(std::string_view name) {
   return {tree_, &tree_->appendElement(*node_, name)};
@@ -37,10 +48,8 @@ std::string XMLElement::name() const {
 }
 
 std::string XMLElement::stringValue() const {
-  std::string text(node_->text);
-  for (XMLNode* child = node_->firstChild; child != nullptr; child = child->next) {
-    text.append(XMLElement(tree_, child).stringValue()).append(child->tail);
-  }
+  std::string text;
+  appendAllText(text, *node_);
   return text;
 }
 
