@@ -35,6 +35,10 @@ Error corruptAt(std::ptrdiff_t line, std::string_view reason) {
   return corrupt("Line " + std::to_string(line) + ": " + std::string(reason));
 }
 
+std::ptrdiff_t lineOf(std::string_view text, std::size_t at) {
+  return 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n');
+}
+
 // Where the tag at `at` ends whose attributes are quoted; npos when the text is not well-formed there.
 struct TagExtent {
   std::size_t end = std::string_view::npos;
@@ -85,10 +89,7 @@ std::optional<Error> overburdening(std::string_view text) {
       if (end - at > kLongestDocumentType && end <= text.size())
         return corrupt("The document type is too long.");
     }
-    if (end == std::string_view::npos) {
-      const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n');
-      return corruptAt(line, "What begins here has no end.");
-    }
+    if (end == std::string_view::npos) return corruptAt(lineOf(text, at), "What begins here has no end.");
     at = end;
   }
   return std::nullopt;
@@ -231,6 +232,9 @@ void run(Parse& parse, const std::string& text) {
 
 Result<std::unique_ptr<XMLTree>> readXML(const std::string& text, bool fromAnyone) {
   if (text.size() > INT_MAX) return corrupt("The document is too large.");
+  // The parser would take it for the end of the text.
+  if (const std::size_t nul = text.find('\0'); nul != std::string::npos)
+    return corruptAt(lineOf(text, nul), "There is a character that XML cannot carry.");
   if (std::optional<Error> error = overburdening(text)) return *std::move(error);
   Parse parse;
   parse.refusesControls = fromAnyone;

@@ -114,6 +114,8 @@ TEST(XMLDocument, StrictParsingSaysWhereTextIsNotWellFormed) {
   EXPECT_EQ(strictFailure("<!DOCTYPE r [<!-- " + times(20'000, "x ]>\n'") + " -->]><r/>"),
             "The document type is too long.");
   EXPECT_EQ(strictFailure("\n<r><!-- "), "Line 2: What begins here has no end.");
+  EXPECT_EQ(strictFailure(std::string_view("<a>x</a>\n\0<junk & <", 19)),
+            "Line 2: There is a character that XML cannot carry.");
 }
 
 TEST(TolerantParsing, KeepsTheTextOfBareAmpersandsAndBrackets) {
@@ -152,6 +154,7 @@ TEST(TolerantParsing, PassesOverWhatStandsAroundTheDocument) {
   EXPECT_EQ(repaired("\n \t<?xml version='1.0'?><!-- c --><t>x</t> tail &"), "t{x}");
   EXPECT_EQ(repaired("<br/><b>Warning</b>: line 3 <?xml version=\"1.0\"?>\n<rss>x</rss>"), "rss{x}");
   EXPECT_EQ(repaired("<!DOCTYPE t [<!ENTITY a '<x>'> <!-- ' --> ]>\n<t>&a; &\x01\x02</t>"), "t{&a; &}");
+  EXPECT_EQ(repaired(std::string_view("<t>a\0b</t>\0<junk & <", 21)), "t{ab}");
   EXPECT_EQ(repaired("<t>a<!-- - -- <b> -->b<?php echo '>' ?>c<![CDATA[d</t>"), "t{abcd}");
   for (const char* text : {"", " ", "no markup & none", "<", "<!-- <t/> -->", "</t>"})
     EXPECT_EQ(repaired(text), "failed") << text;
