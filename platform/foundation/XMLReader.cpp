@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <climits>
+#include <exception>
+#include <memory>
 #include <new>
 #include <optional>
 
@@ -95,92 +97,124 @@ std::optional<Error> overburdening(std::string_view text) {
   return std::nullopt;
 }
 
+struct ParserRelease {
+  void operator()(xmlParserCtxt* parser) const {
+    xmlFreeDoc(parser->myDoc);
+    parser->myDoc = nullptr;
+    xmlFreeParserCtxt(parser);
+  }
+};
+
 // What goes on during one parse, beside the parser's own state.
 struct Parse {
-  xmlParserCtxt* parser = nullptr;
+  std::unique_ptr<xmlParserCtxt, ParserRelease> parser{xmlNewParserCtxt()};
   bool refusesControls = false;
   XMLTreeBuilder builder;
   std::string value;  // of an attribute, with its references resolved
   std::optional<Error> error;
+  std::exception_ptr exception;  // that must not run through the parser's frames
 
-  // Ends the parse for the first reason. xmlStopParser() would take the text away from under a parser that
-  // reports an error in the midst of it; this only has its loops end.
-  void fail(Error reason) {
-    if (!error) error = std::move(reason);
+  // Ends the parse. xmlStopParser() would take the text away from under a parser that reports an error in
+  // the midst of it; this only has its loops end.
+  void stop() {
     parser->instate = XML_PARSER_EOF;
     parser->disableSAX = 1;
   }
+  bool hasStopped() const { return error.has_value() || exception != nullptr; }
+
+  void fail(Error reason) {
+    if (!error) error = std::move(reason);
+    stop();
+  }
+  void failHere(std::string_view reason) { fail(corruptAt(parser->input->line, reason)); }
 
   // Of the control characters from U+0080 on.
   void checkControls(std::string_view text) {
     if (!refusesControls) return;
     for (std::size_t at = 0; (at = text.find('\xC2', at)) != std::string_view::npos; ++at) {
       if (at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) < 0xA0)
-        return fail(corruptAt(parser->input->line, "There is a control character."));
+        return failHere("There is a control character.");
     }
   }
 };
 
-Parse& parseOf(void* context) {
-  return *static_cast<Parse*>(context);
+// Every report of the parser comes through here. Once the parse has stopped, the parser may still have some
+// to make, which no longer fit what has been built.
+template <typename Step>
+void guarded(void* context, Step step) noexcept {
+  Parse& parse = *static_cast<Parse*>(context);
+  if (parse.hasStopped()) return;
+  try {
+    step(parse);
+  } catch (...) {
+    parse.exception = std::current_exception();
+    parse.stop();
+  }
 }
 
 // Without a document of its own, the parser makes one to keep declared entities in.
 void startDocument(void* context) {
-  Parse& parse = parseOf(context);
-  parse.parser->sax2 = 0;  // names are reported as they stand, and no prefixes looked up
-  parse.parser->myDoc = xmlNewDoc(nullptr);
+  guarded(context, [](Parse& parse) {
+    parse.parser->sax2 = 0;  // names are reported as they stand, and no prefixes looked up
+    parse.parser->myDoc = xmlNewDoc(nullptr);
+    if (parse.parser->myDoc == nullptr) throw std::bad_alloc();
+  });
+}
+
+// The attribute's value with the one kind of reference resolved that the parser leaves in it.
+std::string_view resolved(std::string_view value, std::string& buffer) {
+  constexpr std::string_view kAmpersand = "&#38;";
+  if (value.find('&') == std::string_view::npos) return value;
+  buffer.clear();
+  for (std::size_t at; (at = value.find(kAmpersand)) != std::string_view::npos;) {
+    buffer.append(value, 0, at + 1);
+    value.remove_prefix(at + kAmpersand.size());
+  }
+  return buffer.append(value);
 }
 
 void startElement(void* context, const xmlChar* name, const xmlChar** attributes) {
-  constexpr std::string_view kAmpersand = "&#38;";
-  Parse& parse = parseOf(context);
-  parse.builder.startElement(view(name));
-  for (; attributes != nullptr && *attributes != nullptr; attributes += 2) {
-    std::string_view value = view(attributes[1]);
-    if (value.find('&') != std::string_view::npos) {
-      // The parser leaves this one reference in attributes, to be resolved here.
-      parse.value.clear();
-      for (std::size_t at; (at = value.find(kAmpersand)) != std::string_view::npos;) {
-        parse.value.append(value, 0, at + 1);
-        value.remove_prefix(at + kAmpersand.size());
-      }
-      value = parse.value.append(value);
+  guarded(context, [=](Parse& parse) {
+    parse.builder.startElement(view(name));
+    for (const xmlChar** each = attributes; each != nullptr && *each != nullptr; each += 2) {
+      const std::string_view value = resolved(view(each[1]), parse.value);
+      parse.checkControls(value);
+      parse.builder.addAttribute(view(each[0]), value);
     }
-    parse.checkControls(value);
-    parse.builder.addAttribute(view(attributes[0]), value);
-  }
-  if (parse.builder.isOverfull()) parse.fail(corrupt(kTooManyXMLNodes));
-  if (xmlDictSize(parse.parser->dict) > kMostNames)
-    parse.fail(corrupt("The document holds too many different names."));
+    if (parse.builder.isOverfull()) parse.fail(corrupt(kTooManyXMLNodes));
+    if (parse.builder.openElements() > kMostXMLLevels) parse.failHere("The elements are nested too deeply.");
+    if (xmlDictSize(parse.parser->dict) > kMostNames)
+      parse.fail(corrupt("The document holds too many different names."));
+  });
 }
 
 void endElement(void* context, const xmlChar*) {
-  parseOf(context).builder.endElement();
+  guarded(context, [](Parse& parse) { parse.builder.endElement(); });
 }
 
 void appendText(void* context, const xmlChar* text, int length) {
-  Parse& parse = parseOf(context);
-  if (parse.builder.openElements() == 0) return;
-  // A reference comes alone.
-  if (length == 2) parse.checkControls(view(text, length));
-  parse.builder.text().append(view(text, length));
+  guarded(context, [=](Parse& parse) {
+    if (parse.builder.openElements() == 0) return;
+    // A reference comes alone.
+    if (length == 2) parse.checkControls(view(text, length));
+    parse.builder.text().append(view(text, length));
+  });
 }
 
 void addInstruction(void* context, const xmlChar* target, const xmlChar* data) {
-  Parse& parse = parseOf(context);
-  parse.builder.addInstruction(view(target), view(data));
-  if (parse.builder.isOverfull()) parse.fail(corrupt(kTooManyXMLNodes));
+  guarded(context, [=](Parse& parse) {
+    parse.builder.addInstruction(view(target), view(data));
+    if (parse.builder.isOverfull()) parse.fail(corrupt(kTooManyXMLNodes));
+  });
 }
 
 // Asked for all but the predefined ones. No declared entity is ever expanded, and where one were left out,
 // there would be a hole in the text.
 xmlEntity* findEntity(void* context, const xmlChar* name) {
-  Parse& parse = parseOf(context);
-  const bool isDeclaration = parse.parser->inSubset != 0;
-  if (!isDeclaration)
-    parse.fail(
-        corruptAt(parse.parser->input->line, "The entity \"" + std::string(view(name)) + "\" is not known."));
+  guarded(context, [=](Parse& parse) {
+    const bool isDeclaration = parse.parser->inSubset != 0;
+    if (!isDeclaration) parse.failHere("The entity \"" + std::string(view(name)) + "\" is not known.");
+  });
   return nullptr;
 }
 
@@ -188,14 +222,18 @@ xmlEntity* findEntity(void* context, const xmlChar* name) {
 void declareAttribute(void* context, const xmlChar*, const xmlChar*, int, int, const xmlChar* defaultValue,
                       xmlEnumeration* tree) {
   xmlFreeEnumeration(tree);
-  if (defaultValue != nullptr) parseOf(context).fail(corrupt("The document type declares attribute values."));
+  if (defaultValue == nullptr) return;
+  guarded(context, [](Parse& parse) { parse.fail(corrupt("The document type declares attribute values.")); });
 }
 
 void noteError(void* context, xmlErrorPtr problem) {
   if (problem->level != XML_ERR_FATAL) return;
-  std::string message(problem->message == nullptr ? "" : problem->message);
-  while (!message.empty() && message.back() == '\n') message.pop_back();
-  parseOf(context).fail(corruptAt(problem->line, message));
+  guarded(context, [=](Parse& parse) {
+    if (problem->code == XML_ERR_NO_MEMORY) throw std::bad_alloc();
+    std::string message(problem->message == nullptr ? "" : problem->message);
+    while (!message.empty() && message.back() == '\n') message.pop_back();
+    parse.fail(corruptAt(problem->line, message));
+  });
 }
 
 xmlSAXHandler handlers() {
@@ -214,18 +252,19 @@ xmlSAXHandler handlers() {
   return handlers;
 }
 
-// Parses the text where it lies.
+// Parses the text where it lies. Throws std::bad_alloc.
 void run(Parse& parse, const std::string& text) {
+  if (parse.parser == nullptr) throw std::bad_alloc();
   xmlParserCtxt& parser = *parse.parser;
   *parser.sax = handlers();
   parser.userData = &parse;
   xmlCtxtUseOptions(&parser, XML_PARSE_NONET | XML_PARSE_IGNORE_ENC);
   xmlParserInput* input = xmlNewStringInputStream(&parser, reinterpret_cast<const xmlChar*>(text.c_str()));
-  if (input == nullptr) throw std::bad_alloc();
-  inputPush(&parser, input);
+  if (input == nullptr || inputPush(&parser, input) < 0) throw std::bad_alloc();
   // Otherwise the parser would guess at the encoding by the first bytes.
   parser.encoding = xmlStrdup(reinterpret_cast<const xmlChar*>("UTF-8"));
   xmlParseDocument(&parser);
+  if (parse.exception) std::rethrow_exception(parse.exception);
 }
 
 }  // namespace
@@ -238,15 +277,9 @@ Result<std::unique_ptr<XMLTree>> readXML(const std::string& text, bool fromAnyon
   if (std::optional<Error> error = overburdening(text)) return *std::move(error);
   Parse parse;
   parse.refusesControls = fromAnyone;
-  parse.parser = xmlNewParserCtxt();
-  if (parse.parser == nullptr) throw std::bad_alloc();
   run(parse, text);
-  const bool isWellFormed = parse.parser->wellFormed != 0;
-  xmlFreeDoc(parse.parser->myDoc);
-  parse.parser->myDoc = nullptr;
-  xmlFreeParserCtxt(parse.parser);
   if (parse.error) return *std::move(parse.error);
-  if (!isWellFormed) return corrupt("The document is not XML.");
+  if (parse.parser->wellFormed == 0) return corrupt("The document is not XML.");
   if (!parse.builder.hasRoot()) return corrupt("The document holds no element.");
   return parse.builder.takeTree();
 }

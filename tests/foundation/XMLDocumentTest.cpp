@@ -113,6 +113,9 @@ TEST(XMLDocument, StrictParsingSaysWhereTextIsNotWellFormed) {
             "Line 2: The entity \"e\" is not known.");
   EXPECT_EQ(strictFailure("<!DOCTYPE r [<!-- " + times(20'000, "x ]>\n'") + " -->]><r/>"),
             "The document type is too long.");
+  EXPECT_EQ(strictFailure(times(200, "<a>") + times(200, "</a>")), "");
+  EXPECT_EQ(strictFailure("\n" + times(201, "<a>") + times(201, "</a>")),
+            "Line 2: The elements are nested too deeply.");
   EXPECT_EQ(strictFailure("\n<r><!-- "), "Line 2: What begins here has no end.");
   EXPECT_EQ(strictFailure(std::string_view("<a>x</a>\n\0<junk & <", 19)),
             "Line 2: There is a character that XML cannot carry.");
