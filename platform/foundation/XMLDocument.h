@@ -72,8 +72,8 @@ class XMLDocument {
   // Whatever the text holds, it takes time in proportion to it (seconds for 64 MiB) and, with the text
   // itself, less than 768 MiB of memory for 64 MiB of it. Tolerant cuts off attributes beyond 256 on a tag
   // and tags below 200 levels. Strict refuses both, and a document type of more than 64 KiB, more than 65,536
-  // different names, a name of more than 50,000 bytes, and an attribute value, a CDATA section, a comment or
-  // an instruction of more than 10,000,000. Either fails for more than 128 MiB in UTF-8, and for more than
+  // different names, a name of more than 50,000 bytes, and an attribute value, a CDATA section or an
+  // instruction of more than 10,000,000. Either fails for more than 128 MiB in UTF-8, and for more than
   // 2,000,000 elements and attributes.
   static Result<XMLDocument> parse(std::string_view data, Parsing parsing, std::string_view charset = {});
 

@@ -67,9 +67,21 @@ struct Token {
   std::uint32_t length = 0;  // of a text, or of a tag's name
   Kind kind = Kind::Text;
   bool lacksEnd = false;  // a start tag that no end tag answers
+
+  bool isText() const { return kind == Kind::Text || kind == Kind::CharacterData; }
+  bool isElement() const { return kind == Kind::Start || kind == Kind::Empty; }
 };
 // Grows without being copied: of a hostile text there are millions.
 using Tokens = std::deque<Token>;
+
+// The name in the text's last end tag, which in a whole document is the root's; "" when there is none, and
+// when it is that of the page which a web server put around the document.
+std::string_view rootNameByEnd(std::string_view text) {
+  const std::size_t last = text.rfind("</");
+  if (last == std::string_view::npos) return {};
+  const std::string_view name = text.substr(last + 2, xmlNameLength(text.substr(last + 2)));
+  return name == "html" ? std::string_view() : name;
+}
 
 // Cuts the text into its tags and what stands between them; comments, instructions and document types fall
 // away.
@@ -149,12 +161,10 @@ class Tokenizer {
 
   // Whether what has begun so far is what the text ends with, and not what a web server put before it.
   bool isWithinDocument() const {
-    const auto first = std::find_if(tokens_.begin(), tokens_.end(),
-                                    [](const Token& token) { return token.kind == Token::Kind::Start; });
-    const std::size_t last = text_.rfind("</");
-    if (first == tokens_.end() || last == std::string_view::npos) return false;
-    const std::string_view name = text_.substr(last + 2, xmlNameLength(text_.substr(last + 2)));
-    return name != "html" && name == text_.substr(first->at, first->length);
+    const std::string_view name = rootNameByEnd(text_);
+    return !name.empty() && std::any_of(tokens_.begin(), tokens_.end(), [&](const Token& token) {
+      return token.kind == Token::Kind::Start && name == text_.substr(token.at, token.length);
+    });
   }
 
   // A section without an end, or with another one's, ends before the next end tag.
@@ -192,8 +202,8 @@ class Tokenizer {
   }
 
   void add(Token::Kind kind, std::size_t at, std::size_t length) {
-    if (kind == Token::Kind::Start || kind == Token::Kind::Empty) ++tags_;
     tokens_.push_back({static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(length), kind, false});
+    if (tokens_.back().isElement()) ++tags_;
   }
 
   std::string_view text_;
@@ -246,20 +256,44 @@ void matchTags(std::string_view text, Tokens& tokens) {
   for (const OpenTag& tag : open) markUnanswered(tokens[tag.token]);
 }
 
-// Which token begins the document: the first element that holds others, so that it is none of a web server's
-// remarks; failing that, the first of all.
-std::size_t rootOf(const Tokens& tokens) {
-  std::size_t begin = 0;
-  std::size_t depth = 0;
+// Which token begins the document. An element holds others unless it is a web server's remark, and of those
+// that do, it is the one with the last end tag's name, or else the first. Failing that, it is the element of
+// that name, or else the first of all. A remark without its end tag may stand around the document.
+std::size_t rootOf(std::string_view text, const Tokens& tokens) {
+  constexpr std::size_t kNone = std::string_view::npos;
+  struct Open {
+    std::size_t token;
+    bool mayBeRoot;
+    bool hasText = false;
+  };
+  const std::string_view rootName = rootNameByEnd(text);
+  std::vector<Open> open;
+  std::size_t firstWithOthers = kNone;
+  std::size_t firstNamed = kNone;
   for (std::size_t i = 0; i < tokens.size(); ++i) {
     const Token& token = tokens[i];
-    if (token.kind == Token::Kind::End && depth > 0) --depth;
-    if (token.kind != Token::Kind::Start && token.kind != Token::Kind::Empty) continue;
-    if (depth > 0) return begin;
-    begin = i;
-    if (token.kind == Token::Kind::Start) ++depth;
+    const std::string_view content = text.substr(token.at, token.length);
+    if (token.isText()) {
+      if (!open.empty() && content.find_first_not_of(kBlanks) != kNone) open.back().hasText = true;
+    } else if (token.kind == Token::Kind::End) {
+      while (tokens[open.back().token].lacksEnd) open.pop_back();
+      open.pop_back();
+    } else if (token.isElement()) {
+      bool mayBeRoot = open.empty();
+      if (mayBeRoot) {
+        if (firstNamed == kNone && content == rootName) firstNamed = i;
+      } else {
+        const Open& parent = open.back();
+        const Token& start = tokens[parent.token];
+        if (parent.mayBeRoot && text.substr(start.at, start.length) == rootName) return parent.token;
+        if (firstWithOthers == kNone) firstWithOthers = open.front().token;
+        mayBeRoot = parent.mayBeRoot && start.lacksEnd && parent.hasText;
+      }
+      if (token.kind == Token::Kind::Start) open.push_back({i, mayBeRoot});
+    }
   }
-  return 0;
+  if (firstWithOthers != kNone) return firstWithOthers;
+  return firstNamed == kNone ? 0 : firstNamed;
 }
 
 // Makes one element of the tokens.
@@ -268,7 +302,7 @@ class Assembly {
   explicit Assembly(std::string_view text) : text_(text) {}
 
   Result<std::unique_ptr<XMLTree>> assemble(const Tokens& tokens) {
-    for (std::size_t i = rootOf(tokens); i < tokens.size(); ++i) {
+    for (std::size_t i = rootOf(text_, tokens); i < tokens.size(); ++i) {
       if (builder_.hasRoot() && open_.empty()) break;
       take(tokens[i]);
       if (builder_.isOverfull()) return corrupt(kTooManyXMLNodes);

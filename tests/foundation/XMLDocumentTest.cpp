@@ -190,6 +190,12 @@ TEST(TolerantParsing, LosesNeitherTextNorItemsOfFeedsAsTheyAreFound) {
   const std::pair<std::string_view, std::string_view> rows[] = {
       {"<br /><b>Warning</b>: x\n<rss><i>A</i></rss>", "rss{i{A}}"},
       {"<br><rss><i>A</i></rss>", "rss{i{A}}"},
+      {"<b>Notice</b><p>a<i>b</i></p><rss><i>A</i></rss>", "rss{i{A}}"},
+      {"<p>Warning: x\n<rss><i>A</i></rss>", "rss{i{A}}"},
+      {"<b>Notice</b>: x<rss>A</rss>", "rss{A}"},
+      {"<i>note</i><rss><i>A</i><i>cut", "rss{i{A}i{cut}}"},
+      {"<t>a <b>x</b> cut", "t{b{x}}"},
+      {"<b>Notice</b><rss><i>A</i><?xml version='1.0'?><i>B</i></rss>", "rss{i{A}i{B}}"},
       {"<rss><i>A</i><?xml version='1.0'?><i>B</i></rss>", "rss{i{A}i{B}}"},
       {"<html><p>x<?xml version='1.0'?><rss><i>A</i></rss></html>", "rss{i{A}}"},
       {"<r><d>a<br>b<img src=c>d<hr>e</d></r>", "r{d{br{}img[src=c]{}hr{}}}"},
