@@ -7,6 +7,8 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/foundation/XMLBounds.h"
+
 namespace clipwave {
 namespace {
 

@@ -11,17 +11,12 @@
 #include <new>
 #include <optional>
 
-#include "platform/foundation/XMLRepair.h"
+#include "platform/foundation/XMLBounds.h"
 #include "platform/foundation/XMLTag.h"
 #include "platform/foundation/XMLTreeBuilder.h"
 
 namespace clipwave {
 namespace {
-
-// The parser builds content models and lists of attributes from it that we never look at.
-constexpr std::size_t kLongestDocumentType = 65'536;
-// The parser's dictionary does not grow with its names and gets slow.
-constexpr int kMostNames = 65'536;
 
 std::string_view view(const xmlChar* text) {
   return text == nullptr ? std::string_view() : std::string_view(reinterpret_cast<const char*>(text));
@@ -30,11 +25,8 @@ std::string_view view(const xmlChar* text, int length) {
   return {reinterpret_cast<const char*>(text), static_cast<std::size_t>(length)};
 }
 
-Error corrupt(std::string_view reason) {
-  return cocoaError(kPropertyListReadCorruptError, std::string(reason));
-}
-Error corruptAt(std::ptrdiff_t line, std::string_view reason) {
-  return corrupt("Line " + std::to_string(line) + ": " + std::string(reason));
+Error refusedAt(std::ptrdiff_t line, std::string_view reason) {
+  return refusedXML("Line " + std::to_string(line) + ": " + std::string(reason));
 }
 
 std::ptrdiff_t lineOf(std::string_view text, std::size_t at) {
@@ -74,7 +66,7 @@ std::optional<Error> overburdening(std::string_view text) {
     }
     if (!rest.starts_with("<!") && !rest.starts_with("<?")) {
       const TagExtent tag = extentOfTag(text, at);
-      if (tag.attributes > kMostXMLAttributes) return corrupt("A tag carries too many attributes.");
+      if (tag.attributes > kMostXMLAttributes) return refusedXML("A tag carries too many attributes.");
       if (tag.end == std::string_view::npos) break;
       at = tag.end;
       continue;
@@ -88,10 +80,10 @@ std::optional<Error> overburdening(std::string_view text) {
       end = text.find("?>", at + 2);
     } else {
       end = endOfXMLDocumentType(text, at);
-      if (end - at > kLongestDocumentType && end <= text.size())
-        return corrupt("The document type is too long.");
+      if (end - at > kLongestXMLDocumentType && end <= text.size())
+        return refusedXML("The document type is too long.");
     }
-    if (end == std::string_view::npos) return corruptAt(lineOf(text, at), "What begins here has no end.");
+    if (end == std::string_view::npos) return refusedAt(lineOf(text, at), "What begins here has no end.");
     at = end;
   }
   return std::nullopt;
@@ -126,7 +118,7 @@ struct Parse {
     if (!error) error = std::move(reason);
     stop();
   }
-  void failHere(std::string_view reason) { fail(corruptAt(parser->input->line, reason)); }
+  void failHere(std::string_view reason) { fail(refusedAt(parser->input->line, reason)); }
 
   // Of the control characters from U+0080 on.
   void checkControls(std::string_view text) {
@@ -181,10 +173,10 @@ void startElement(void* context, const xmlChar* name, const xmlChar** attributes
       parse.checkControls(value);
       parse.builder.addAttribute(view(each[0]), value);
     }
-    if (parse.builder.isOverfull()) parse.fail(corrupt(kTooManyXMLNodes));
+    if (parse.builder.isOverfull()) parse.fail(refusedXML(kTooManyXMLNodes));
     if (parse.builder.openElements() > kMostXMLLevels) parse.failHere("The elements are nested too deeply.");
-    if (xmlDictSize(parse.parser->dict) > kMostNames)
-      parse.fail(corrupt("The document holds too many different names."));
+    if (xmlDictSize(parse.parser->dict) > kMostXMLNames)
+      parse.fail(refusedXML("The document holds too many different names."));
   });
 }
 
@@ -204,7 +196,7 @@ void appendText(void* context, const xmlChar* text, int length) {
 void addInstruction(void* context, const xmlChar* target, const xmlChar* data) {
   guarded(context, [=](Parse& parse) {
     parse.builder.addInstruction(view(target), view(data));
-    if (parse.builder.isOverfull()) parse.fail(corrupt(kTooManyXMLNodes));
+    if (parse.builder.isOverfull()) parse.fail(refusedXML(kTooManyXMLNodes));
   });
 }
 
@@ -223,7 +215,8 @@ void declareAttribute(void* context, const xmlChar*, const xmlChar*, int, int, c
                       xmlEnumeration* tree) {
   xmlFreeEnumeration(tree);
   if (defaultValue == nullptr) return;
-  guarded(context, [](Parse& parse) { parse.fail(corrupt("The document type declares attribute values.")); });
+  guarded(context,
+          [](Parse& parse) { parse.fail(refusedXML("The document type declares attribute values.")); });
 }
 
 void noteError(void* context, xmlErrorPtr problem) {
@@ -232,7 +225,7 @@ void noteError(void* context, xmlErrorPtr problem) {
     if (problem->code == XML_ERR_NO_MEMORY) throw std::bad_alloc();
     std::string message(problem->message == nullptr ? "" : problem->message);
     while (!message.empty() && message.back() == '\n') message.pop_back();
-    parse.fail(corruptAt(problem->line, message));
+    parse.fail(refusedAt(problem->line, message));
   });
 }
 
@@ -270,17 +263,17 @@ void run(Parse& parse, const std::string& text) {
 }  // namespace
 
 Result<std::unique_ptr<XMLTree>> readXML(const std::string& text, bool fromAnyone) {
-  if (text.size() > INT_MAX) return corrupt("The document is too large.");
+  if (text.size() > INT_MAX) return refusedXML("The document is too large.");
   // The parser would take it for the end of the text.
   if (const std::size_t nul = text.find('\0'); nul != std::string::npos)
-    return corruptAt(lineOf(text, nul), "There is a character that XML cannot carry.");
+    return refusedAt(lineOf(text, nul), "There is a character that XML cannot carry.");
   if (std::optional<Error> error = overburdening(text)) return *std::move(error);
   Parse parse;
   parse.refusesControls = fromAnyone;
   run(parse, text);
   if (parse.error) return *std::move(parse.error);
-  if (parse.parser->wellFormed == 0) return corrupt("The document is not XML.");
-  if (!parse.builder.hasRoot()) return corrupt("The document holds no element.");
+  if (parse.parser->wellFormed == 0) return refusedXML("The document is not XML.");
+  if (!parse.builder.hasRoot()) return refusedXML("The document holds no element.");
   return parse.builder.takeTree();
 }
 

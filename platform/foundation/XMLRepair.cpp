@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/foundation/ASCII.h"
+#include "platform/foundation/XMLBounds.h"
 #include "platform/foundation/XMLTag.h"
 #include "platform/foundation/XMLText.h"
 #include "platform/foundation/XMLTreeBuilder.h"
@@ -23,10 +24,6 @@ constexpr std::size_t kMostVainReadings = 8;
 constexpr std::size_t kSmallText = 65'536;
 // HTML's elements that never have an end tag and that no feed has by these names.
 constexpr std::string_view kHTMLVoids[] = {"br", "hr", "img"};
-
-Error corrupt(std::string_view reason) {
-  return cocoaError(kPropertyListReadCorruptError, std::string(reason));
-}
 
 // Finds marks in the text. It remembers what lies ahead, so that a thousand comments without an end do not
 // cost a thousand readings of the rest.
@@ -305,10 +302,10 @@ class Assembly {
     for (std::size_t i = rootOf(text_, tokens); i < tokens.size(); ++i) {
       if (builder_.hasRoot() && open_.empty()) break;
       take(tokens[i]);
-      if (builder_.isOverfull()) return corrupt(kTooManyXMLNodes);
+      if (builder_.isOverfull()) return refusedXML(kTooManyXMLNodes);
     }
     while (!open_.empty()) close();
-    if (!builder_.hasRoot()) return corrupt("The document holds no element.");
+    if (!builder_.hasRoot()) return refusedXML("The document holds no element.");
     return builder_.takeTree();
   }
 
@@ -396,11 +393,11 @@ class Assembly {
 }  // namespace
 
 Result<std::unique_ptr<XMLTree>> readBrokenXML(std::string_view text) {
-  if (text.size() >= UINT32_MAX) return corrupt("The document is too large.");
+  if (text.size() >= UINT32_MAX) return refusedXML("The document is too large.");
   Tokenizer tokenizer(text);
   tokenizer.run();
-  if (tokenizer.isHopeless()) return corrupt("The document is no XML that could be repaired.");
-  if (tokenizer.isOverburdened()) return corrupt(kTooManyXMLNodes);
+  if (tokenizer.isHopeless()) return refusedXML("The document is no XML that could be repaired.");
+  if (tokenizer.isOverburdened()) return refusedXML(kTooManyXMLNodes);
   matchTags(text, tokenizer.tokens());
   return Assembly(text).assemble(tokenizer.tokens());
 }
