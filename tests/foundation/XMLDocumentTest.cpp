@@ -180,7 +180,11 @@ TEST(TolerantParsing, DecodesByMarkThenCharsetThenDeclaration) {
   EXPECT_EQ(repaired("\xFF\xFE<\0t\0>\0c\0a\0f\0\xE9\0<\0/\0t\0>\0"s), cafe);
   EXPECT_EQ(repaired("\xFE\xFF\0<\0t\0>\0c\0a\0f\0\xE9\0<\0/\0t\0>"s, "utf-8"), cafe);
   EXPECT_EQ(repaired("\0<\0t\0>\0c\0a\0f\0\xE9\0<\0/\0t\0>"s, "utf-16be"), cafe);
+  EXPECT_EQ(repaired("\0<\0t\0>\xD8\0\0a\0<\0/\0t\0>"s, "ucs-2be"),
+            "t{\xEF\xBF\xBD"
+            "a}");
   // Labels that cannot be true are passed over.
+  EXPECT_EQ(repaired("<t>caf\xC3\xA9</t>", "koi8-r\0"s), cafe);
   EXPECT_EQ(repaired("<?xml version='1.0' encoding='UTF-16'?><t>caf\xC3\xA9</t>"), cafe);
   EXPECT_EQ(repaired("<?xml version='1.0' encoding='bogus'?><t>caf\xC3\xA9</t>", "//../none"), cafe);
   EXPECT_EQ(repaired("<?xml version='1.0' encoding='ISO-8859-1'?><t>caf\xC3\xA9</t>"), cafe);
