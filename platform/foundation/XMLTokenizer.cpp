@@ -116,16 +116,16 @@ bool XMLTokenizer::isWithinDocument() const {
 }
 
 std::size_t XMLTokenizer::takeCharacterData(std::size_t from) {
-  std::size_t end = finder_.endOf("]]>", from);
+  const std::size_t end = finder_.endOf("]]>", from);
   const std::size_t next = finder_.endOf("<![CDATA[", from);
-  if (end != std::string_view::npos && end < next) {
+  const std::size_t tag = finder_.endOf("</", from);
+  if (end != std::string_view::npos && (end < next || next < tag)) {
     add(XMLToken::Kind::CharacterData, from, end - 3 - from);
     return end;
   }
-  end = finder_.endOf("</", from);
-  end = end == std::string_view::npos ? text_.size() : end - 2;
-  add(XMLToken::Kind::CharacterData, from, end - from);
-  return end;
+  const std::size_t behind = tag == std::string_view::npos ? text_.size() : tag - 2;
+  add(XMLToken::Kind::CharacterData, from, behind - from);
+  return behind;
 }
 
 std::size_t XMLTokenizer::takeEndTag(std::size_t at) {

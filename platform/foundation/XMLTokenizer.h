@@ -67,7 +67,7 @@ class XMLTokenizer {
   std::size_t takeInstruction(std::size_t at);
   // Whether what has begun so far is what the text ends with, and not what a web server put before it.
   bool isWithinDocument() const;
-  // A section without an end, or with another one's, ends before the next end tag.
+  // A section without an end, or whose end is that of another one behind an end tag, ends before that tag.
   std::size_t takeCharacterData(std::size_t from);
   std::size_t takeEndTag(std::size_t at);
   // Pieces of text that touch are one, so that a text full of "<" does not become a token for each.

@@ -206,6 +206,8 @@ TEST(TolerantParsing, LosesNeitherTextNorItemsOfFeedsAsTheyAreFound) {
       {"<t a='&#150;'>it&#146;s</t>", "t[a=\xE2\x80\x93]{it\xE2\x80\x99s}"},
       {"<t>it&#8217s &copy</t>&", "t{it\xE2\x80\x99s &copy}"},
       {"<t>cut <enclosure url='http", "t{cut }"},
+      {"<t>& <![CDATA[write <![CDATA[x]]> y</t>", "t{& write <![CDATA[x y}"},
+      {"<r>& <t><![CDATA[x</t><t><![CDATA[y]]></t></r>", "r{t{x}t{y}}"},
       {"<t>cut <", "t{cut <}"},
       {"<t>cut <!-- here", "t{cut }"},
       {"<t>caf\xC3", "t{caf}"},
