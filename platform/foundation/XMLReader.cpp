@@ -131,11 +131,11 @@ struct Parse {
 };
 
 // Every report of the parser comes through here. Once the parse has stopped, the parser may still have some
-// to make, which no longer fit what has been built.
+// to make, which no longer fit what has been built; where it went on to another state, it is stopped again.
 template <typename Step>
 void guarded(void* context, Step step) noexcept {
   Parse& parse = *static_cast<Parse*>(context);
-  if (parse.hasStopped()) return;
+  if (parse.hasStopped()) return parse.stop();
   try {
     step(parse);
   } catch (...) {
