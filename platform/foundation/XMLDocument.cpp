@@ -3,12 +3,24 @@
 #include <new>
 #include <utility>
 
+#include "platform/foundation/XMLBounds.h"
 #include "platform/foundation/XMLEncoding.h"
 #include "platform/foundation/XMLReader.h"
 #include "platform/foundation/XMLRepair.h"
 #include "platform/foundation/XMLTree.h"
 
 namespace clipwave {
+namespace {
+
+void appendAllText(std::string& text, const XMLNode& node) {
+  text.append(node.text);
+  for (const XMLNode* child = node.firstChild; child != nullptr; child = child->next) {
+    appendAllText(text, *child);
+    text.append(child->tail);
+  }
+}
+
+}  // namespace
 
 XMLElement XMLElement::addChild(std::string_view name) {
   return {tree_, &tree_->appendElement(*node_, name)};
@@ -37,10 +49,8 @@ std::string XMLElement::name() const {
 }
 
 std::string XMLElement::stringValue() const {
-  std::string text(node_->text);
-  for (XMLNode* child = node_->firstChild; child != nullptr; child = child->next) {
-    text.append(XMLElement(tree_, child).stringValue()).append(child->tail);
-  }
+  std::string text;
+  appendAllText(text, *node_);
   return text;
 }
 
@@ -98,10 +108,8 @@ XMLDocument::~XMLDocument() = default;
 Result<XMLDocument> XMLDocument::parse(std::string_view data, Parsing parsing, std::string_view charset) try {
   const bool tolerant = parsing == Parsing::Tolerant;
   std::optional<std::string> text = decodedXML(data, charset, tolerant);
-  if (!text)
-    return cocoaError(kPropertyListReadCorruptError, "The document's bytes do not fit its encoding.");
-  if (text->size() > kMostXMLBytes)
-    return cocoaError(kPropertyListReadCorruptError, "The document is too large.");
+  if (!text) return refusedXML("The document's bytes do not fit its encoding.");
+  if (text->size() > kMostXMLBytes) return refusedXML("The document is too large.");
   Result<std::unique_ptr<XMLTree>> tree = readXML(*text, tolerant);
   if (!tree && tolerant) {
     if (firstUnfitByte(*text) != std::string::npos) *text = textFitForXML(*text);
@@ -110,7 +118,7 @@ Result<XMLDocument> XMLDocument::parse(std::string_view data, Parsing parsing, s
   if (!tree) return tree.error();
   return XMLDocument(*std::move(tree));
 } catch (const std::bad_alloc&) {
-  return cocoaError(kPropertyListReadCorruptError, "There is not enough memory for the document.");
+  return refusedXML("There is not enough memory for the document.");
 }
 
 XMLElement XMLDocument::rootElement() const {

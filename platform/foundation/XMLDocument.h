@@ -62,15 +62,19 @@ class XMLDocument {
   // Reads a document. No entity is fetched, no document type is loaded, no entity is expanded but the
   // predefined and numeric ones (Tolerant: HTML's named ones too), nothing touches the network. Tolerant
   // reads strictly first and repairs what fails, keeping its text: bare "&" and "<", undeclared entities,
-  // missing end tags, white space before the declaration. Fails when no element is left, with
-  // kPropertyListReadCorruptError and the reason; that of a strict parse says the line. `charset` names the
-  // encoding when something outside the text decided it ("" to look at mark and declaration).
+  // missing end tags, white space before the declaration; a repair drops the instructions ahead of the root.
+  // It decodes leniently too, so that it may differ from Strict on well-formed text where the text's label,
+  // or its references to U+0080 to U+009F, are not what their author meant. Fails when no element is left,
+  // with kPropertyListReadCorruptError and the reason; that of a strict parse says the line where one is
+  // known. `charset` names the encoding when something outside the text decided it ("" to look at mark and
+  // declaration).
   //
   // Whatever the text holds, it takes time in proportion to it (seconds for 64 MiB) and, with the text
   // itself, less than 768 MiB of memory for 64 MiB of it. Tolerant cuts off attributes beyond 256 on a tag
-  // and tags below 200 levels, which fail a strict parse as a document type of more than 64 KiB and more than
-  // 65,536 different names do; either fails for more than 128 MiB in UTF-8, and for more than 2,000,000
-  // elements and attributes.
+  // and tags below 200 levels. Strict refuses both, and a document type of more than 64 KiB, more than 65,536
+  // different names, a name of more than 50,000 bytes, and an attribute value, a CDATA section or an
+  // instruction of more than 10,000,000. Either fails for more than 128 MiB in UTF-8, and for more than
+  // 2,000,000 elements and attributes.
   static Result<XMLDocument> parse(std::string_view data, Parsing parsing, std::string_view charset = {});
 
   XMLElement rootElement() const;

@@ -7,6 +7,9 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/foundation/ASCII.h"
+#include "platform/foundation/XMLBounds.h"
+
 namespace clipwave {
 namespace {
 
@@ -49,13 +52,10 @@ std::string upperCased(std::string_view text) {
 // The label without quotes and blanks, in capitals; empty when it holds anything that no encoding's name
 // does.
 std::string cleanedLabel(std::string_view label) {
-  constexpr std::string_view kAround = " \t\r\n\"'";
-  const std::size_t first = label.find_first_not_of(kAround);
-  if (first == std::string_view::npos) return {};
-  label = label.substr(first, label.find_last_not_of(kAround) - first + 1);
+  label = trimmed(label, " \t\r\n\"'");
   const bool sound = std::all_of(label.begin(), label.end(), [](char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
-           std::strchr("-_.:", c) != nullptr;
+           std::string_view("-_.:").find(c) != std::string_view::npos;
   });
   return sound && label.size() <= 40 ? upperCased(label) : std::string();
 }
@@ -99,6 +99,13 @@ bool isLatin1Label(std::string_view label) {
 bool hasWideUnits(std::string_view label) {
   return label.starts_with("UTF-16") || label.starts_with("UTF-32") || label.starts_with("UCS-") ||
          label.starts_with("UTF16") || label.starts_with("UTF32") || label.starts_with("ISO-10646-UCS");
+}
+
+std::size_t unitSize(std::string_view label) {
+  if (!hasWideUnits(label)) return 1;
+  const bool isTwoBytes =
+      label.find("16") != std::string_view::npos || label.find("UCS-2") != std::string_view::npos;
+  return isTwoBytes ? 2 : 4;
 }
 
 bool isValidUTF8(std::string_view data) {
@@ -152,7 +159,7 @@ std::string fromDoubtfulUTF8(std::string_view data) {
 std::optional<std::string> converted(std::string_view data, const std::string& label, bool lenient) {
   const iconv_t converter = ::iconv_open("UTF-8", label.c_str());
   if (converter == reinterpret_cast<iconv_t>(-1)) return std::nullopt;
-  const std::size_t unit = !hasWideUnits(label) ? 1 : label.find("16") != std::string::npos ? 2 : 4;
+  const std::size_t unit = unitSize(label);
   std::string text;
   text.reserve(std::min(data.size() * 2, kMostXMLBytes));  // most encodings' text takes no more
   char* in = const_cast<char*>(data.data());

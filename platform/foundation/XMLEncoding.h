@@ -23,10 +23,6 @@ void appendUTF8(std::string& text, char32_t character);
 // What `byte` is in Windows-1252, the encoding that text labelled as Latin-1 is really in.
 char32_t windows1252Character(std::uint8_t byte);
 
-// No document is larger in UTF-8: twice the largest feed that is loaded, as its characters may take more
-// bytes there.
-inline constexpr std::size_t kMostXMLBytes = std::size_t{128} << 20;
-
 // `data` in UTF-8 without its byte-order mark, decoded by that mark, else by `charset`, else by the encoding
 // that the XML declaration names, else as UTF-8. A label that the bytes cannot bear out (unknown, or two-byte
 // units for text that reads as ASCII) is passed over, and Latin-1 means Windows-1252. `lenient` reads UTF-8

@@ -13,6 +13,7 @@ namespace clipwave {
 // line where that is known: it is not well-formed, refers to an entity that XML does not predefine, or goes
 // beyond the bounds that XMLDocument states. What a document type declares is passed over. With `fromAnyone`,
 // references to Latin-1's control characters are such a reason too: their authors meant Windows-1252's.
+// Throws std::bad_alloc.
 Result<std::unique_ptr<XMLTree>> readXML(const std::string& text, bool fromAnyone);
 
 }  // namespace clipwave

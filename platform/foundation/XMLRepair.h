@@ -9,11 +9,6 @@
 
 namespace clipwave {
 
-// More attributes than any real tag carries; the parser compares each attribute of a tag with all the others.
-inline constexpr std::size_t kMostXMLAttributes = 256;
-// Deeper than any real document.
-inline constexpr std::size_t kMostXMLLevels = 200;
-
 // The element that `text` holds, which is fit for XML, without what stands around it: bare "&" and "<" stand
 // for themselves, HTML's named characters are resolved, attributes may lack their quotes and are kept once,
 // missing end tags are supplied and stray ones dropped. An element whose end tag is missing ends where its

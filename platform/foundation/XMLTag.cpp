@@ -35,11 +35,14 @@ bool lacksClosingQuote(std::string_view value, std::string_view behind) {
   return another && !behind.empty() && !isBlank(behind[0]) && behind[0] != '>' && behind[0] != '/';
 }
 
-// Reads an attribute's value at the start of `text`; answers its length with quotes.
-std::size_t scanValue(std::string_view text, std::string_view& value) {
+// Reads an attribute's value at the start of `text`; answers its length with quotes. `looked` is how far
+// it looked for a closing quote.
+std::size_t scanValue(std::string_view text, std::string_view& value, std::size_t& looked) {
   std::size_t start = 0;
+  looked = 0;
   if (!text.empty() && (text[0] == '"' || text[0] == '\'')) {
     const std::size_t close = text.find(text[0], 1);
+    looked = std::min(close, text.size());
     if (close != std::string_view::npos) {
       value = text.substr(1, close - 1);
       if (!lacksClosingQuote(value, text.substr(close + 1))) return close + 1;
@@ -80,9 +83,10 @@ XMLTag scanXMLTag(std::string_view text, std::size_t at,
   bool goesOn = true;
   std::size_t valued = 0;
   std::size_t valueless = 0;
+  std::size_t lookedTo = 0;
   for (;;) {
     at = std::min(text.find_first_not_of(kBlanks, at), text.size());
-    tag.end = at;
+    tag.end = std::max(at, lookedTo);
     if (at == text.size() || text[at] == '<') return tag;
     if (text[at] == '>' || text.substr(at).starts_with("/>")) {
       tag.isEmpty = text[at] == '/';
@@ -101,7 +105,10 @@ XMLTag scanXMLTag(std::string_view text, std::size_t at,
     }
     at = std::min(text.find_first_not_of(kBlanks, equals + 1), text.size());
     XMLTagAttribute attribute{name, {}};
-    at += scanValue(text.substr(at), attribute.value);
+    std::size_t looked = 0;
+    const std::size_t length = scanValue(text.substr(at), attribute.value, looked);
+    lookedTo = std::max(lookedTo, at + looked);
+    at += length;
     ++valued;
     if (each && goesOn) goesOn = each(attribute);
   }

@@ -14,7 +14,7 @@ struct XMLTagAttribute {
 
 struct XMLTag {
   std::string_view name;
-  std::size_t end = 0;   // behind its ">"; of what is no tag, how far it was read to find that out
+  std::size_t end = 0;   // behind its ">"; of what is no tag, how far the text was looked at to find that out
   bool isEmpty = false;  // "<name/>"
   bool isTag = false;
 };

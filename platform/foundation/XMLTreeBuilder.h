@@ -6,14 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/foundation/XMLBounds.h"
 #include "platform/foundation/XMLTree.h"
 
 namespace clipwave {
-
-// More than a feed of 64 MiB takes whose elements say anything. A node is an element, an attribute, or an
-// instruction ahead of the root.
-inline constexpr std::size_t kMostXMLNodes = 2'000'000;
-inline constexpr std::string_view kTooManyXMLNodes = "The document holds too many elements.";
 
 class XMLTreeBuilder {
  public:

@@ -113,7 +113,12 @@ TEST(XMLDocument, StrictParsingSaysWhereTextIsNotWellFormed) {
             "Line 2: The entity \"e\" is not known.");
   EXPECT_EQ(strictFailure("<!DOCTYPE r [<!-- " + times(20'000, "x ]>\n'") + " -->]><r/>"),
             "The document type is too long.");
+  EXPECT_EQ(strictFailure(times(200, "<a>") + times(200, "</a>")), "");
+  EXPECT_EQ(strictFailure("\n" + times(201, "<a>") + times(201, "</a>")),
+            "Line 2: The elements are nested too deeply.");
   EXPECT_EQ(strictFailure("\n<r><!-- "), "Line 2: What begins here has no end.");
+  EXPECT_EQ(strictFailure(std::string_view("<a>x</a>\n\0<junk & <", 19)),
+            "Line 2: There is a character that XML cannot carry.");
 }
 
 TEST(TolerantParsing, KeepsTheTextOfBareAmpersandsAndBrackets) {
@@ -152,6 +157,7 @@ TEST(TolerantParsing, PassesOverWhatStandsAroundTheDocument) {
   EXPECT_EQ(repaired("\n \t<?xml version='1.0'?><!-- c --><t>x</t> tail &"), "t{x}");
   EXPECT_EQ(repaired("<br/><b>Warning</b>: line 3 <?xml version=\"1.0\"?>\n<rss>x</rss>"), "rss{x}");
   EXPECT_EQ(repaired("<!DOCTYPE t [<!ENTITY a '<x>'> <!-- ' --> ]>\n<t>&a; &\x01\x02</t>"), "t{&a; &}");
+  EXPECT_EQ(repaired(std::string_view("<t>a\0b</t>\0<junk & <", 21)), "t{ab}");
   EXPECT_EQ(repaired("<t>a<!-- - -- <b> -->b<?php echo '>' ?>c<![CDATA[d</t>"), "t{abcd}");
   for (const char* text : {"", " ", "no markup & none", "<", "<!-- <t/> -->", "</t>"})
     EXPECT_EQ(repaired(text), "failed") << text;
@@ -174,7 +180,11 @@ TEST(TolerantParsing, DecodesByMarkThenCharsetThenDeclaration) {
   EXPECT_EQ(repaired("\xFF\xFE<\0t\0>\0c\0a\0f\0\xE9\0<\0/\0t\0>\0"s), cafe);
   EXPECT_EQ(repaired("\xFE\xFF\0<\0t\0>\0c\0a\0f\0\xE9\0<\0/\0t\0>"s, "utf-8"), cafe);
   EXPECT_EQ(repaired("\0<\0t\0>\0c\0a\0f\0\xE9\0<\0/\0t\0>"s, "utf-16be"), cafe);
+  EXPECT_EQ(repaired("\0<\0t\0>\xD8\0\0a\0<\0/\0t\0>"s, "ucs-2be"),
+            "t{\xEF\xBF\xBD"
+            "a}");
   // Labels that cannot be true are passed over.
+  EXPECT_EQ(repaired("<t>caf\xC3\xA9</t>", "koi8-r\0"s), cafe);
   EXPECT_EQ(repaired("<?xml version='1.0' encoding='UTF-16'?><t>caf\xC3\xA9</t>"), cafe);
   EXPECT_EQ(repaired("<?xml version='1.0' encoding='bogus'?><t>caf\xC3\xA9</t>", "//../none"), cafe);
   EXPECT_EQ(repaired("<?xml version='1.0' encoding='ISO-8859-1'?><t>caf\xC3\xA9</t>"), cafe);
@@ -184,12 +194,20 @@ TEST(TolerantParsing, LosesNeitherTextNorItemsOfFeedsAsTheyAreFound) {
   const std::pair<std::string_view, std::string_view> rows[] = {
       {"<br /><b>Warning</b>: x\n<rss><i>A</i></rss>", "rss{i{A}}"},
       {"<br><rss><i>A</i></rss>", "rss{i{A}}"},
+      {"<b>Notice</b><p>a<i>b</i></p><rss><i>A</i></rss>", "rss{i{A}}"},
+      {"<p>Warning: x\n<rss><i>A</i></rss>", "rss{i{A}}"},
+      {"<b>Notice</b>: x<rss>A</rss>", "rss{A}"},
+      {"<i>note</i><rss><i>A</i><i>cut", "rss{i{A}i{cut}}"},
+      {"<t>a <b>x</b> cut", "t{b{x}}"},
+      {"<b>Notice</b><rss><i>A</i><?xml version='1.0'?><i>B</i></rss>", "rss{i{A}i{B}}"},
       {"<rss><i>A</i><?xml version='1.0'?><i>B</i></rss>", "rss{i{A}i{B}}"},
       {"<html><p>x<?xml version='1.0'?><rss><i>A</i></rss></html>", "rss{i{A}}"},
       {"<r><d>a<br>b<img src=c>d<hr>e</d></r>", "r{d{br{}img[src=c]{}hr{}}}"},
       {"<t a='&#150;'>it&#146;s</t>", "t[a=\xE2\x80\x93]{it\xE2\x80\x99s}"},
       {"<t>it&#8217s &copy</t>&", "t{it\xE2\x80\x99s &copy}"},
       {"<t>cut <enclosure url='http", "t{cut }"},
+      {"<t>& <![CDATA[write <![CDATA[x]]> y</t>", "t{& write <![CDATA[x y}"},
+      {"<r>& <t><![CDATA[x</t><t><![CDATA[y]]></t></r>", "r{t{x}t{y}}"},
       {"<t>cut <", "t{cut <}"},
       {"<t>cut <!-- here", "t{cut }"},
       {"<t>caf\xC3", "t{caf}"},
@@ -234,6 +252,8 @@ TEST(TolerantParsing, HostileTextsFailAtTheBoundsOrPassWithinThem) {
       {"<r>" + times(2'000'000, "<a/>") + "</r>", tooMany},
       {std::string((std::size_t{128} << 20) + 1, ' '), "The document is too large."},
       {"<r><a" + times(30'000, " c='<a '"), "The document is no XML that could be repaired."},
+      {"<r>" + times(2'000, "<a b=\" \" c=\"") + " d=\"\" e='x f=\"y <" + std::string(5'000'000, 'x'),
+       "The document is no XML that could be repaired."},
       {"<r>" + times(100'000, "]]>") + "</r>", ""},
       {"<r>" + times(100'000, "&zzz;") + "</r>", ""},
       {"<!DOCTYPE r [<!ATTLIST r" + times(100'000, " a CDATA #IMPLIED") + ">]><r/>", ""},
