@@ -11,8 +11,8 @@
 
 namespace clipwave {
 
-// A title, as it is or as the companion prints it on one line, or else an id. Fails when nothing or more than one record is meant; the
-// error names the candidates.
+// A title, as it is or as the companion prints it on one line, or else an id. Fails when nothing or more than
+// one record is meant; the error names the candidates.
 Result<Channel*> findChannel(ArrayController& channels, std::string_view name);
 Result<Vodcast*> findEpisode(Channel& channel, std::string_view name);
 // "CHANNEL" or "CHANNEL/EPISODE"; titles may hold slashes themselves.
