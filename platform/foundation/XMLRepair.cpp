@@ -60,45 +60,74 @@ void matchTags(std::string_view text, XMLTokens& tokens) {
   for (const OpenTag& tag : open) markUnanswered(tokens[tag.token]);
 }
 
-// Which token begins the document. An element holds others unless it is a web server's remark, and of those
-// that do, it is the one with the last end tag's name, or else the first. Failing that, it is the element of
-// that name, or else the first of all. A remark without its end tag may stand around the document.
-std::size_t rootOf(std::string_view text, const XMLTokens& tokens) {
-  constexpr std::size_t kNone = std::string_view::npos;
+// Finds the element that is the document: the longest of those that stand outermost and hold others. Remarks
+// and advertisements of web servers stand before and behind it, and a remark that lacks its end tag around
+// it. Failing that, the document is the element with the last end tag's name, or else the first of all.
+class RootSearch {
+ public:
+  RootSearch(std::string_view text, const XMLTokens& tokens)
+      : text_(text), tokens_(tokens), rootName_(xmlRootNameByEnd(text)) {}
+
+  std::size_t run() {
+    for (std::size_t i = 0; i < tokens_.size(); ++i) {
+      const XMLToken& token = tokens_[i];
+      if (token.isText()) {
+        const std::string_view content = text_.substr(token.at, token.length);
+        if (!open_.empty() && content.find_first_not_of(kBlanks) != kNone) open_.back().hasText = true;
+      } else if (token.kind == XMLToken::Kind::End) {
+        while (tokens_[open_.back().token].lacksEnd) close(token.at);
+        close(token.at);
+      } else if (token.isElement()) {
+        begin(i);
+      }
+    }
+    while (!open_.empty()) close(text_.size());
+    if (longest_ != kNone) return longest_;
+    return firstNamed_ == kNone ? 0 : firstNamed_;
+  }
+
+ private:
+  static constexpr std::size_t kNone = std::string_view::npos;
   struct Open {
     std::size_t token;
-    bool mayBeRoot;
+    bool isOutermost;  // but for remarks around it
     bool hasText = false;
+    bool holdsOthers = false;
+    std::size_t foreign = 0;  // how much of it belongs to outermost elements within
   };
-  const std::string_view rootName = xmlRootNameByEnd(text);
-  std::vector<Open> open;
-  std::size_t firstWithOthers = kNone;
-  std::size_t firstNamed = kNone;
-  for (std::size_t i = 0; i < tokens.size(); ++i) {
-    const XMLToken& token = tokens[i];
-    const std::string_view content = text.substr(token.at, token.length);
-    if (token.isText()) {
-      if (!open.empty() && content.find_first_not_of(kBlanks) != kNone) open.back().hasText = true;
-    } else if (token.kind == XMLToken::Kind::End) {
-      while (tokens[open.back().token].lacksEnd) open.pop_back();
-      open.pop_back();
-    } else if (token.isElement()) {
-      bool mayBeRoot = open.empty();
-      if (mayBeRoot) {
-        if (firstNamed == kNone && content == rootName) firstNamed = i;
-      } else {
-        const Open& parent = open.back();
-        const XMLToken& start = tokens[parent.token];
-        if (parent.mayBeRoot && text.substr(start.at, start.length) == rootName) return parent.token;
-        if (firstWithOthers == kNone) firstWithOthers = open.front().token;
-        mayBeRoot = parent.mayBeRoot && start.lacksEnd && parent.hasText;
-      }
-      if (token.kind == XMLToken::Kind::Start) open.push_back({i, mayBeRoot});
+
+  void begin(std::size_t index) {
+    const XMLToken& token = tokens_[index];
+    bool isOutermost = open_.empty();
+    if (isOutermost) {
+      if (firstNamed_ == kNone && text_.substr(token.at, token.length) == rootName_) firstNamed_ = index;
+    } else {
+      Open& parent = open_.back();
+      parent.holdsOthers = true;
+      isOutermost = parent.isOutermost && tokens_[parent.token].lacksEnd && parent.hasText && !token.lacksEnd;
     }
+    if (token.kind == XMLToken::Kind::Start) open_.push_back({index, isOutermost});
   }
-  if (firstWithOthers != kNone) return firstWithOthers;
-  return firstNamed == kNone ? 0 : firstNamed;
-}
+
+  void close(std::size_t at) {
+    const Open closed = open_.back();
+    open_.pop_back();
+    const std::size_t length = at - tokens_[closed.token].at;
+    if (closed.isOutermost && closed.holdsOthers && length - closed.foreign > longestLength_) {
+      longest_ = closed.token;
+      longestLength_ = length - closed.foreign;
+    }
+    if (!open_.empty()) open_.back().foreign += closed.isOutermost ? length : closed.foreign;
+  }
+
+  std::string_view text_;
+  const XMLTokens& tokens_;
+  std::string_view rootName_;
+  std::vector<Open> open_;
+  std::size_t longest_ = kNone;
+  std::size_t longestLength_ = 0;
+  std::size_t firstNamed_ = kNone;
+};
 
 // Makes one element of the tokens.
 class Assembly {
@@ -106,7 +135,7 @@ class Assembly {
   explicit Assembly(std::string_view text) : text_(text) {}
 
   Result<std::unique_ptr<XMLTree>> assemble(const XMLTokens& tokens) {
-    for (std::size_t i = rootOf(text_, tokens); i < tokens.size(); ++i) {
+    for (std::size_t i = RootSearch(text_, tokens).run(); i < tokens.size(); ++i) {
       if (builder_.hasRoot() && open_.empty()) break;
       take(tokens[i]);
       if (builder_.isOverfull()) return refusedXML(kTooManyXMLNodes);
