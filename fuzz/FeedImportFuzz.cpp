@@ -61,7 +61,7 @@ void importAgain(const std::string& feed, std::size_t episodes) {
   require(document.ok(), "the channel's feed is well-formed", {feed});
   require(itemsOf(*document).size() == episodes, "the feed has an item for each episode", {feed});
 
-  ImportHarness harness("again.xml");
+  ImportHarness harness;
   Channel* const channel = harness.import(feed, "");
   require(channel != nullptr, "the channel's feed can be imported", {feed});
   require(channel->relatedObjects("children").size() == episodes, "each item becomes an episode", {feed});

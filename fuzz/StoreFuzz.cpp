@@ -12,9 +12,9 @@ namespace {
 
 // Loads the file and writes it as it came. False when it is refused.
 bool writeAnew(MemoryLibrary& library) {
-  auto opened = library.open();
+  auto opened = library.openStore();
   if (!opened) {
-    require(opened.error().localizedDescription.find(library.storePath) != std::string::npos,
+    require(opened.error().localizedDescription.find(library.storePath()) != std::string::npos,
             "a refusal names the file", {opened.error().localizedDescription});
     return false;
   }
@@ -22,7 +22,7 @@ bool writeAnew(MemoryLibrary& library) {
   require((*opened)->write(content).ok(), "what was loaded can be written");
   opened->reset();
 
-  auto again = library.open();
+  auto again = library.openStore();
   const std::string written = library.storeText();
   require(again.ok(), "what was written can be loaded", {written});
   const StoreContent same = (*again)->takeContent();
@@ -33,39 +33,32 @@ bool writeAnew(MemoryLibrary& library) {
   return true;
 }
 
-void save(ManagedObjectContext& context) {
-  const Result<void> saved = context.save();
-  require(saved.ok(), "the library can be saved", {saved ? "" : saved.error().localizedDescription});
-}
-
 // As the application works on it: what reading filled in is saved, and the last word is that of undo.
 void readDeleteAndUndo(MemoryLibrary& library) {
-  std::unique_ptr<ManagedObjectContext> context = library.openContext();
-  const std::string read = readValues(*context);
-  save(*context);
-  library.turn();
+  library.open();
+  const std::string read = readValues(*library.context);
+  library.saveAndReopen();
   const std::string saved = library.storeText();
 
-  for (ManagedObject* record : allRecords(*context))
-    if (record->managedObjectContext() != nullptr) context->deleteObject(*record);
-  require(allRecords(*context).empty(), "every record can be deleted");
+  ManagedObjectContext& context = *library.context;
+  for (ManagedObject* record : allRecords(context))
+    if (record->managedObjectContext() != nullptr) context.deleteObject(*record);
+  require(allRecords(context).empty(), "every record can be deleted");
   library.turn();
-  while (context->undoManager().canUndo()) context->undo();
-  requireSame(readValues(*context), read, "undo brings everything back");
-  save(*context);
+  while (context.undoManager().canUndo()) context.undo();
+  requireSame(readValues(context), read, "undo brings everything back");
+  library.saveAndReopen();
   requireSame(library.storeText(), saved, "undo leaves no trace in the file");
-
-  context.reset();
-  context = library.openContext();
-  requireSame(readValues(*context), read, "what was read is still there after saving");
-  ManagedObject* image = context->insertNewObject(kImageEntity);
-  require(image != nullptr && context->objectWithID(image->objectID()) == image, "a new record finds room");
-  save(*context);
+  requireSame(readValues(*library.context), read, "what was read is still there after saving");
+  ManagedObject& image = library.newImage("http://podcasts.clipwave.example/");
+  require(library.context->objectWithID(image.objectID()) == &image, "a new record finds room");
+  library.saveAndReopen();
 }
 
 void loadSaveLoad(std::string_view text) {
   MemoryLibrary library;
-  library.setStoreText(text);
+  library.context.reset();
+  require(library.fileManager.writeAtomically(text, library.storePath()).ok(), "there is room in memory");
   if (writeAnew(library)) readDeleteAndUndo(library);
 }
 

@@ -1,9 +1,8 @@
 // A desktop that answers alerts and panels from a script and keeps what it was asked.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <deque>
+#include <stdexcept>
 
 #include "platform/appkit/Application.h"
 
@@ -14,19 +13,13 @@ struct ProcessExit {
   int status;
 };
 
-// An alert without a scripted answer gets Default when it has one button and fails the test otherwise. An
-// Open panel that is no sheet is cancelled. Sheets wait until the test ends them.
+// An alert without a scripted answer gets Default when it has one button and throws otherwise. An Open panel
+// that is no sheet is cancelled. Sheets wait until the test ends them.
 class FakeApplicationShell final : public ApplicationShell {
  public:
   struct AlertSheet {
-    Alert alert;
     Window* window;
     std::function<void(Alert::Answer)> ended;
-  };
-  struct OpenPanelSheet {
-    OpenPanel panel;
-    Window* window;
-    std::function<void(OpenPanelAnswer)> ended;
   };
 
   // The script.
@@ -39,27 +32,24 @@ class FakeApplicationShell final : public ApplicationShell {
   std::vector<Alert> alertDetails;     // the same alerts in full, as they were asked
   std::vector<OpenPanel> openPanels;   // every panel in order, sheets included
   std::deque<AlertSheet> alertSheets;  // begun and not yet ended
-  std::deque<OpenPanelSheet> openPanelSheets;
   int beeps = 0;
 
   // Ends the sheet that was begun first, as the loop would.
   void endAlertSheet(Alert::Answer answer = Alert::Answer::Default) {
-    ASSERT_FALSE(alertSheets.empty()) << "no alert sheet is up";
-    const AlertSheet sheet = std::move(alertSheets.front());
+    const auto ended = std::move(alertSheets.at(0).ended);
     alertSheets.pop_front();
-    sheet.ended(answer);
+    ended(answer);
   }
   void endOpenPanelSheet(OpenPanelAnswer paths) {
-    ASSERT_FALSE(openPanelSheets.empty()) << "no Open panel sheet is up";
-    const OpenPanelSheet sheet = std::move(openPanelSheets.front());
-    openPanelSheets.pop_front();
-    sheet.ended(std::move(paths));
+    const auto ended = std::move(openPanelSheets_.at(0));
+    openPanelSheets_.pop_front();
+    ended(std::move(paths));
   }
 
   Alert::Answer runAlert(Alert& alert) override {
     record(alert);
     if (answers_.empty()) {
-      EXPECT_TRUE(alert.alternateButton.empty() && alert.otherButton.empty()) << alerts.back();
+      if (!alert.alternateButton.empty() || !alert.otherButton.empty()) throw std::logic_error(alerts.back());
       return Alert::Answer::Default;
     }
     const auto [answer, checkBox] = answers_.front();
@@ -73,12 +63,11 @@ class FakeApplicationShell final : public ApplicationShell {
   }
   void beginAlertSheet(Alert alert, Window& window, std::function<void(Alert::Answer)> ended) override {
     record(alert);
-    alertSheets.push_back({std::move(alert), &window, std::move(ended)});
+    alertSheets.push_back({&window, std::move(ended)});
   }
-  void beginOpenPanelSheet(OpenPanel panel, Window& window,
-                           std::function<void(OpenPanelAnswer)> ended) override {
-    openPanels.push_back(panel);
-    openPanelSheets.push_back({std::move(panel), &window, std::move(ended)});
+  void beginOpenPanelSheet(OpenPanel panel, Window&, std::function<void(OpenPanelAnswer)> ended) override {
+    openPanels.push_back(std::move(panel));
+    openPanelSheets_.push_back(std::move(ended));
   }
   void beep() override { ++beeps; }
   void exitProcess(int status) override { throw ProcessExit{status}; }
@@ -93,6 +82,7 @@ class FakeApplicationShell final : public ApplicationShell {
   }
 
   std::deque<std::pair<Alert::Answer, std::optional<bool>>> answers_;
+  std::deque<std::function<void(OpenPanelAnswer)>> openPanelSheets_;
 };
 
 }  // namespace clipwave::testing

@@ -18,12 +18,14 @@
 
 namespace clipwave::testing {
 
-// Files are real and lie in `folder`, aliases are real too; movies are those that a test declares in
-// `movieOpener`. The clock stands still. The store opens at once, empty; its file is written by
-// saveAndReopen().
-class FakeLibraryHost final : public LibraryHost {
+// Files are real unless a test brings another disk, and lie in `folder`; aliases are real too; movies are
+// those that a test declares in `movieOpener`. The clock stands still. The store opens at once, empty; its
+// file is written by saveAndReopen().
+class FakeLibraryHost : public LibraryHost {
  public:
-  FakeLibraryHost() {
+  explicit FakeLibraryHost(std::unique_ptr<FileManager> disk = makeFileManager(),
+                           AliasSearchBudget aliasSearch = {})
+      : fileManager(std::move(disk)), aliasManager(makeAliasManager(testClock, aliasSearch)) {
     userDefaults.setInitialValues({{"defaultAuthor", processInfo.fullUserName()},
                                    {"defaultLanguage", "English"},
                                    {"defaultFilename", "show"},
@@ -40,7 +42,7 @@ class FakeLibraryHost final : public LibraryHost {
   NotificationCenter center;
   RecordingLog lines;
   FakeMovieOpener movieOpener;
-  std::unique_ptr<AliasManager> aliasManager = makeAliasManager(testClock);
+  std::unique_ptr<AliasManager> aliasManager;
   std::optional<DotMacMember> member;
   ManagedObject* selected = nullptr;        // the selected channel, unless there is a list
   ArrayController* channelList = nullptr;   // the list whose single selected channel it is
@@ -80,6 +82,17 @@ class FakeLibraryHost final : public LibraryHost {
     return path;
   }
 
+  Result<std::unique_ptr<PersistentStoreCoordinator>> openStore() {
+    auto coordinator = std::make_unique<PersistentStoreCoordinator>(*model, fileManager);
+    if (auto added = coordinator->addPersistentStore(NSXMLStoreType, storePath()); !added)
+      return added.error();
+    return coordinator;
+  }
+  void open() {
+    auto opened = openStore();
+    if (!opened) throw std::runtime_error(opened.error().localizedDescription);
+    context = std::make_unique<ManagedObjectContext>(std::move(*opened), *loop);
+  }
   // Every record is read anew: pointers from before lead nowhere.
   void saveAndReopen() {
     turn();
@@ -113,12 +126,6 @@ class FakeLibraryHost final : public LibraryHost {
   template <class Record>
   Record& make(std::string_view entity) {
     return static_cast<Record&>(*context->insertNewObject(entity));
-  }
-  void open() {
-    auto coordinator = std::make_unique<PersistentStoreCoordinator>(*model, fileManager);
-    if (const auto added = coordinator->addPersistentStore(NSXMLStoreType, storePath()); !added)
-      throw std::runtime_error(added.error().localizedDescription);
-    context = std::make_unique<ManagedObjectContext>(std::move(coordinator), *loop);
   }
 };
 

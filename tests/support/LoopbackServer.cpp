@@ -3,23 +3,15 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <poll.h>
-#include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 #include <sstream>
 
 #include "platform/foundation/ASCII.h"
 
 namespace clipwave::testing {
-namespace {
-
-constexpr std::string_view kHeadEnd = "\r\n\r\n";
-
-}  // namespace
 
 std::string LoopbackRequest::path() const {
   const std::size_t start = head.find(' ') + 1;
@@ -36,58 +28,16 @@ std::string LoopbackRequest::header(std::string_view name) const {
   return {};
 }
 
-class LoopbackServer::Connection final : public LoopbackConnection {
- public:
-  Connection(int socket, int ending) : socket_(socket), ending_(ending) {}
-  ~Connection() override { ::close(socket_); }
-  Connection(const Connection&) = delete;
-  Connection& operator=(const Connection&) = delete;
+bool LoopbackConnection::send(std::string_view bytes) {
+  return ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(bytes.size());
+}
 
-  const LoopbackRequest& request() const { return request_; }
-  bool pause(Seconds time) override {
-    pollfd polled{ending_, POLLIN, 0};
-    return ::poll(&polled, 1, static_cast<int>(time.count() * 1000)) == 0;
-  }
-  bool send(std::string_view bytes) override {
-    while (!bytes.empty()) {
-      if (!waitFor(POLLOUT)) return false;
-      const ssize_t sent = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-      if (sent < 0 && errno != EAGAIN && errno != EINTR) return false;
-      bytes.remove_prefix(sent < 0 ? 0 : static_cast<std::size_t>(sent));
-    }
-    return true;
-  }
-  // False when the client sends no whole request.
-  bool readRequest() {
-    while (request_.head.find(kHeadEnd) == request_.head.npos) {
-      if (!readSome(request_.head)) return false;
-    }
-    return true;
-  }
+bool LoopbackConnection::pause(Seconds time) {
+  pollfd polled{socket_, POLLRDHUP, 0};
+  return ::poll(&polled, 1, static_cast<int>(time.count() * 1000)) == 0;
+}
 
- private:
-  bool waitFor(short events) const {
-    pollfd polled[] = {{socket_, events, 0}, {ending_, POLLIN, 0}};
-    while (::poll(polled, 2, -1) < 0) {
-      if (errno != EINTR) return false;
-    }
-    return polled[1].revents == 0;
-  }
-  bool readSome(std::string& got) const {
-    char buffer[16 * 1024];
-    if (!waitFor(POLLIN)) return false;
-    const ssize_t count = ::recv(socket_, buffer, sizeof buffer, MSG_DONTWAIT);
-    if (count > 0) got.append(buffer, static_cast<std::size_t>(count));
-    return count > 0 || (count < 0 && (errno == EAGAIN || errno == EINTR));
-  }
-
-  int socket_;
-  int ending_;
-  LoopbackRequest request_;
-};
-
-LoopbackServer::LoopbackServer()
-    : listening_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)), ending_(::eventfd(0, EFD_CLOEXEC)) {
+LoopbackServer::LoopbackServer() : listening_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -100,12 +50,16 @@ LoopbackServer::LoopbackServer()
   acceptor_ = std::thread([this] { acceptConnections(); });
 }
 
+// A socket that is shut down wakes the thread that waits on it.
 LoopbackServer::~LoopbackServer() {
-  ::eventfd_write(ending_, 1);
+  ::shutdown(listening_, SHUT_RDWR);
   acceptor_.join();
-  for (std::thread& connection : connections_) connection.join();
   ::close(listening_);
-  ::close(ending_);
+  for (auto& [socket, thread] : connections_) {
+    ::shutdown(socket, SHUT_RDWR);
+    thread.join();
+    ::close(socket);
+  }
 }
 
 std::string LoopbackServer::url(std::string_view path) const {
@@ -128,29 +82,28 @@ std::vector<LoopbackRequest> LoopbackServer::requests() const {
 }
 
 void LoopbackServer::acceptConnections() {
-  while (true) {
-    pollfd polled[] = {{listening_, POLLIN, 0}, {ending_, POLLIN, 0}};
-    if (::poll(polled, 2, -1) < 0 && errno != EINTR) return;
-    if (polled[1].revents != 0) return;
-    const int socket = ::accept4(listening_, nullptr, nullptr, SOCK_CLOEXEC);
-    if (socket < 0) continue;
-    connections_.emplace_back([this, socket] {
-      Connection connection(socket, ending_);
-      serve(connection);
-    });
-  }
+  for (int socket = 0; (socket = ::accept4(listening_, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;)
+    connections_.emplace_back(socket, [this, socket] { serve(socket); });
 }
 
-void LoopbackServer::serve(Connection& connection) {
-  if (!connection.readRequest()) return;
+void LoopbackServer::serve(int socket) {
+  LoopbackRequest request;
+  char buffer[16 * 1024];
+  while (request.head.find("\r\n\r\n") == request.head.npos) {
+    const ssize_t count = ::recv(socket, buffer, sizeof buffer, 0);
+    if (count <= 0) return;
+    request.head.append(buffer, static_cast<std::size_t>(count));
+  }
   Answer answer = [](LoopbackConnection& client) { client.send(httpResponse(404, "Not here.")); };
   {
     const std::lock_guard lock(mutex_);
-    requests_.push_back(connection.request());
-    const auto found = answers_.find(connection.request().path());
+    requests_.push_back(request);
+    const auto found = answers_.find(request.path());
     if (found != answers_.end()) answer = found->second;
   }
+  LoopbackConnection connection(socket);
   answer(connection);
+  ::shutdown(socket, SHUT_RDWR);
 }
 
 std::string httpResponse(int status, std::string_view body, const std::vector<std::string>& headers) {

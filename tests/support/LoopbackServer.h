@@ -22,13 +22,16 @@ struct LoopbackRequest {
   std::string header(std::string_view name) const;  // "" when the request has none of that name
 };
 
-// The connection on which a request came; it is closed when its answer has returned.
+// The connection on which a request came; it ends when its answer has returned.
 class LoopbackConnection {
  public:
-  virtual ~LoopbackConnection() = default;
+  explicit LoopbackConnection(int socket) : socket_(socket) {}
   // False when the client has gone or the server ends; then the answer has to return.
-  virtual bool send(std::string_view bytes) = 0;
-  virtual bool pause(Seconds time) = 0;
+  bool send(std::string_view bytes);
+  bool pause(Seconds time);
+
+ private:
+  int socket_;
 };
 
 // Serves any number of connections at once, each on a thread of its own, one request on each, whose body is
@@ -53,19 +56,16 @@ class LoopbackServer {
   std::vector<LoopbackRequest> requests() const;
 
  private:
-  class Connection;
-
   void acceptConnections();
-  void serve(Connection& connection);
+  void serve(int socket);
 
   EnvironmentVariable noProxy_{"no_proxy", "*"};
   int listening_ = -1;
-  int ending_ = -1;  // readable once the server ends
   int port_ = 0;
   mutable std::mutex mutex_;  // guards the answers and requests
   std::map<std::string, Answer, std::less<>> answers_;
   std::vector<LoopbackRequest> requests_;
-  std::vector<std::thread> connections_;  // the acceptor's, until it has ended
+  std::vector<std::pair<int, std::thread>> connections_;  // the acceptor's, until it has ended
   std::thread acceptor_;
 };
 

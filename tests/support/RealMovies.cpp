@@ -1,9 +1,6 @@
 #include "tests/support/RealMovies.h"
 
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
+#include <cstdlib>
 #include <stdexcept>
 
 namespace clipwave::testing {
@@ -21,20 +18,14 @@ std::string makeMovie(const TemporaryFolder& folder, std::string_view name, doub
     arguments.insert(arguments.end(), {"-f", "lavfi", "-i", pattern, "-c:v", "mpeg4"});
   }
   arguments.push_back(path);
-  runFFmpeg(std::move(arguments));
+  runFFmpeg(arguments);
   return path;
 }
 
-void runFFmpeg(std::vector<std::string> arguments) {
-  arguments.insert(arguments.begin(), {"ffmpeg", "-nostdin", "-loglevel", "error", "-y"});
-  std::vector<char*> argv;
-  for (std::string& argument : arguments) argv.push_back(argument.data());
-  argv.push_back(nullptr);
-  pid_t tool = 0;
-  int status = 0;
-  if (::posix_spawnp(&tool, "ffmpeg", nullptr, nullptr, argv.data(), environ) != 0 ||
-      ::waitpid(tool, &status, 0) != tool || status != 0)
-    throw std::runtime_error("ffmpeg could not make " + arguments.back());
+void runFFmpeg(const std::vector<std::string>& arguments) {
+  std::string command = "ffmpeg -nostdin -loglevel error -y";
+  for (const std::string& argument : arguments) command += " '" + argument + "'";
+  if (std::system(command.c_str()) != 0) throw std::runtime_error("failed: " + command);
 }
 
 }  // namespace clipwave::testing

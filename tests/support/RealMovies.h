@@ -14,7 +14,7 @@ namespace clipwave::testing {
 // fails.
 std::string makeMovie(const TemporaryFolder& folder, std::string_view name, double seconds = 1);
 
-// Runs the tool with arguments of the test's own; the last names what is made.
-void runFFmpeg(std::vector<std::string> arguments);
+// Runs the tool with arguments of the test's own, without quotes; the last names what is made.
+void runFFmpeg(const std::vector<std::string>& arguments);
 
 }  // namespace clipwave::testing
