@@ -64,6 +64,7 @@ TEST_F(ControllerTest, AnEmptyLibraryGetsOneChannelAndTheFocusLandsInItsTitle) {
   EXPECT_TRUE(program_.channels().selection().value("vcTitle").isNull());
   program_.turn();
   EXPECT_EQ(program_.channels().selection().value("vcTitle"), Value("Channel 01"));
+  EXPECT_EQ(program_.channels().selection().value("vcAuthor"), Value("Alex Example"));
   program_.interface().mainWindow.makeFirstResponder(nullptr);
   program_.addChannel();
   EXPECT_EQ(focus(), &program_.interface().mainWindow) << "only the first change moves the focus";
@@ -73,30 +74,6 @@ TEST_F(ControllerTest, AnEmptyLibraryGetsOneChannelAndTheFocusLandsInItsTitle) {
   EXPECT_THAT(program_.listed(program_.channels()), ElementsAre("Channel 01", "Channel 02"));
   EXPECT_EQ(focus(), &program_.interface().mainWindow);
   EXPECT_THAT(program_.urls.loads, IsEmpty()) << "the check was not asked for";
-}
-
-TEST_F(ControllerTest, TheAuthorIsTheUserAndWithoutTheResourceThereAreNoInitialValues) {
-  program_.start();
-  EXPECT_EQ(program_.defaults.initialValues(),
-            (Dictionary{{"defaultAuthor", "Alex Example"}, {"defaultFilename", "show"}}));
-  program_.defaults.setInitialValues({});
-  ASSERT_TRUE(program_.files.removeFileAtPath(program_.folder / "resources/defaults.plist"));
-  program_.start();
-  EXPECT_THAT(program_.defaults.initialValues(), IsEmpty());
-}
-
-TEST_F(ControllerTest, TheLaterDocumentTypeWinsAndCaseCounts) {
-  const auto type = [](Array extensions, Value mimeType) {
-    return Dictionary{{"CFBundleTypeExtensions", std::move(extensions)},
-                      {"CFBundleTypeMIMETypes", std::move(mimeType)}};
-  };
-  const Array types = {type({"mov", "mp4"}, "video/quicktime"), Dictionary(),
-                       type({"mp4", "MOV"}, Array{"video/mp4", "video/x"})};
-  program_.writeResource("Info", {{"CFBundleDocumentTypes", types}});
-  program_.launch();
-  EXPECT_THAT(
-      program_.controller().types(),
-      ElementsAre(Pair("MOV", "video/mp4"), Pair("mov", "video/quicktime"), Pair("mp4", "video/mp4")));
 }
 
 TEST_F(ControllerTest, TheWindowFollowsTheSelectionAndTheMethodUntilTheControllerGoes) {
@@ -111,19 +88,6 @@ TEST_F(ControllerTest, TheWindowFollowsTheSelectionAndTheMethodUntilTheControlle
   program_.notifications.post(kProtocolDidChange);
   postRecordings();
   EXPECT_THAT(events_, IsEmpty());
-}
-
-TEST_F(ControllerTest, TheWindowAndTheRecordsFindTheirResources) {
-  WindowController& about = program_.start().aboutWindowController();
-  program_.controller().showAboutWindow();
-  EXPECT_TRUE(about.window().isKeyWindow());
-
-  const char* key =
-      "The channel's movie folder cannot be named \"%@\". Please select a different channel name.";
-  program_.writeResource("vcTitle", {{key, "Nicht %@!"}});
-  program_.launch();
-  const Validation answer = program_.channels().selection().commitValue("vcTitle", "..");
-  EXPECT_EQ(answer.error.value_or(Error()).localizedDescription, "Nicht ..!");
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/support/LoopbackServer.h"
 #include "tests/support/TestProgram.h"
 
 namespace clipwave {
@@ -67,46 +66,6 @@ TEST_F(UpdateCheckTest, WhatCannotBeReadIsPassedOverInSilence) {
   EXPECT_THAT(program_.shell.alerts, IsEmpty());
   program_.stop();
   EXPECT_FALSE(program_.urls.isLoading()) << "nobody is there to be called any more";
-}
-
-TEST(UpdateCheckOverTheNetwork, LoadsTheListTwiceAndOffersTheUpdateOrLogsWhyNot) {
-  LoopbackServer server;
-  server.answer("/version.plist", httpResponse(200, list("2", "http://u.example/get")));
-  const TemporaryFolder folder;
-  folder.write("Info.plist", dataFromPropertyList(Dictionary{{"CFBundleVersion", "1.5"}}));
-  SystemClock clock;
-  const auto loop = makeRunLoop(clock);
-  const auto files = makeFileManager();
-  const auto urls = makeURLLoading(*loop, *files);
-  FakeApplicationShell shell;
-  Application application(*loop, shell);
-  FakeWorkspace workspace;
-  Bundle bundle(*files, folder.path());
-  RecordingLog log;
-  Window window;
-  UpdateCheck check({application, workspace, bundle, log, *urls, window});
-  const auto startAndWait = [&](const std::string& url) {
-    check.start(url);
-    for (int turns = 0; shell.alertSheets.empty() && log.lines.empty() && turns < 500; ++turns)
-      loop->runOnce(Seconds(0.01));
-  };
-
-  startAndWait(server.url("/version.plist"));
-  ASSERT_EQ(server.requests().size(), 2U);
-  EXPECT_EQ(server.requests()[0].header("Cache-Control"), "");
-  EXPECT_EQ(server.requests()[1].header("Cache-Control"), "no-cache");
-  shell.endAlertSheet(Alert::Answer::Default);
-  EXPECT_THAT(workspace.calls, ElementsAre("url http://u.example/get"));
-  EXPECT_THAT(log.lines, IsEmpty());
-
-  const std::string why =
-      "Cannot check to see if there is an update  Reason:The server \u201c127.0.0.1\u201d ";
-  startAndWait(server.url("/gone"));
-  EXPECT_THAT(log.lines, ElementsAre(why + "answered 404 Not Found."));
-  log.lines.clear();
-  const std::string deserted = LoopbackServer().url("/version.plist");
-  startAndWait(deserted);
-  EXPECT_THAT(log.lines, ElementsAre(why + "could not be reached."));
 }
 
 }  // namespace

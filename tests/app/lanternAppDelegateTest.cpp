@@ -11,30 +11,8 @@ using namespace testing;
 
 class lanternAppDelegateTest : public Test {
  protected:
-  UndoManager* undoManager() {
-    return program_.delegate().windowWillReturnUndoManager(program_.interface().mainWindow);
-  }
-  // Begins an edit of the channel's title that is refused for as long as `accepts_` is false.
-  FieldBinding beginEdit() {
-    TextField& field = program_.interface().channelTitleTextField;
-    field.setValidator([this](const TextField&, std::string_view) { return accepts_; });
-    return FieldBinding(field, program_.channels(), "vcTitle", nullptr);
-  }
-  bool accepts_ = false;
   TestProgram program_;
 };
-
-TEST_F(lanternAppDelegateTest, TheFirstLaunchMakesTheFolderAndTheFirstSaveTheFile) {
-  program_.start();
-  EXPECT_EQ(undoManager(), &program_.context().undoManager());
-  program_.files.fail("writeAtomically", program_.storePath());
-  program_.channels().add();
-  program_.delegate().saveAction();
-  EXPECT_THAT(program_.shell.alerts, ElementsAre(HasSubstr("The test says no.|OK")));
-  program_.files.failNothing();
-  program_.delegate().saveAction();
-  EXPECT_TRUE(program_.files.fileExistsAtPath(program_.storePath()));
-}
 
 TEST_F(lanternAppDelegateTest, ABrokenStoreIsToldOnceStaysAsItIsAndServesAgainWhenItIsMended) {
   program_.launch();
@@ -45,7 +23,7 @@ TEST_F(lanternAppDelegateTest, ABrokenStoreIsToldOnceStaysAsItIsAndServesAgainWh
   ASSERT_TRUE(program_.files.writeAtomically(broken, program_.storePath()));
 
   program_.launch();
-  EXPECT_EQ(undoManager(), nullptr);
+  EXPECT_EQ(program_.delegate().windowWillReturnUndoManager(program_.interface().mainWindow), nullptr);
   EXPECT_THAT(program_.shell.alerts, ElementsAre(HasSubstr(program_.storePath())));
   EXPECT_THAT(program_.channels().arrangedObjects(), IsEmpty());
   EXPECT_EQ(program_.delegate().applicationShouldTerminate(), TerminateReply::TerminateNow);
@@ -78,14 +56,15 @@ TEST_F(lanternAppDelegateTest, SeveralValidationErrorsAreCountedAndTheFirstThree
   };
   EXPECT_EQ(shown("abc"), "3 validation errors have occurred:\na\nb\nc\n");
   EXPECT_EQ(shown("abcd"), "4 validation errors have occurred.\nThe first 3 are:\na\nb\nc\n");
-  for (const Error& other : {cocoaError(1559, "one"), cocoaError(4, "file"), Error{"other", 1560, "x", {}}})
-    EXPECT_EQ(program_.delegate().willPresentError(other), other);
 }
 
 TEST_F(lanternAppDelegateTest, QuittingStaysForARefusedEditAndAsksAboutAFailedSave) {
   program_.launch();
-  const FieldBinding edit = beginEdit();
-  program_.interface().channelTitleTextField.edit("News");
+  bool accepts = false;
+  TextField& field = program_.interface().channelTitleTextField;
+  field.setValidator([&accepts](const TextField&, std::string_view) { return accepts; });
+  const FieldBinding edit(field, program_.channels(), "vcTitle", nullptr);
+  field.edit("News");
   // Whether the application ends when the user gives these answers.
   const auto quits = [this](std::initializer_list<Alert::Answer> answers) {
     for (const Alert::Answer answer : answers) program_.shell.answerAlert(answer);
@@ -94,7 +73,7 @@ TEST_F(lanternAppDelegateTest, QuittingStaysForARefusedEditAndAsksAboutAFailedSa
   };
   EXPECT_FALSE(quits({}));
   EXPECT_THAT(program_.shell.alerts, IsEmpty());
-  accepts_ = true;
+  accepts = true;
   program_.files.fail("writeAtomically", program_.storePath());
   EXPECT_FALSE(quits({Alert::Answer::Default, Alert::Answer::Alternate}));
   EXPECT_THAT(program_.shell.alerts,
@@ -104,23 +83,6 @@ TEST_F(lanternAppDelegateTest, QuittingStaysForARefusedEditAndAsksAboutAFailedSa
   program_.files.failNothing();
   EXPECT_TRUE(quits({}));
   EXPECT_THAT(readFile(program_.storePath()), HasSubstr("News"));
-}
-
-TEST_F(lanternAppDelegateTest, OpenedFilesBecomeOneNewChannelWithTheLastFileOnTop) {
-  program_.launch();
-  ASSERT_TRUE(program_.defaults.setValue("defaultPodcastPrefix", "Show "));
-  // An edit that cannot be kept must not keep its channel selected, either.
-  const FieldBinding edit = beginEdit();
-  program_.interface().channelTitleTextField.edit("refused");
-  program_.delegate().openFiles({"/m/trip.day1.mov", "/m/b.mov", "/m/c"});
-  program_.turn();
-  EXPECT_EQ(program_.channels().arrangedObjects().size(), 2U);
-  EXPECT_EQ(program_.channels().selection().value("vcTitle"), Value("Channel 02"));
-  EXPECT_THAT(program_.listed(program_.episodes()), ElementsAre("Show c", "Show b", "Show trip.day1"));
-  for (ManagedObject* episode : program_.episodes().arrangedObjects()) {
-    EXPECT_TRUE(episode->value("vcAuthor").isNull());
-    EXPECT_EQ(episode->value("vcPublishDate"), Value(program_.clock.now()));
-  }
 }
 
 }  // namespace

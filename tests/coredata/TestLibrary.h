@@ -12,12 +12,10 @@ namespace clipwave::testing {
 class TestRecord : public ManagedObject {
  public:
   using ManagedObject::ManagedObject;
-  int insertions = 0;
   int fetches = 0;
 
  protected:
   void awakeFromInsert() override {
-    ++insertions;
     if (entity().name() == "Vodcast") setValue("vcPublishDate", Date::fromSeconds(1000));
   }
   void awakeFromFetch() override { ++fetches; }
@@ -80,7 +78,6 @@ inline ManagedObjectModel makeTestModel() {
                   {.name = "alias", .type = Binary},
                   {.name = "vcPublishDate", .type = PropertyType::Date},
                   {.name = "size", .type = Integer32, .getter = size},
-                  {.name = "movie", .type = PropertyType::Handle, .storage = Transient},
                   {.name = "mediaURL"},
                   {.name = "mediaFullURL", .storage = Derived},
                   {.name = "parent", .type = ToOne, .destination = "Channel", .inverse = "children"}}));
@@ -91,7 +88,6 @@ inline ManagedObjectModel makeTestModel() {
                        {.name = "url", .indexed = true},
                        {.name = "twin", .type = ToOne, .destination = "Image", .inverse = "twin"}}));
   model.setFetchRequestTemplate("fetchImages", {.entityName = "Image", .key = "url"}, "URL");
-  model.setFetchRequestTemplate("untitled", {.entityName = "Channel", .key = "vcTitle", .value = "x"});
   return model;
 }
 

@@ -94,56 +94,6 @@ TEST_F(UndoManagerTest, RandomEditsAreTakenBackAndRepeatedExactly) {
   }
 }
 
-TEST_F(UndoManagerTest, FilledValuesAreChangesButNoSteps) {
-  insert("Vodcast", "one");
-  saveAndReopen();
-  ManagedObject& read = *fetch({.entityName = "Vodcast"})[0];
-  read.setPrimitiveValue("movie", std::make_shared<Handle>(), ChangeKind::Unrecorded);
-  EXPECT_FALSE(context->hasChanges());
-  EXPECT_EQ(read.value("size"), Value(42));
-  EXPECT_TRUE(context->hasChanges());
-  EXPECT_FALSE(undo().canUndo());
-  read.setValue("vcTitle", "two");
-  context->undo();
-  EXPECT_EQ(read.primitiveValue("size"), Value(42));
-  read.value("size");
-  EXPECT_TRUE(undo().canRedo());
-}
-
-TEST_F(UndoManagerTest, DeferredDefaultsJoinTheGroupOfTheInsertion) {
-  ManagedObject& channel = insert("Channel");
-  const auto group = undo().openGroup();
-  endPass();
-  undo().performInGroup(group, [&] { channel.setValue("vcTitle", "Channel 01"); });
-  ManagedObject& later = insert("Channel", "later");
-  undo().performInGroup(group, [&] { channel.setValue("vcURL", "http://late/"); });
-  context->undo();
-  EXPECT_TRUE(later.isDeleted());
-  EXPECT_EQ(text(channel, "vcURL"), "http://late/");
-  context->undo();
-  EXPECT_TRUE(channel.isDeleted());
-  EXPECT_FALSE(undo().canUndo());
-  undo().performInGroup(group, [&] { later.setValue("vcTitle", "unrecorded"); });
-  undo().redo();
-  EXPECT_EQ(text(channel, "vcTitle"), "Channel 01");
-  EXPECT_EQ(text(channel, "vcURL"), "http://late/");
-}
-
-TEST_F(UndoManagerTest, ExplicitGroupsCountAlsoWhenTheyAreEmpty) {
-  ManagedObject& channel = insert("Channel", "A");
-  undo().beginUndoGrouping();
-  undo().beginUndoGrouping();
-  undo().endUndoGrouping();
-  undo().endUndoGrouping();
-  channel.setValue("vcTitle", "C");
-  context->undo();
-  EXPECT_EQ(text(channel, "vcTitle"), "A");
-  context->undo();
-  EXPECT_FALSE(channel.isDeleted());
-  context->undo();
-  EXPECT_TRUE(channel.isDeleted());
-}
-
 TEST_F(UndoManagerTest, UndoingClosesTheOpenGroupAndALateClosingSparesTheNext) {
   ManagedObject& channel = insert("Channel", "A");
   endPass();

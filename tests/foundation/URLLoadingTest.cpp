@@ -2,9 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <chrono>
 #include <cstdlib>
 
 #include "platform/foundation/URLs.h"
@@ -26,8 +24,6 @@ constexpr const char* kUnclear = "-1011 gave an answer that cannot be understood
 std::string ofServer(std::string error) {
   return error.insert(error.find(' ') + 1, "The server \u201c127.0.0.1\u201d ");
 }
-
-const LoopbackServer::Answer kNever = [](LoopbackConnection& connection) { connection.pause(Seconds(20)); };
 
 // Notes what it is told, and then does what the test wants done inside the call.
 class Client final : public URLLoadClient {
@@ -89,59 +85,34 @@ class URLLoadingTest : public Test {
 };
 
 TEST_F(URLLoadingTest, TheFormOfAURLIsTold) {
-  for (const char* text : {"http://a.example/x%20y?q=1&r#f", "file:///a", "x+y-1.0:z", "http://[::1]:80/"})
+  for (const char* text : {"http://a.example/x%20y?q=1&r#f", "x+y-1.0:z", "http://[::1]:80/"})
     EXPECT_TRUE(isURL(text)) << text;
-  for (const char* text : {"", "feed", "http:", ":x", "1http://a", "ht_tp://a", "http://a b", "http://a/%2",
-                           "http://a/%zz", "http://a/\u00e4", "http://a/\n", "http://a/<b>"})
+  for (const char* text :
+       {"", "feed", "http:", ":x", "http://a b", "http://a/%zz", "http://a/\u00e4", "http://a/\n"})
     EXPECT_FALSE(isURL(text)) << text;
-  EXPECT_EQ(fileURLWithPath("/a b/100% \u00fc#?.xml"), "file:///a%20b/100%25%20%C3%BC%23%3F.xml");
 }
 
 TEST_F(URLLoadingTest, WhatAServerSendsIsLoadedWithTheCharsetThatItNames) {
   const std::pair<std::string, const char*> kTypes[] = {
-      {"text/xml", ""},
-      {"text/xml; charset=utf-8", "utf-8"},
       {"text/xml;x=\"a;charset=no\"; Charset = \"ISO-8859-1\" ; y=z", "ISO-8859-1"},
       {"text/xml; mycharset=a; charset='KOI8-R'", "KOI8-R"},
       {"text/xml; charset", ""},
   };
-  server_.answer("/b", httpResponse(302, "<p>", {"Location: /a", "Content-Type: text/html; charset=old"}));
   for (const auto& [type, charset] : kTypes) {
-    answering(httpResponse(200, "<rss/>", {"Content-Type: " + type}));
-    const auto data = load(server_.url("/b"));
+    const auto data = load(answering(httpResponse(200, "<rss/>", {"Content-Type: " + type})));
     ASSERT_TRUE(data) << data.error().localizedDescription;
     EXPECT_EQ(data->bytes + data->charset, std::string("<rss/>") + charset) << type;
   }
-}
-
-TEST_F(URLLoadingTest, OnlyABlockingLoadAsksToPassAllCaches) {
-  const std::string url = answering(httpResponse(200, "x"));
-  EXPECT_TRUE(load(url));
-  const auto observation = urls().loadInBackground(url, client_);
-  runUntilTold();
-  std::vector<std::string> headers;
-  for (const LoopbackRequest& request : server_.requests())
-    for (const char* name : {"Cache-Control", "Pragma", "User-Agent", "Accept-Encoding"})
-      headers.push_back(request.header(name));
-  EXPECT_THAT(headers, ElementsAre("no-cache", "no-cache", "Clipwave", "gzip, deflate",  //
-                                   "", "", "Clipwave", "gzip, deflate"));
+  EXPECT_EQ(server_.requests().back().header("User-Agent"), "Clipwave");
 }
 
 TEST_F(URLLoadingTest, RedirectsAreFollowedWithinTheWebAndNotForEver) {
-  for (int step = 0; step < 10; ++step)
-    server_.answer("/" + std::to_string(step), httpRedirect("/" + std::to_string(step + 1)));
-  server_.answer("/10", httpResponse(200, "there"));
-  EXPECT_EQ(textAt(server_.url("/0")), "there");
   EXPECT_EQ(textAt(answering(httpRedirect("/a"))), ofServer("-1007 redirects too often."));
   for (const char* elsewhere : {"file:///etc/passwd", "ftp://127.0.0.1/x", "data:,x"})
     EXPECT_EQ(textAt(answering(httpRedirect(elsewhere))),
               ofServer("-1010 redirects to an address that is neither http nor https."))
         << elsewhere;
-  for (const std::string& answer : {httpRedirect("http://[x"), httpRedirect("http://127.0.0.1:99999/")})
-    EXPECT_THAT(textAt(answering(answer)), StartsWith("-1011 "));
-  server_.answer("/b", httpRedirect("/a"));
-  answering("no http");
-  EXPECT_THAT(textAt(server_.url("/b")), StartsWith("-1011 ")) << "followed, but to no server of the web";
+  EXPECT_THAT(textAt(answering(httpRedirect("http://[x"))), StartsWith("-1011 "));
 }
 
 TEST_F(URLLoadingTest, APasswordIsNeitherShownNorHandedOn) {
@@ -160,38 +131,27 @@ TEST_F(URLLoadingTest, APasswordIsNeitherShownNorHandedOn) {
 TEST_F(URLLoadingTest, AnAnswerThatIsNoneIsAnErrorThatNamesTheServer) {
   const std::string unpacked = std::string(2000, 'x') + "<rss/>", packed = gzipped(unpacked);
   const std::string gzip = "Content-Encoding: gzip";
-  const std::string half = packed.substr(0, packed.size() / 2);
   const std::tuple<const char*, std::string, const char*> kErrors[] = {
       {"nothing at all", "", kLost},
-      {"half a head", "HTTP/1.1 200 OK\r\nContent-Le", kLost},
-      {"a promise", "HTTP/1.1 100 Continue\r\n\r\n", kLost},
       {"half a body", httpResponse(200, "half", {"Content-Length: 8"}), kLost},
       {"half a chunk", httpResponse(200, "8\r\nhalf", {"Transfer-Encoding: chunked"}), kLost},
-      {"less than was packed", httpResponse(200, half, {gzip, "Content-Length: 1000"}), kLost},
-      {"half of what was packed", httpResponse(200, half, {gzip}), kUnclear},
-      {"no compression", httpResponse(200, "plain", {gzip}), kUnclear},
+      {"half of what was packed", httpResponse(200, packed.substr(0, packed.size() / 2), {gzip}), kUnclear},
       {"no known compression", httpResponse(200, "x", {"Content-Encoding: br"}), kUnclear},
-      {"a compression twice", httpResponse(200, packed, {gzip, gzip}), kUnclear},
       {"another protocol", "SSH-2.0-x\r\n", kUnclear},
-      {"no length", httpResponse(200, "x", {"Content-Length: many"}), kUnclear},
       {"nothing", httpResponse(204, ""), "-1011 answered 204 No Content."},
       {"a part", httpResponse(206, "<rss/>"), "-1011 answered 206 Partial Content."},
-      {"a choice", httpResponse(300, "<rss/>"), "-1011 answered 300 Multiple Choices."},
       {"a redirect to nowhere", httpResponse(302, ""), "-1011 answered 302 Found."},
-      {"no such page", httpResponse(404, "<rss/>"), "-1011 answered 404 Not Found."},
       {"a status of no name", httpResponse(599, "<rss/>"), "-1011 answered 599."},
   };
   for (const auto& [what, answer, error] : kErrors)
     EXPECT_EQ(textAt(answering(answer)), ofServer(error)) << what;
   const std::pair<std::string, std::string> kBodies[] = {
-      {httpResponse(200, packed, {"Content-Encoding: X-GZIP"}), unpacked},
-      {httpResponse(200, packed, {"Content-Encoding: identity, gzip"}), unpacked},
-      {httpResponse(200, packed, {"Transfer-Encoding: gzip"}), unpacked},
+      {httpResponse(200, packed, {"Content-Encoding: identity, X-GZIP"}), unpacked},
       {httpResponse(200, "\xB3\x29\x2A\x2E\xD6\xB7\x03\0"s, {"Content-Encoding: deflate"}), "<rss/>"},
       {httpResponse(200, "", {gzip}), ""},
-      {httpResponse(203, "ab and more", {"Content-Length: 2"}), "ab"},
       {"HTTP/1.0 200 OK\r\n\r\nuntil the end", "until the end"},
   };
+  // What the redirect says of its own body does not count for the next one.
   server_.answer("/b", httpResponse(302, "another's", {"Location: /a", "Content-Encoding: br"}));
   for (const auto& [answer, body] : kBodies) {
     answering(answer);
@@ -209,7 +169,6 @@ TEST_F(URLLoadingTest, NoServerFillsTheMemory) {
   const std::tuple<std::string, std::string, std::string> kEndless[] = {
       {head + "\r\n", much, tooLarge},
       {head, much, "-1011 "},
-      {head, "X: y\r\n", "-1011 "},
       {"", "HTTP/1.1 100 Continue\r\n\r\n", "-1011 "},
   };
   for (const auto& [first, then, error] : kEndless) {
@@ -220,34 +179,32 @@ TEST_F(URLLoadingTest, NoServerFillsTheMemory) {
   }
 }
 
-TEST_F(URLLoadingTest, ABlockingLoadEndsWithItsTime) {
-  const std::string slowly = "HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n";
-  const LoopbackServer::Answer kAnswers[] = {
-      kNever,
-      [&](LoopbackConnection& connection) {
-        for (bool goesOn = connection.send(slowly); goesOn;)
-          goesOn = connection.send("x") && connection.pause(Seconds(0.05));
-      },
-      [](LoopbackConnection& connection) {
-        connection.pause(Seconds(0.15));
-        connection.send(httpRedirect("/a"));
-      },
+TEST_F(URLLoadingTest, ALoadEndsWithItsTime) {
+  const auto drips = [](LoopbackConnection& connection) {
+    for (bool goesOn = connection.send("HTTP/1.1 200 OK\r\n\r\n"); goesOn;)
+      goesOn = connection.send("x") && connection.pause(Seconds(0.05));
   };
-  for (const auto& answer : kAnswers) {
-    server_.answer("/a", answer);
+  const auto redirectsSlowly = [](LoopbackConnection& connection) {
+    connection.pause(Seconds(0.15));
+    connection.send(httpRedirect("/a"));
+  };
+  for (const auto& answer : {LoopbackServer::Answer(drips), LoopbackServer::Answer(redirectsSlowly)}) {
     const Seconds start = clock_.uptime();
-    EXPECT_THAT(textAt(server_.url("/a"), Seconds(0.3)), StartsWith("-1001 "));
+    EXPECT_THAT(textAt(answering(answer), Seconds(0.3)), StartsWith("-1001 "));
     EXPECT_LT(clock_.uptime() - start, Seconds(2));
   }
   EXPECT_THAT(textAt(server_.url("/a"), Seconds(0)), StartsWith("-1001 ")) << "no time is not for ever";
+  options_.backgroundTimeout = Seconds(0.1);
+  urls_.reset();
+  const auto observation = urls().loadInBackground(answering(drips), client_);
+  runUntilTold();
+  EXPECT_THAT(client_.calls, ElementsAre(ofServer("failed: did not send everything in time.")));
 }
 
-TEST_F(URLLoadingTest, WhereNobodyListensIsAnError) {
-  const std::string deserted = LoopbackServer().url("/");
-  EXPECT_EQ(textAt(deserted), ofServer("-1004 could not be reached."));
+TEST_F(URLLoadingTest, AnAddressThatCannotBeLoadedIsAnError) {
   for (const char* url : {"feed", "http:", "http:80/x", "http:///x", "http://127.0.0.1:99999/"})
     EXPECT_EQ(textAt(url), kNoURL) << url;
-  for (const char* url : {"ftp://127.0.0.1/x", "feed://127.0.0.1/x", "javascript:x"})
+  for (const char* url : {"ftp://127.0.0.1/x", "feed://127.0.0.1/x"})
     EXPECT_THAT(textAt(url), StartsWith("-1002 Addresses that begin with ")) << url;
 }
 
@@ -274,21 +231,15 @@ TEST_F(URLLoadingTest, AFileURLReadsARegularFileAndNothingElse) {
   const std::pair<std::string, std::string> kTexts[] = {
       {file, "<rss/>"},
       {"FILE://LocalHost" + file.substr(7) + "?q#f", "<rss/>"},
-      {"file:" + file.substr(7), "<rss/>"},
       {folder + "/none", "-1100 " + quoted + "/none\u201d could not be read: it does not exist."},
       {folder, "-1101 " + quoted + "\u201d could not be read: it is a folder."},
       {folder + "/large", "-1103 The data from " + quoted + "/large\u201d are larger than 10 bytes."},
       {folder + "/fifo", "-1002 " + quoted + "/fifo\u201d is not a file that can be loaded."},
       {file + "%00", kNoURL},
       {"file://elsewhere.example/etc/passwd", kNoURL},
-      {"file:etc", kNoURL},
   };
   for (const auto& [url, text] : kTexts) EXPECT_EQ(textAt(url), text);
   EXPECT_THAT(textAt("file:///proc/self/status"), StartsWith("-1103 ")) << "a size that is not told";
-  if (::geteuid() != 0) {
-    ASSERT_EQ(::chmod(path.c_str(), 0), 0);
-    EXPECT_THAT(textAt(file), StartsWith("-1102 "));
-  }
 }
 
 TEST_F(URLLoadingTest, ABackgroundLoadTellsItsClientOnceAndFromTheLoop) {
@@ -308,21 +259,6 @@ TEST_F(URLLoadingTest, ABackgroundLoadTellsItsClientOnceAndFromTheLoop) {
                                    ofServer("failed: answered 404 Not Found."),
                                    "failed: The data from \u201c127.0.0.1\u201d are larger than 100 bytes.",
                                    "failed: The address is not a valid URL."));
-}
-
-TEST_F(URLLoadingTest, ABackgroundLoadTimesOutAlsoOnAClockThatIsTurnedByHand) {
-  options_.backgroundTimeout = Seconds(0.1);
-  const std::string slow = answering(kNever);
-  TestClock turned;
-  for (Clock* clock : std::initializer_list<Clock*>{&clock_, &turned}) {
-    client_.calls.clear();
-    const auto loop = makeRunLoop(*clock);
-    const auto loading = makeURLLoading(*loop, *files_, options_);
-    const auto observation = loading->loadInBackground(slow, client_);
-    const Seconds start = clock_.uptime();
-    while (client_.calls.empty() && clock_.uptime() - start < Seconds(10)) loop->runOnce(Seconds(1));
-    EXPECT_THAT(client_.calls, ElementsAre(ofServer("failed: did not send everything in time.")));
-  }
 }
 
 TEST_F(URLLoadingTest, WhatIsDroppedOrLosesItsLoaderIsNotHeardOfAgain) {

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/foundation/Bundle.h"
 #include "tests/support/FakeFileManager.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -65,7 +64,6 @@ TEST_F(UserDefaultsControllerTest, ObserversHearOfChangesOfTheValueThatCounts) {
   std::vector<std::string> heard;
   const auto observation = defaults.observe("key", [&] { heard.push_back(defaults.string("key")); });
   defaults.setInitialValues({{"key", "initial"}, {"other", 1}});
-  defaults.setInitialValues({{"key", "initial"}});
   EXPECT_TRUE(defaults.setValue("key", "initial"));
   EXPECT_TRUE(defaults.setValue("key", "mine"));
   defaults.setInitialValues({{"key", "hidden behind mine"}});
@@ -73,21 +71,6 @@ TEST_F(UserDefaultsControllerTest, ObserversHearOfChangesOfTheValueThatCounts) {
   ASSERT_TRUE(UserDefaultsController(files, path).setValue("key", "another process's"));
   EXPECT_TRUE(defaults.setValue("other", 2)) << "and keeps what is no business of its own";
   EXPECT_THAT(heard, ElementsAre("initial", "mine", "hidden behind mine", "another process's"));
-}
-
-TEST_F(UserDefaultsControllerTest, ResourcesAreFoundBesideTheExecutableAndBrokenOnesAreEmpty) {
-  EXPECT_EQ(findResourceFolder(files, folder / "bin/clipwave"), "");
-  folder.write("resources/Info.plist",
-               "<plist><dict><key>CFBundleVersion</key><string>12</string></dict></plist>");
-  folder.write("resources/list.plist", "<plist><array/></plist>");
-  EXPECT_EQ(findResourceFolder(files, folder / "bin/clipwave"), folder / "resources");
-  folder.write("share/clipwave/Info.plist", "");
-  EXPECT_EQ(findResourceFolder(files, folder / "bin/clipwave"), folder / "share/clipwave");
-  const Bundle bundle(files, folder / "resources");
-  EXPECT_EQ(bundle.infoDictionary(), (Dictionary{{"CFBundleVersion", "12"}}));
-  EXPECT_EQ(bundle.pathForResource("list", "plist"), folder / "resources/list.plist");
-  EXPECT_EQ(bundle.pathForResource("none", "plist"), std::nullopt);
-  EXPECT_TRUE(bundle.dictionaryForResource("list").empty());
 }
 
 }  // namespace

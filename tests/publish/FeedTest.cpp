@@ -66,9 +66,6 @@ TEST_F(FeedTest, MoviesAreListedNewestFirstAndTheFeedLast) {
   EXPECT_EQ(entries[2].managedObject.lock().get(), &undated);
   EXPECT_EQ(readFile(feed), makeFeedDocument(channel, sortedEpisodes(channel), tables).prettyPrinted());
   EXPECT_THAT(readFile(feed), HasSubstr("<guid>http://host/My%20Show/lost.mov</guid>"));
-  EXPECT_THAT(preparation.pubURLs(), ElementsAre("http://host/My%20Show/My%20Show.xml"));
-  EXPECT_THAT(preparation.urlsToLaunch(),
-              ElementsAre(Pair("My Show", "http://host/My%20Show/My%20Show.xml")));
 }
 
 TEST_F(FeedTest, AFeedWithoutAFileNameNeverReplacesTheFolder) {
@@ -80,14 +77,6 @@ TEST_F(FeedTest, AFeedWithoutAFileNameNeverReplacesTheFolder) {
     EXPECT_EQ(entry.filename, lastPathComponent(entry.path));
   }
   EXPECT_EQ(preparation.pubURLs().size(), 3U);  // none for the channel whose file name is absent
-}
-
-TEST_F(FeedTest, AFeedThatCannotBeWrittenEndsTheProcess) {
-  FeedPreparation hopeless = preparationIn(folder / "missing");
-  addChannel("Show");
-  EXPECT_THAT([&] { hopeless.prepareFilesForIndex(0); }, Throws<ProcessExit>(Field(&ProcessExit::status, 1)));
-  EXPECT_EQ(shell.beeps, 1);
-  EXPECT_THAT(log.lines, ElementsAre("Could not write document out..."));
 }
 
 }  // namespace

@@ -30,10 +30,6 @@ class PublishTest : public ::testing::Test {
     if (!path.isNull()) episode.setValue("vcPath", path);
     return episode;
   }
-  FeedPreparation preparationIn(const std::string& temporaryFolder) {
-    return FeedPreparation(
-        {application, host.files(), log, channels, tables, temporaryFolder + "/xmlFile.XXXXXX"});
-  }
 
   testing::EnvironmentVariable zone{"TZ", "America/Los_Angeles"};
   testing::FakeLibraryHost host;
@@ -46,7 +42,7 @@ class PublishTest : public ::testing::Test {
   LanguageDataSource languageDataSource{Bundle(host.files(), folder.path())};
   MovieTypes types{{"mov", "video/quicktime"}};
   FeedTables tables{languageDataSource, types};
-  FeedPreparation preparation = preparationIn(folder.path());
+  FeedPreparation preparation{{application, host.files(), log, channels, tables, folder / "xmlFile.XXXXXX"}};
 };
 
 }  // namespace clipwave

@@ -63,5 +63,17 @@ TEST_F(CustomArrayControllerTest, EpisodesGoAlsoWhenTheirMoviesAreMissingOrCanno
   EXPECT_TRUE(exists("2.mov") && exists("home/.Trash/3.mov"));
 }
 
+TEST_F(CustomArrayControllerTest, TheDeleteKeyRemovesTheSelectedRowsOrBeepsAndEveryOtherKeyIsTheTablesOwn) {
+  CustomTableView& table = program_.interface().vcastTableView;
+  table.selectRowIndexes({0, 2});
+  EXPECT_FALSE(table.keyDown({127, KeyEvent::Command}));
+  program_.shell.answerAlert(Alert::Answer::Other);
+  EXPECT_TRUE(table.keyDown({127, 0}));
+  EXPECT_THAT(program_.listed(program_.episodes()), ElementsAre("2"));
+  table.selectRowIndexes({});
+  EXPECT_TRUE(table.keyDown({127, 0}));
+  EXPECT_EQ(program_.shell.beeps, 1);
+}
+
 }  // namespace
 }  // namespace clipwave
