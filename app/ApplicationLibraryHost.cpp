@@ -1,6 +1,6 @@
 #include "app/ApplicationLibraryHost.h"
 
-#include "platform/dotmac/MemberAccount.h"
+#include "platform/dotmac/MemberSettings.h"
 
 namespace clipwave {
 
@@ -11,9 +11,9 @@ ManagedObject* ApplicationLibraryHost::selectedChannel() {
 }
 
 std::optional<DotMacMember> ApplicationLibraryHost::dotMacMember() {
-  const auto account = DMMemberAccount::accountFromPreferences(services_.defaults);
-  if (!account) return std::nullopt;
-  return DotMacMember{account->name(), account->homePageBaseURL()};
+  const auto settings = MemberSettings::fromDefaults(services_.defaults);
+  if (!settings) return std::nullopt;
+  return DotMacMember{settings->name, settings->homePageBaseURL};
 }
 
 void ApplicationLibraryHost::showCriticalAlert(const std::string& title, const std::string& message) {

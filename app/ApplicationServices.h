@@ -6,6 +6,8 @@
 #include "platform/appkit/Dragging.h"
 #include "platform/appkit/InterfaceLoader.h"
 #include "platform/appkit/Workspace.h"
+#include "platform/dotmac/DotMacKit.h"
+#include "platform/dotmac/SecretStore.h"
 #include "platform/foundation/Bundle.h"
 #include "platform/foundation/Clock.h"
 #include "platform/foundation/FileManager.h"
@@ -37,6 +39,8 @@ struct ApplicationServices {
   InterfaceLoader& interfaces;
   URLLoading& urls;
   Pasteboard& generalPasteboard;
+  DotMacKit& dotMac;
+  SecretStore& secrets;
 };
 
 }  // namespace clipwave

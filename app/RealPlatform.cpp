@@ -1,5 +1,7 @@
 #include "app/RealPlatform.h"
 
+#include "platform/dotmac/RealDotMacKit.h"
+
 namespace clipwave {
 
 RealPlatform::RealPlatform(const std::string& executablePath, RunLoop& runLoop, SystemClock& clock,
@@ -15,16 +17,22 @@ RealPlatform::RealPlatform(const std::string& executablePath, RunLoop& runLoop, 
       movies_(makeMovieOpener()),
       aliases_(makeAliasManager(clock)),
       workspace_(makeWorkspace(*files_)),
-      urls_(makeURLLoading(runLoop, *files_)) {
+      urls_(makeURLLoading(runLoop, *files_)),
+      http_(makeHTTPClient(runLoop)) {
   const auto folder = process_->configurationFolder();
-  defaults_ = std::make_unique<UserDefaultsController>(
-      *files_, folder ? stringByAppendingPathComponent(*folder, "Clipwave/defaults.plist") : std::string());
+  const auto settingsFile = [&folder](std::string_view name) {
+    return folder ? stringByAppendingPathComponent(*folder, name) : std::string();
+  };
+  defaults_ = std::make_unique<UserDefaultsController>(*files_, settingsFile("Clipwave/defaults.plist"));
+  secrets_ = makeSecretStore(*files_, settingsFile("Clipwave/password"));
+  dotMac_ = makeDotMacKit({runLoop_, *http_, *files_, *defaults_, *secrets_, clock_, log_,
+                           [this](std::string_view url) { workspace_->openURL(url); }});
 }
 
 ApplicationServices RealPlatform::services() {
-  return {application_, clock_,      runLoop_,       *files_, *process_,
-          *bundle_,     *defaults_,  notifications_, log_,    *movies_,
-          *aliases_,    *workspace_, interfaces_,    *urls_,  generalPasteboard_};
+  return {application_,       clock_,   runLoop_, *files_,   *process_,   *bundle_,    *defaults_,
+          notifications_,     log_,     *movies_, *aliases_, *workspace_, interfaces_, *urls_,
+          generalPasteboard_, *dotMac_, *secrets_};
 }
 
 }  // namespace clipwave

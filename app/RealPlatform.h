@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/ApplicationServices.h"
+#include "platform/foundation/HTTPClient.h"
 
 namespace clipwave {
 
@@ -19,6 +20,8 @@ class RealPlatform {
   Application& application() { return application_; }
   FileManager& files() { return *files_; }
   UserDefaultsController& defaults() { return *defaults_; }
+  DotMacKit& dotMac() { return *dotMac_; }
+  SecretStore& secrets() { return *secrets_; }
   Pasteboard& generalPasteboard() { return generalPasteboard_; }
 
  private:
@@ -37,6 +40,9 @@ class RealPlatform {
   std::unique_ptr<Workspace> workspace_;
   std::unique_ptr<URLLoading> urls_;
   Pasteboard generalPasteboard_;
+  std::unique_ptr<HTTPClient> http_;
+  std::unique_ptr<SecretStore> secrets_;
+  std::unique_ptr<DotMacKit> dotMac_;
 };
 
 }  // namespace clipwave

@@ -21,18 +21,6 @@ struct CopyEntry {
 
 class CopyBackEnd;
 
-// The types of a connection's failure.
-enum class ConnectionErrorType : int {
-  Unknown = 100,
-  InvalidCredentials = 101,
-  InsufficientStorage = 102,
-  Unreachable = 103,
-  ResourceNotFound = 104,
-  ResourceConflict = 105,
-  ServiceUnavailable = 106,
-  BadRequest = 107,
-};
-
 // Called on the main thread, never before copyFiles has returned, except for copyAborted and connectionError
 // where said.
 class CopyDelegate {
@@ -44,7 +32,7 @@ class CopyDelegate {
   // Every entry has been copied.
   virtual void copyCompleted(CopyBackEnd& backEnd) = 0;
   // The transfer is over. Also sent from within copyFiles, which then answers NO, when the credentials were
-  // refused.
+  // refused. `error` is a DMErrorType.
   virtual void connectionError(CopyBackEnd& backEnd, int error, std::string_view errorMessage) = 0;
   // The transfer is over; may be sent from within abort.
   virtual void copyAborted(CopyBackEnd& backEnd) = 0;

@@ -29,12 +29,14 @@ enum URLErrorCode : int {
   // Not HTTP, a wrong length, a compression that is broken, cut short or unknown, or a status other than 200
   // to 203: an error, no content, a part of it, a redirect to nowhere.
   kURLErrorBadServerResponse = -1011,
+  kURLErrorInsecureConnection = -1022,  // a password would go unencrypted
   kURLErrorFileDoesNotExist = -1100,
   kURLErrorFileIsDirectory = -1101,
   kURLErrorNoPermissionsToReadFile = -1102,
   kURLErrorDataLengthExceedsMaximum = -1103,
   kURLErrorSecureConnectionFailed = -1200,
   kURLErrorServerCertificateUntrusted = -1202,
+  kURLErrorCannotReadSource = -3001,  // the file that was to be sent
 };
 
 struct LoadedData {

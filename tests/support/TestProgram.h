@@ -6,9 +6,11 @@
 #include "platform/appkit/FieldBinding.h"
 #include "platform/foundation/PropertyList.h"
 #include "tests/support/FakeApplicationShell.h"
+#include "tests/support/FakeDotMac.h"
 #include "tests/support/FakeFileManager.h"
 #include "tests/support/FakeMovies.h"
 #include "tests/support/FakeProcessInfo.h"
+#include "tests/support/FakeSecretStore.h"
 #include "tests/support/FakeURLLoading.h"
 #include "tests/support/FakeWorkspace.h"
 #include "tests/support/TemporaryFolder.h"
@@ -33,6 +35,8 @@ class TestProgram {
   StateOnlyInterfaceLoader interfaces;
   FakeURLLoading urls;
   Pasteboard pasteboard;
+  FakeDotMac dotMac{*loop};
+  FakeSecretStore secrets;
 
   TestProgram() {
     writeResource("defaults", {{"defaultAuthor", "Nobody"}, {"defaultFilename", "show"}});
@@ -48,7 +52,7 @@ class TestProgram {
     bundle_.emplace(files, folder / "resources");
     program_ = std::make_unique<ClipwaveProgram>(
         ApplicationServices{application, clock, *loop, files, process, *bundle_, defaults, notifications, log,
-                            movies, *aliases, workspace, interfaces, urls, pasteboard});
+                            movies, *aliases, workspace, interfaces, urls, pasteboard, dotMac, secrets});
     return controller();
   }
   // The same, up to the end of its start-up.

@@ -1,0 +1,21 @@
+// The .Mac member account as it is configured in the user's settings, without its password.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/foundation/UserDefaultsController.h"
+
+namespace clipwave {
+
+struct MemberSettings {
+  std::string name;
+  std::string address;          // http or https, of the iDisk's top level
+  std::string homePageBaseURL;  // http, ends in "/"
+  bool mayGoUnencrypted = false;
+
+  // None while the member's name or the address of the iDisk is not set.
+  static std::optional<MemberSettings> fromDefaults(const UserDefaultsController& defaults);
+};
+
+}  // namespace clipwave

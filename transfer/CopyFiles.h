@@ -1,0 +1,75 @@
+// Uploads files to the member's iDisk, one at a time, after checking the membership.
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/appkit/Application.h"
+#include "platform/dotmac/DotMacKit.h"
+#include "platform/foundation/Log.h"
+#include "platform/foundation/RunLoop.h"
+#include "platform/foundation/UserDefaultsController.h"
+#include "transfer/CopyBackEnd.h"
+
+namespace clipwave {
+
+// What the iDisk back-end works with; all of it must outlive the back-end's last callback.
+struct DotMacCopyServices {
+  Application& application;
+  RunLoop& runLoop;
+  UserDefaultsController& defaults;
+  Log& log;
+  DotMacKit& dotMac;
+};
+
+// What an upload's transaction carries.
+struct UploadContext {
+  std::string command;  // "copyfile"
+  CopyEntry source;
+  std::string destination;
+  std::deque<CopyEntry> filesToCopy;  // after this one
+};
+
+class CopyFiles final : public CopyBackEnd, public DMTransactionDelegate {
+ public:
+  // Tells the service who looks up the account.
+  static constexpr std::string_view kApplicationID = "????";
+  static constexpr Seconds kProgressInterval{0.5};
+
+  // A back-end must be owned by a shared_ptr.
+  explicit CopyFiles(DotMacCopyServices services);
+  ~CopyFiles() override;
+
+  // The configured member's name; none when no account is configured.
+  static std::optional<std::string> dmusername(DotMacKit& dotMac);
+
+  // Blocks while the service checks the membership and the destination. No directory: the iDisk's top level.
+  bool copyFiles(const std::vector<CopyEntry>& files, const std::optional<std::string>& toDirectory,
+                 CopyDelegate& sender) override;
+  // copyAborted follows from the loop when an upload was in progress, and not at all when none was.
+  void abort() override;
+  // What a person is told; writes to the log. Types that are not known read as kDMUnknownError.
+  std::string errorMessageForType(int type);
+
+  void transactionSuccessful(DMTransaction& transaction) override;
+  void transactionHadError(DMTransaction& transaction) override;
+  void transactionAborted(DMTransaction& transaction) override;
+
+ private:
+  bool isMembershipValid();
+  void copyNextItemInArray(std::deque<CopyEntry> files, const std::string& toDirectory);
+  void updateCopy(const std::shared_ptr<DMTransaction>& transaction);
+  void stopTimer();
+  std::unique_ptr<DMiDiskSession> openSession();
+
+  DotMacCopyServices services_;
+  CopyDelegate* delegate_ = nullptr;
+  std::shared_ptr<DMMemberAccount> ma_;
+  std::shared_ptr<DMTransaction> currentTransaction_;
+  std::shared_ptr<Timer> timer_;  // reports the progress of the upload
+};
+
+}  // namespace clipwave
