@@ -62,7 +62,7 @@ class MemberDisk {
     configure("dotMacAddress", address);
     secrets.passwords[{address, "ann"}] = "secret";
     http = makeHTTPClient(*loop, std::move(httpOptions));
-    kit = makeDotMacKit({*loop, *http, *files, defaults, secrets, clock, log,
+    kit = makeDotMacKit({*loop, *http, *files, defaults, secrets, calendar, log,
                          [this](std::string_view url) { openedPages.emplace_back(url); }},
                         {.answerTimeout = Seconds(20), .cleanUpTimeout = Seconds(2)});
   }
@@ -77,6 +77,7 @@ class MemberDisk {
 
   TemporaryFolder folder;
   SystemClock clock;
+  TestClock calendar;  // what the kit takes for today
   std::unique_ptr<RunLoop> loop = makeRunLoop(clock);
   std::unique_ptr<FileManager> files = makeFileManager();
   UserDefaultsController defaults{*files, folder / "defaults.plist"};

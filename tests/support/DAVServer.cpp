@@ -88,6 +88,8 @@ bool DAVServer::start() {
   const std::string file = folder_.write("apache.conf", apacheConfiguration());
   const std::string disk = folder_ / "disk";
   fs::remove(folder_ / "pid");
+  // What the server's own processes leave behind when they are killed is then ours to wait for.
+  ::prctl(PR_SET_CHILD_SUBREAPER, 1);
   process_ = ::fork();
   if (process_ == 0) {
     ::setpgid(0, 0);
@@ -123,7 +125,7 @@ bool DAVServer::isListening() const {
 void DAVServer::kill() {
   if (process_ <= 0) return;
   ::kill(-process_, SIGKILL);
-  (void)::waitpid(process_, nullptr, 0);
+  while (::waitpid(-process_, nullptr, 0) > 0) continue;
   process_ = 0;
 }
 
