@@ -112,6 +112,7 @@ void UploadTransaction::abort() {
 }
 
 void UploadTransaction::cleanUp(Ending ending, bool mayHaveLeftFile) {
+  const auto kept = shared_from_this();  // which the request that is stopped may have been the last to hold
   const bool wasSent = phase_ == Phase::Sending || phase_ == Phase::Moving;
   bytesTransferred_ = bytesTransferred();
   // A server that has the whole file may put it in its place after it was asked to remove it.
@@ -121,7 +122,7 @@ void UploadTransaction::cleanUp(Ending ending, bool mayHaveLeftFile) {
   exchange_.reset();
   file_.reset();
   if (!wasSent || !mayHaveLeftFile) {
-    services_.runLoop.performLater([self = shared_from_this()] { self->end(self->ending_); });
+    services_.runLoop.performLater([kept] { kept->end(kept->ending_); });
     return;
   }
   cleanUpEnd_ = services_.runLoop.scheduleTimer(options_.cleanUpTimeout, [weak = weak_from_this()] {

@@ -207,9 +207,12 @@ CurlLoop::CurlLoop(RunLoop& runLoop) : state_(std::make_shared<State>(runLoop)) 
 CurlLoop::~CurlLoop() = default;
 
 Observation CurlLoop::add(std::shared_ptr<void> owner, void* easy, Completion done) {
-  auto transfer = state_->add(std::move(owner), easy, std::move(done));
-  return Observation([weak = std::weak_ptr(state_), transfer = std::move(transfer)] {
-    if (const auto state = weak.lock()) state->end(*transfer);
+  // What `done` holds may well hold the answer: were the transfer held by it, too, none of them would ever
+  // go.
+  const std::weak_ptr transfer = state_->add(std::move(owner), easy, std::move(done));
+  return Observation([weak = std::weak_ptr(state_), transfer] {
+    const auto state = weak.lock();
+    if (const auto running = transfer.lock(); state && running) state->end(*running);
   });
 }
 
