@@ -1,12 +1,12 @@
 // What becomes of uploads when something goes wrong on real servers: what is reported, and what they hold.
 #include <gmock/gmock.h>
-#include <unistd.h>
+#include <signal.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "tests/dotmac/MemberDisk.h"
 #include "tests/support/DAVServer.h"
-#include "tests/support/LoopbackServer.h"
 
 namespace clipwave {
 namespace {
@@ -17,9 +17,15 @@ namespace fs = std::filesystem;
 
 class DiskFaults : public Test {
  protected:
+  // A server that holds an old movie.
   DAVServer& serve(Kind kind, const std::string& configuration = {}, const std::string& preload = {}) {
-    member_.emplace(server_.emplace(kind, configuration, preload).url(), options_);
+    member_.emplace(server_.emplace(kind, configuration, preload).url(), options_, cleanUpTimeout_);
+    std::ofstream(*server_ / "movie") << "old";
     return *server_;
+  }
+  void makeServersFolder(const char* name, int permissions = 0777) {
+    fs::create_directory(*server_ / name);
+    fs::permissions(*server_ / name, fs::perms(permissions));
   }
   // A file of so many zeros.
   std::string fileOfSize(std::int64_t bytes) {
@@ -27,26 +33,27 @@ class DiskFaults : public Test {
     fs::resize_file(path, static_cast<std::uintmax_t>(bytes));
     return path;
   }
-  std::string upload(std::string_view toPath, std::string_view content = "new") {
-    return member_->upload(folder_.write("local", content), toPath);
+  // An upload of 256 MiB of which a part has gone out.
+  Upload beginUpload() {
+    Upload upload(*member_->loop, *member_->kit, fileOfSize(256 << 20), "movie");
+    upload.turnUntilSent(8 << 20);
+    return upload;
   }
-  // The server holds the old movie and nothing else.
-  void expectOnlyOldMovie() {
-    EXPECT_THAT(server_->contents(), ElementsAre(Pair("/", _), Pair("/movie", "old")));
+  std::string upload(std::string_view toPath) {
+    return member_->upload(folder_.write("local", "new"), toPath);
   }
   void expectLogged(const std::string& words) { EXPECT_THAT(member_->log.lines, Contains(HasSubstr(words))); }
 
   TemporaryFolder folder_;
   HTTPClientOptions options_;
+  Seconds cleanUpTimeout_{5};
   std::optional<DAVServer> server_;
   std::optional<MemberDisk> member_;
 };
 
-TEST_F(DiskFaults, AWrongOrMissingPasswordIsToldAndLeavesNothing) {
+TEST_F(DiskFaults, AWrongOrMissingPasswordIsToldAndChangesNothing) {
   for (const Kind kind : {Kind::ApacheBasic, Kind::ApacheDigest, Kind::Rclone}) {
     serve(kind);
-    ASSERT_EQ(upload("movie", "old"), "successful");
-    EXPECT_EQ(member_->account()->validateCredentials(), kDMCredentialsAccepted);
     for (const char* password : {"secret!", ""}) {
       (void)member_->secrets.setPassword({server_->url(), "ann"}, password);
       EXPECT_EQ(member_->account()->validateCredentials(), kDMInvalidCredentials);
@@ -54,78 +61,77 @@ TEST_F(DiskFaults, AWrongOrMissingPasswordIsToldAndLeavesNothing) {
     }
     expectLogged("PROPFIND of \"/\": The server answered 401 (Unauthorized).");
     EXPECT_THAT(member_->log.lines, Not(Contains(HasSubstr("secret"))));
-    expectOnlyOldMovie();
+    EXPECT_THAT(server_->contents(), ElementsAre(Pair("/", _), Pair("/movie", "old")));
   }
 }
 
-TEST_F(DiskFaults, AFullDiskKeepsTheOldFile) {
+TEST_F(DiskFaults, WhatAServerRefusesIsToldAndChangesNothing) {
   const EnvironmentVariable limit("CLIPWAVE_FULL_DISK_AT", "1000000");
-  serve(Kind::ApacheBasic, "", CLIPWAVE_FULL_DISK);
-  ASSERT_EQ(upload("movie", "old"), "successful");
-  EXPECT_EQ(member_->upload(fileOfSize(5 << 20), "movie"), "102");
-  expectLogged("PUT of \"/clipwave-upload-");
-  expectOnlyOldMovie();
-}
-
-TEST_F(DiskFaults, ALockedFileKeepsItsContentAndItsLock) {
-  serve(Kind::ApacheBasic);
-  ASSERT_EQ(upload("movie", "old"), "successful");
-  HTTPRequest lock{"LOCK", server_->url() + "/movie"};
+  DAVServer& server =
+      serve(Kind::ApacheBasic,
+            "<Location /closed>\n<Limit PUT>\nRequire all denied\n</Limit>\n</Location>\n"
+            "RewriteEngine On\nRewriteCond %{REQUEST_METHOD} PUT\nRewriteRule ^/busy - [R=503,L]\n",
+            CLIPWAVE_FULL_DISK);
+  for (const char* name : {"closed", "busy"}) makeServersFolder(name);
+  makeServersFolder("kept", 0555);
+  std::ofstream(server / "locked") << "old";
+  HTTPRequest lock{"LOCK", server.url() + "/locked"};
   lock.credentials = HTTPCredentials{"ann", "secret"};
   lock.body = R"(<D:lockinfo xmlns:D="DAV:"><D:lockscope><D:exclusive/></D:lockscope>)"
               R"(<D:locktype><D:write/></D:locktype></D:lockinfo>)";
   ASSERT_EQ(member_->http->send(lock, Seconds(5)).value().status, 200);
-  for (int tries = 0; tries < 2; ++tries) EXPECT_EQ(upload("movie"), "105");
-  expectLogged("423 (Locked)");
-  expectOnlyOldMovie();
-}
-
-TEST_F(DiskFaults, AFolderThatMayNotBeWrittenIsToldAsAnObstacle) {
-  DAVServer& server =
-      serve(Kind::ApacheBasic, "<Location /closed>\n<Limit PUT>\nRequire all denied\n</Limit>\n</Location>");
-  for (const char* name : {"closed", "kept"}) fs::create_directory(server / name);
-  fs::permissions(server / "kept", fs::perms(0555));
-  fs::permissions(server / "closed", fs::perms(0777));
   const auto before = server.contents();
-  EXPECT_EQ(upload("closed/movie"), "105");
-  // Apache does not know its own lack of permission from any other trouble.
-  EXPECT_EQ(upload("kept/movie"), "100");
-  expectLogged("500 (Internal Server Error)");
+  // Apache does not tell its own lack of permission from any other trouble.
+  const std::tuple<const char*, const char*, const char*> kRefused[] = {
+      {"closed/movie", "105", "403 (Forbidden)"},
+      {"kept/movie", "100", "500 (Internal Server Error)"},
+      {"busy/movie", "106", "503"},
+      {"locked", "105", "423 (Locked)"},
+      {"locked", "105", "423 (Locked)"}};
+  for (const auto& [path, ending, reason] : kRefused) {
+    EXPECT_EQ(upload(path), ending) << path;
+    expectLogged(reason);
+  }
+  EXPECT_EQ(member_->upload(fileOfSize(5 << 20), "movie"), "102");
+  expectLogged("PUT of \"/clipwave-upload-");
   EXPECT_EQ(server.contents(), before);
 }
 
-// A server killed in the middle may leave half a file, under the temporary name; the next upload takes it
-// along.
+// A server that is killed may leave half a file, under the temporary name; the next upload takes it along.
 TEST_F(DiskFaults, AnUploadRepeatedAfterTheServerWasKilledLeavesNoTrace) {
   for (const Kind kind : {Kind::ApacheBasic, Kind::Rclone}) {
     serve(kind);
-    ASSERT_EQ(upload("movie", "old"), "successful");
-    const std::string local = fileOfSize(256 << 20);
-    Upload broken(*member_->loop, *member_->kit, local, "movie");
-    broken.turnUntilSent(8 << 20);
+    Upload broken = beginUpload();
     server_->kill();
     EXPECT_EQ(broken.ending(), "103");
     EXPECT_EQ(readFile(*server_ / "movie"), "old");
-    server_->startAgain();
-    EXPECT_EQ(upload("movie", "newer"), "successful");
+    ASSERT_TRUE(server_->start());
+    EXPECT_EQ(upload("movie"), "successful");
     auto contents = server_->contents();
-    std::erase_if(contents, [](const auto& entry) { return entry.first.starts_with("/.davfs"); });
-    EXPECT_THAT(contents, ElementsAre(Pair("/", _), Pair("/movie", "newer")));
+    std::erase_if(contents, [](const auto& entry) { return entry.first.starts_with("/.davfs.tmp"); });
+    EXPECT_THAT(contents, ElementsAre(Pair("/", _), Pair("/movie", "new")));
   }
 }
 
 TEST_F(DiskFaults, AServerThatStallsIsGivenUp) {
   options_.stallTimeout = Seconds(1);
+  cleanUpTimeout_ = Seconds(0.3);
   serve(Kind::ApacheBasic);
-  ASSERT_EQ(upload("movie", "old"), "successful");
-  const std::string local = fileOfSize(256 << 20);
-  Upload stalled(*member_->loop, *member_->kit, local, "movie");
-  stalled.turnUntilSent(8 << 20);
-  server_->pause();
-  EXPECT_EQ(stalled.ending(Seconds(10)), "103");
+  Upload stalled = beginUpload();
+  server_->signal(SIGSTOP);
+  EXPECT_EQ(stalled.ending(), "103");
+  expectLogged("could not be removed in time");
   EXPECT_EQ(readFile(*server_ / "movie"), "old");
-  server_->resume();
+  server_->signal(SIGCONT);
   EXPECT_EQ(upload("movie"), "successful");
+}
+
+TEST_F(DiskFaults, AMovieThatBecomesShorterMeanwhileIsNotTakenForWhole) {
+  serve(Kind::Rclone);
+  Upload upload = beginUpload();
+  fs::resize_file(folder_ / "movie.mov", 1 << 20);
+  EXPECT_EQ(upload.ending(), "107");
+  EXPECT_THAT(server_->contents(), ElementsAre(Pair("/", _), Pair("/movie", "old")));
 }
 
 TEST_F(DiskFaults, AMovieOfMoreThan2GiBArrivesWhole) {
@@ -139,31 +145,20 @@ TEST_F(DiskFaults, AMovieOfMoreThan2GiBArrivesWhole) {
 }
 
 TEST_F(DiskFaults, RedirectsAreFollowedOnTheSameServerOnly) {
-  DAVServer& server = serve(Kind::ApacheDigest,
-                            "RewriteEngine On\nRewriteRule ^/away/(.*) http://other.example/$1 [R=307,L]\n"
-                            "RewriteRule ^/old/(.*) /moved/$1 [R=308,L]\n"
-                            "RewriteRule ^/round/(.*) /round/$1 [R=302,L]\n");
-  fs::create_directory(server / "moved");
-  fs::permissions(server / "moved", fs::perms(0777));
+  serve(Kind::ApacheDigest,
+        "RewriteEngine On\nRewriteRule ^/away/(.*) http://other.example/$1 [R=307,L]\n"
+        "RewriteRule ^/old/(.*) /moved/$1 [R=308,L]\nRewriteRule ^/round/(.*) /round/$1 [R=302,L]\n");
+  makeServersFolder("moved");
   EXPECT_EQ(upload("old/mo vie"), "successful");
-  EXPECT_EQ(readFile(server / "moved/mo vie"), "new");
+  EXPECT_EQ(readFile(*server_ / "moved/mo vie"), "new");
   for (const char* path : {"away/movie", "round/movie"}) EXPECT_EQ(upload(path), "104");
   expectLogged("\u201chttp://other.example\u201d");
-  EXPECT_EQ(server.contents().size(), 3U);
-}
-
-TEST_F(DiskFaults, ABusyServerIsToldAsBusy) {
-  serve(Kind::ApacheBasic,
-        "RewriteEngine On\nRewriteCond %{REQUEST_METHOD} PUT\nRewriteRule .* - [R=503,L]\n");
-  EXPECT_EQ(upload("busy"), "106");
-  EXPECT_EQ(server_->contents().size(), 1U);
+  EXPECT_EQ(server_->contents().size(), 4U);
 }
 
 TEST_F(DiskFaults, UploadsThatAreLeftEndWithTheClient) {
   serve(Kind::ApacheBasic);
-  const std::string local = fileOfSize(64 << 20);
-  Upload upload(*member_->loop, *member_->kit, local, "movie");
-  upload.turnUntilSent(1 << 20);
+  Upload upload = beginUpload();
   const std::weak_ptr<DMTransaction> left = std::exchange(upload.transaction, nullptr);
   member_->kit.reset();
   EXPECT_FALSE(left.expired());

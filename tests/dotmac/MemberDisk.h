@@ -57,14 +57,14 @@ class Upload {
 // The member "ann" with the password "secret".
 class MemberDisk {
  public:
-  explicit MemberDisk(std::string address, HTTPClientOptions httpOptions = {}) {
+  explicit MemberDisk(std::string address, HTTPClientOptions httpOptions = {}, Seconds cleanUp = Seconds(5)) {
     configure("dotMacMemberName", "ann");
     configure("dotMacAddress", address);
     secrets.passwords[{address, "ann"}] = "secret";
     http = makeHTTPClient(*loop, std::move(httpOptions));
     kit = makeDotMacKit({*loop, *http, *files, defaults, secrets, calendar, log,
                          [this](std::string_view url) { openedPages.emplace_back(url); }},
-                        {.answerTimeout = Seconds(20), .cleanUpTimeout = Seconds(2)});
+                        {.answerTimeout = Seconds(20), .cleanUpTimeout = cleanUp});
   }
   void configure(const std::string& key, Value value) {
     settings_[key] = std::move(value);

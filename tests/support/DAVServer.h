@@ -29,13 +29,11 @@ class DAVServer {
   // Everything on its disk, by paths from "/" on: of a file its bytes, of a folder nothing.
   std::map<std::string, std::optional<std::string>> contents() const;
 
-  void kill();         // at once, in the middle of whatever it does
-  void startAgain();   // on the same port
-  void pause() const;  // until resume()
-  void resume() const;
+  void signal(int number) const;  // to all its processes
+  void kill();                    // at once, in the middle of whatever it does
+  bool start();                   // again, on the same port
 
  private:
-  bool start();
   bool isListening() const;
   std::string apacheConfiguration() const;
 
