@@ -12,6 +12,11 @@ namespace {
 // How long a server gets to notice that a connection is gone, before a removal is tried again.
 constexpr Seconds kRemovalPause{0.25};
 
+// Whether the server, or one behind it, may still be at what it was asked for.
+bool isUndecided(const WebDAVAnswer& answer) {
+  return answer.status == 0 || answer.status == 502 || answer.status == 504;
+}
+
 // The same for every upload of the same file: what an upload that was killed left behind is replaced by the
 // next one, and goes with it. A digest, as the file's own name may be as long as names can be.
 std::string temporaryPathFor(std::string_view path) {
@@ -82,12 +87,15 @@ void UploadTransaction::takeSent(const WebDAVAnswer& answer) {
       &UploadTransaction::takeMoved);
 }
 
-// Where the answer got lost, nobody knows whether the file was moved: its destination then holds either what
-// it held before or the whole new file, and the removal of the temporary file, which may be gone, does no
-// harm.
+// Servers make a MOVE in two steps: what is there is removed, then the temporary file gets its name. Where
+// the answer is lost or late, the destination holds what it held, the whole new file or, between the steps,
+// nothing; to remove the temporary file then could leave neither. It stays for the next upload to replace.
 void UploadTransaction::takeMoved(const WebDAVAnswer& answer) {
-  if (answer.failure) return failRequest(answer);
-  end(&DMTransactionDelegate::transactionSuccessful);
+  if (!answer.failure) return end(ending_ ? ending_ : &DMTransactionDelegate::transactionSuccessful);
+  if (!ending_) return failRequest(answer);
+  log(failureLine(request_, *answer.failure));
+  if (isUndecided(answer)) return end(ending_);
+  removeTemporaryFile();
 }
 
 void UploadTransaction::log(const std::string& what) {
@@ -95,43 +103,47 @@ void UploadTransaction::log(const std::string& what) {
 }
 
 void UploadTransaction::failRequest(const WebDAVAnswer& answer) {
+  // Who is not let in has left nothing, and is not let in to remove it either.
+  mayHaveLeftFile_ = answer.failure->code != kDMInvalidCredentials && phase_ != Phase::AskingDestination &&
+                     !(phase_ == Phase::Moving && isUndecided(answer));
+  mayStillAppear_ = phase_ == Phase::Sending && isUndecided(answer);
   fail(failureLine(request_, *answer.failure), answer.failure->code);
 }
 
 void UploadTransaction::fail(const std::string& why, int errorType) {
   log(why);
   errorType_ = errorType;
-  // Who is not let in has left nothing, and is not let in to remove it either.
-  cleanUp(&DMTransactionDelegate::transactionHadError, errorType != kDMInvalidCredentials);
+  beginCleanUp(&DMTransactionDelegate::transactionHadError);
+  stopAndRemove();
 }
 
-// Where the MOVE is under way it may have been made already; the destination then holds the whole new file.
 void UploadTransaction::abort() {
   if (phase_ == Phase::CleaningUp || phase_ == Phase::Ended) return;
-  cleanUp(&DMTransactionDelegate::transactionAborted, true);
+  const bool isMoving = phase_ == Phase::Moving;
+  mayHaveLeftFile_ = mayStillAppear_ = phase_ == Phase::Sending;
+  beginCleanUp(&DMTransactionDelegate::transactionAborted);
+  // A MOVE is not stopped half-way: its answer is waited for.
+  if (!isMoving) stopAndRemove();
 }
 
-void UploadTransaction::cleanUp(Ending ending, bool mayHaveLeftFile) {
-  const auto kept = shared_from_this();  // which the request that is stopped may have been the last to hold
-  const bool wasSent = phase_ == Phase::Sending || phase_ == Phase::Moving;
+void UploadTransaction::beginCleanUp(Ending ending) {
   bytesTransferred_ = bytesTransferred();
-  // A server that has the whole file may put it in its place after it was asked to remove it.
-  mayStillAppear_ = phase_ == Phase::Sending && bytesTransferred_ == contentLength_;
   phase_ = Phase::CleaningUp;
   ending_ = ending;
-  exchange_.reset();
-  file_.reset();
-  if (!wasSent || !mayHaveLeftFile) {
-    services_.runLoop.performLater([kept] { kept->end(kept->ending_); });
-    return;
-  }
   cleanUpEnd_ = services_.runLoop.scheduleTimer(options_.cleanUpTimeout, [weak = weak_from_this()] {
     const auto self = weak.lock();
     if (!self || self->phase_ == Phase::Ended) return;
     self->log("\"" + self->temporaryPath_ + "\" could not be removed in time.");
     self->end(self->ending_);
   });
-  removeTemporaryFile();
+}
+
+void UploadTransaction::stopAndRemove() {
+  const auto self = shared_from_this();  // which the request that is stopped may have been the last to hold
+  exchange_.reset();
+  file_.reset();
+  if (mayHaveLeftFile_) return removeTemporaryFile();
+  services_.runLoop.performLater([self] { self->end(self->ending_); });
 }
 
 void UploadTransaction::removeTemporaryFile() {
@@ -140,24 +152,26 @@ void UploadTransaction::removeTemporaryFile() {
 }
 
 void UploadTransaction::takeRemoved(const WebDAVAnswer& answer) {
-  const bool mayAppear = answer.isMissing() && std::exchange(mayStillAppear_, false);
-  // Some servers hold the file locked until they notice that nobody sends any more.
-  if (answer.status == 423 || mayAppear) {
+  const bool isGone = !answer.failure || answer.isMissing();
+  // A server that comes to a PUT only after nobody sends it any more may begin the file when it was already
+  // asked to remove it; others hold the file locked until they notice.
+  if (answer.status == 423 || (isGone && std::exchange(mayStillAppear_, false))) {
     exchange_.reset();
     services_.runLoop.scheduleTimer(kRemovalPause,
                                     [self = shared_from_this()] { self->removeTemporaryFile(); });
     return;
   }
-  if (answer.failure && !answer.isMissing()) log(failureLine(request_, *answer.failure));
+  if (!isGone) log(failureLine(request_, *answer.failure));
   end(ending_);
 }
 
 void UploadTransaction::end(Ending ending) {
+  const auto self = shared_from_this();
+  if (phase_ == Phase::Ended) return;
   phase_ = Phase::Ended;
   exchange_.reset();
   file_.reset();
   if (cleanUpEnd_) cleanUpEnd_->invalidate();
-  const auto self = shared_from_this();
   if (const auto delegate = std::exchange(delegate_, nullptr)) (*delegate.*ending)(*this);
 }
 

@@ -43,8 +43,9 @@ class UploadTransaction final : public DMTransaction, public std::enable_shared_
   void fail(const std::string& why, int errorType);
   void failRequest(const WebDAVAnswer& answer);
   void log(const std::string& what);
+  void beginCleanUp(Ending ending);
   // Leaves nothing behind, then ends.
-  void cleanUp(Ending ending, bool mayHaveLeftFile);
+  void stopAndRemove();
   void removeTemporaryFile();
   void end(Ending ending);
 
@@ -62,7 +63,8 @@ class UploadTransaction final : public DMTransaction, public std::enable_shared_
   WebDAVRequest request_;  // the last that was sent
   std::shared_ptr<WebDAVExchange> exchange_;
   std::shared_ptr<Timer> cleanUpEnd_;
-  bool mayStillAppear_ = false;  // the temporary file
+  bool mayHaveLeftFile_ = false;  // the temporary one
+  bool mayStillAppear_ = false;   // the same, after it was removed
   std::int64_t bytesTransferred_ = 0;
   std::int64_t contentLength_ = 0;
   int errorType_ = 0;

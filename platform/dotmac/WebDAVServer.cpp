@@ -79,9 +79,10 @@ struct WebDAVServer::Attempts {
     if (!response) return WebDAVAnswer{0, errorForFailedRequest(response.error())};
     if (!isRedirect(*response)) return answerOf(request.method == "PROPFIND", *response);
     if (++redirects > kMostRedirects)
-      return WebDAVAnswer{0, dotMacError(kDMResourceNotFound, "The server redirects again and again.")};
+      return WebDAVAnswer{response->status,
+                          dotMacError(kDMResourceNotFound, "The server redirects again and again.")};
     if (const auto followed = followRedirect(request, *response); !followed)
-      return WebDAVAnswer{0, followed.error()};
+      return WebDAVAnswer{response->status, followed.error()};
     return std::nullopt;
   }
 };
