@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 #include "tests/support/TestProgram.h"
 
 namespace clipwave {
@@ -56,6 +58,21 @@ TEST_F(ControllerTest, StartUpGoesStepByStepInItsOrder) {
   EXPECT_FALSE(controller.publishRun().isCopying());
   postRecordings();
   EXPECT_EQ(events_.back(), "new movie");
+}
+
+TEST_F(ControllerTest, TheMethodOfAChannelDecidesWhereItGoes) {
+  program_.launch();
+  ManagedObject& channel = *program_.channels().arrangedObjects().front();
+  channel.setValue("vcURL", "http://host/");
+  channel.setValue("mediaPath", program_.folder / "pub");
+  for (const int method : {1, 2}) {
+    channel.setValue("protocolTag", method);
+    program_.interface().publishButton.performClick();
+    program_.turn();
+    EXPECT_EQ(program_.files.fileExistsAtPath(program_.folder / "pub"), method == 1);
+    EXPECT_EQ(program_.dotMac.disk.contains(program_.folder / "pub"), method == 2);
+    std::filesystem::remove_all(program_.folder / "pub");
+  }
 }
 
 TEST_F(ControllerTest, AnEmptyLibraryGetsOneChannelAndTheFocusLandsInItsTitle) {
