@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
-
 #include "tests/support/TestProgram.h"
 
 namespace clipwave {
@@ -60,19 +58,15 @@ TEST_F(ControllerTest, StartUpGoesStepByStepInItsOrder) {
   EXPECT_EQ(events_.back(), "new movie");
 }
 
-TEST_F(ControllerTest, TheMethodOfAChannelDecidesWhereItGoes) {
+TEST_F(ControllerTest, AChannelOfTheDotMacMethodGoesToTheIDisk) {
   program_.launch();
   ManagedObject& channel = *program_.channels().arrangedObjects().front();
   channel.setValue("vcURL", "http://host/");
-  channel.setValue("mediaPath", program_.folder / "pub");
-  for (const int method : {1, 2}) {
-    channel.setValue("protocolTag", method);
-    program_.interface().publishButton.performClick();
-    program_.turn();
-    EXPECT_EQ(program_.files.fileExistsAtPath(program_.folder / "pub"), method == 1);
-    EXPECT_EQ(program_.dotMac.disk.contains(program_.folder / "pub"), method == 2);
-    std::filesystem::remove_all(program_.folder / "pub");
-  }
+  channel.setValue("mediaPath", "/Sites");
+  channel.setValue("protocolTag", 2);
+  program_.interface().publishButton.performClick();
+  program_.turn();
+  EXPECT_EQ(program_.dotMac.disk.size(), 3U);
 }
 
 TEST_F(ControllerTest, AnEmptyLibraryGetsOneChannelAndTheFocusLandsInItsTitle) {
