@@ -30,8 +30,11 @@ struct HTTPCredentials {
 struct HTTPRequest {
   std::string method = "GET";
   std::string url;  // http or https, escaped; a user name and password in it are refused (kURLErrorBadURL)
+  // With a control character in a method, a header or the credentials, or with Content-Length or
+  // Transfer-Encoding among the headers, a request is refused before anybody is asked (kURLErrorBadURL).
   std::vector<std::pair<std::string, std::string>> headers = {};
-  // What is sent: `file`, as long as it is when the request begins, or else `body`.
+  // What is sent: `file`, as long as it is when the request begins, or else `body`. Before a file the server
+  // is asked whether it takes it, so that a refused password costs no byte. HEAD sends nothing.
   std::string body = {};
   std::shared_ptr<FileHandle> file = nullptr;
   std::optional<HTTPCredentials> credentials = {};
@@ -54,7 +57,11 @@ class HTTPExchange {
 
 // Every status is an answer, redirects included, which are never followed. What brings no whole answer is an
 // error of NSURLErrorDomain with a sentence for a person that names the host and holds no password; where the
-// file to send could not be read as far as it was long, the code is kURLErrorCannotReadSource.
+// file to send could not be read as far as it was long, the code is kURLErrorCannotReadSource. A status of
+// 300 and above that comes before everything was sent is the answer, with as much of its body as came; a
+// status below is an error then. How a server wanted the password is remembered as long as the client lives:
+// a basic one then goes along at once, and a server that took digest is offered nothing less until it answers
+// 401.
 class HTTPClient {
  public:
   using Completion = std::function<void(Result<HTTPResponse>)>;
@@ -69,7 +76,7 @@ class HTTPClient {
 
 struct HTTPClientOptions {
   // How long making a connection may take, and how long a request in the background may see no byte move in
-  // either direction; whole seconds.
+  // either direction; whole seconds. That nothing moves any more is noticed up to five seconds late.
   Seconds connectTimeout{15};
   Seconds stallTimeout{60};
   // Of an answer's body; a longer one is an error.
