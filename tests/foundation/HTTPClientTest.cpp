@@ -222,7 +222,7 @@ TEST_F(HTTPClientTest, AnAnswerWithoutEndIsCutOff) {
   const std::string xs(1000, 'x');
   const std::tuple<std::string, std::string, const char*> kAnswers[] = {
       {"200 OK\r\n\r\n", xs, "-1103 "},
-      {"401 Who\r\nWWW-Authenticate: Basic realm=x\r\nTransfer-Encoding: chunked\r\n\r\n40000\r\n", "x",
+      {"401 Who\r\nWWW-Authenticate: Basic realm=x\r\nTransfer-Encoding: chunked\r\n\r\n40000\r\n", xs,
        "-1103 "},
       {"200 OK\r\n", "X: " + xs + "\r\n", "-1011 "}};
   for (const auto& [head, rest, expected] : kAnswers) {
