@@ -1,6 +1,7 @@
 #include "app/Controller.h"
 
 #include "model/Channel.h"
+#include "transfer/CopyFiles.h"
 
 namespace clipwave {
 
@@ -201,7 +202,10 @@ void Controller::showAboutWindow() {
 }
 
 std::shared_ptr<CopyBackEnd> Controller::makeBackEnd(int protocolTag) {
-  if (protocolTag == kDotMacMethod) return nullptr;
+  if (protocolTag == kDotMacMethod) {
+    return std::make_shared<CopyFiles>(DotMacCopyServices{
+        services_.application, services_.runLoop, services_.defaults, services_.log, services_.dotMac});
+  }
   auto backEnd = std::make_shared<CopyFilesLocally>(LocalCopyServices{
       services_.application, services_.runLoop, services_.files, services_.defaults, services_.log});
   localBackEnds_.push_back(backEnd);

@@ -24,14 +24,22 @@ PublishRun::PublishRun(Services services, FeedPreparation& preparation, PublishE
     : services_(std::move(services)), preparation_(preparation), elements_(elements) {}
 
 PublishRun::~PublishRun() {
-  // The timers of a transfer that goes on would report to a run that is no longer there.
-  onEnd_ = nullptr;
-  if (cf_ && awaited_ == cf_.get()) cf_->abort();
+  // What a transfer that goes on still reports would reach a run that is no longer there.
+  if (const auto backEnd = awaited_.lock()) backEnd->abandon();
 }
 
 void PublishRun::setCf(std::shared_ptr<CopyBackEnd> backEnd) {
-  if (backEnd) awaited_ = backEnd.get();
+  if (backEnd) {
+    awaited_ = backEnd;
+    isAwaiting_ = true;
+  }
   cf_ = std::move(backEnd);
+}
+
+// Whether the run was still to be ended by a back-end.
+bool PublishRun::stopAwaiting() {
+  awaited_.reset();
+  return std::exchange(isAwaiting_, false);
 }
 
 void PublishRun::save() {
@@ -52,12 +60,16 @@ void PublishRun::save() {
 }
 
 void PublishRun::cancel() {
-  const std::shared_ptr<CopyBackEnd> backEnd = cf_;
+  std::shared_ptr<CopyBackEnd> backEnd = cf_;
   if (backEnd) backEnd->abort();
   // Unless what the abort called has begun another run already.
   if (cf_ == backEnd) setCf(nullptr);
-  // A run that ended with its controls still in the copying look has no back-end left to answer.
-  if (awaited_ == nullptr) connectionClosedCleanup();
+  backEnd = nullptr;
+  if (!awaited_.expired()) return;
+  // Nobody is left to answer: the back-end had nothing in progress that would keep it alive, or the run ended
+  // with its controls still in the copying look.
+  connectionClosedCleanup();
+  if (stopAwaiting()) end(PublishOutcome::Aborted);
 }
 
 void PublishRun::saveNextBatchOfFiles() {
@@ -94,16 +106,10 @@ void PublishRun::showBadURLs() {
 void PublishRun::startTransfer(ManagedObject& channel) {
   const auto protocolTag = static_cast<int>(channel.value("protocolTag").integerValue());
   const std::shared_ptr<CopyBackEnd> backEnd = services_.makeBackEnd(protocolTag);
-  if (!backEnd) {
-    connectionClosedCleanup();
-    services_.application.runCriticalAlertPanel(
-        ".Mac Error!", "This copy of Clipwave cannot publish a channel to .Mac.", "OK");
-    return end(PublishOutcome::Refused);
-  }
   setCf(backEnd);
   if (!backEnd->copyFiles(preparation_.filesToCopy(), channel.value("mediaPath").optionalString(), *this)) {
     // A failure that was reported from within the call has ended the run already.
-    if (awaited_ != backEnd.get()) return;
+    if (!isAwaited(*backEnd)) return;
     // Nothing more will come from this back-end; left as they are, the controls of an earlier channel's
     // transfer would offer a "Cancel" that cancels nothing.
     connectionClosedCleanup();
@@ -176,7 +182,7 @@ void PublishRun::showStatus(std::string_view text) {
 }
 
 void PublishRun::copyCompleted(CopyBackEnd& backEnd) {
-  if (awaited_ != &backEnd) return;
+  if (!isAwaited(backEnd)) return;
   // Cancelled at the moment when the last file had arrived: there is nothing left to abort, and still the
   // run is over.
   if (cf_.get() != &backEnd) return copyAborted(backEnd);
@@ -188,7 +194,7 @@ void PublishRun::copyCompleted(CopyBackEnd& backEnd) {
 
 void PublishRun::connectionError(CopyBackEnd& backEnd, int, std::string_view errorMessage) {
   if (isFromEarlierRun(backEnd)) return;
-  const bool endsRun = std::exchange(awaited_, nullptr) != nullptr;
+  const bool endsRun = stopAwaiting();
   connectionClosedCleanup();
   services_.application.runCriticalAlertPanel(".Mac Error!", errorMessage, "OK");
   if (endsRun) end(PublishOutcome::ConnectionError);
@@ -196,13 +202,13 @@ void PublishRun::connectionError(CopyBackEnd& backEnd, int, std::string_view err
 
 void PublishRun::copyAborted(CopyBackEnd& backEnd) {
   if (isFromEarlierRun(backEnd)) return;
-  const bool endsRun = std::exchange(awaited_, nullptr) != nullptr;
+  const bool endsRun = stopAwaiting();
   connectionClosedCleanup();
   if (endsRun) end(PublishOutcome::Aborted);
 }
 
 void PublishRun::end(PublishOutcome outcome, const std::optional<Error>& error) {
-  awaited_ = nullptr;
+  stopAwaiting();
   // The callee may replace what is called at the next end.
   if (const auto onEnd = onEnd_) onEnd(outcome, error);
 }

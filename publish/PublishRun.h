@@ -41,7 +41,7 @@ enum class PublishOutcome {
 
 class PublishRun final : public CopyDelegate {
  public:
-  // Makes the back-end for a publish-method tag; null when there is none for it.
+  // Makes a new back-end for a publish-method tag.
   using BackEndFactory = std::function<std::shared_ptr<CopyBackEnd>(int protocolTag)>;
   struct Services {
     Application& application;
@@ -54,11 +54,11 @@ class PublishRun final : public CopyDelegate {
 
   // Everything that is handed over must outlive the run.
   PublishRun(Services services, FeedPreparation& preparation, PublishElements elements);
-  // Aborts a transfer that goes on.
+  // Aborts a transfer that goes on, without waiting for it.
   ~PublishRun() override;
 
   // Starts a run, or cancels the one in progress. A cancelled run is over when its back-end has answered with
-  // copyAborted.
+  // copyAborted, or is gone; until then its controls stay as they are, and a further press changes nothing.
   void save();
   void saveNextBatchOfFiles();
   void batchCopyCompleted();
@@ -95,9 +95,9 @@ class PublishRun final : public CopyDelegate {
   void showBadURLs();
   void startTransfer(ManagedObject& channel);
   void showStatus(std::string_view text);
-  bool isFromEarlierRun(const CopyBackEnd& backEnd) const {
-    return awaited_ != nullptr && awaited_ != &backEnd;
-  }
+  bool isAwaited(const CopyBackEnd& backEnd) const { return awaited_.lock().get() == &backEnd; }
+  bool isFromEarlierRun(const CopyBackEnd& backEnd) const { return isAwaiting_ && !isAwaited(backEnd); }
+  bool stopAwaiting();
   void end(PublishOutcome outcome, const std::optional<Error>& error = {});
 
   Services services_;
@@ -105,9 +105,10 @@ class PublishRun final : public CopyDelegate {
   PublishElements elements_;
   bool isCopying_ = false;
   std::shared_ptr<CopyBackEnd> cf_;
-  // The back-end that the run listens to, also when Cancel has let go of it; none while no run is in
-  // progress. Compared, never followed.
-  const CopyBackEnd* awaited_ = nullptr;
+  // Whether a back-end is still to end the run, and which: also the one that Cancel has let go of, which its
+  // transactions keep alive until it has answered.
+  bool isAwaiting_ = false;
+  std::weak_ptr<CopyBackEnd> awaited_;
   std::int32_t currentSaveIndex_ = 0;
   std::function<void(PublishOutcome, const std::optional<Error>&)> onEnd_;
   std::function<void(std::string_view)> onProgress_;

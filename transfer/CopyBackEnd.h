@@ -47,11 +47,20 @@ class CopyBackEnd : public std::enable_shared_from_this<CopyBackEnd> {
   virtual ~CopyBackEnd() = default;
   // YES: copying has started and callbacks will follow. NO: nothing was started and no further callback
   // follows; the user has been told why, has answered "Cancel", or no file was left to copy. `toDirectory`
-  // absent: no destination set. `sender` must outlive the last callback.
+  // absent: no destination set. `sender` must outlive the last callback, or abandon the back-end.
   virtual bool copyFiles(const std::vector<CopyEntry>& files, const std::optional<std::string>& toDirectory,
                          CopyDelegate& sender) = 0;
   // Stops the copy in progress.
   virtual void abort() = 0;
+  // The same for a sender that goes: no callback follows any more.
+  void abandon() {
+    delegate_ = nullptr;
+    abort();
+  }
+
+ protected:
+  // Not owned. None before copyFiles, and once the last callback has been sent or the sender has gone.
+  CopyDelegate* delegate_ = nullptr;
 };
 
 }  // namespace clipwave

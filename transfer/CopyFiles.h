@@ -5,6 +5,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/appkit/Application.h"
@@ -49,7 +51,8 @@ class CopyFiles final : public CopyBackEnd, public DMTransactionDelegate {
   // Blocks while the service checks the membership and the destination. No directory: the iDisk's top level.
   bool copyFiles(const std::vector<CopyEntry>& files, const std::optional<std::string>& toDirectory,
                  CopyDelegate& sender) override;
-  // copyAborted follows from the loop when an upload was in progress, and not at all when none was.
+  // copyAborted follows from the loop when files were being uploaded, and not at all otherwise. A file that
+  // has just arrived is still reported before it.
   void abort() override;
   // What a person is told; writes to the log. Types that are not known read as kDMUnknownError.
   std::string errorMessageForType(int type);
@@ -60,16 +63,21 @@ class CopyFiles final : public CopyBackEnd, public DMTransactionDelegate {
 
  private:
   bool isMembershipValid();
+  bool makeFolders(DMiDiskSession& session, const std::string& toDirectory);
   void copyNextItemInArray(std::deque<CopyEntry> files, const std::string& toDirectory);
-  void updateCopy(const std::shared_ptr<DMTransaction>& transaction);
+  void updateCopy(const std::weak_ptr<DMTransaction>& transaction);
   void stopTimer();
   std::unique_ptr<DMiDiskSession> openSession();
+  std::shared_ptr<CopyFiles> self() { return std::static_pointer_cast<CopyFiles>(shared_from_this()); }
+  // The delegate for its last callback.
+  CopyDelegate* lastWord() { return std::exchange(delegate_, nullptr); }
 
   DotMacCopyServices services_;
-  CopyDelegate* delegate_ = nullptr;
   std::shared_ptr<DMMemberAccount> ma_;
-  std::shared_ptr<DMTransaction> currentTransaction_;
-  std::shared_ptr<Timer> timer_;  // reports the progress of the upload
+  // Neither is owned: an upload in progress and the timer that reports it own the back-end.
+  std::weak_ptr<DMTransaction> currentTransaction_;
+  std::weak_ptr<Timer> timer_;
+  bool isAborted_ = false;
 };
 
 }  // namespace clipwave

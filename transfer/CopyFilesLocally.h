@@ -65,7 +65,6 @@ class CopyFilesLocally final : public CopyBackEnd {
 
   LocalCopyServices services_;
   std::int64_t wholeFileLimit_;
-  CopyDelegate* delegate_ = nullptr;
   std::shared_ptr<ChunkState> state_;  // the file being copied; none when no copy is in progress
   // Not owned: the pending timer owns the back-end.
   std::weak_ptr<Timer> timer_;

@@ -58,6 +58,17 @@ TEST_F(ControllerTest, StartUpGoesStepByStepInItsOrder) {
   EXPECT_EQ(events_.back(), "new movie");
 }
 
+TEST_F(ControllerTest, AChannelOfTheDotMacMethodGoesToTheIDisk) {
+  program_.launch();
+  ManagedObject& channel = *program_.channels().arrangedObjects().front();
+  channel.setValue("vcURL", "http://host/");
+  channel.setValue("mediaPath", "/Sites");
+  channel.setValue("protocolTag", 2);
+  program_.interface().publishButton.performClick();
+  program_.turn();
+  EXPECT_EQ(program_.dotMac.disk.size(), 3U);
+}
+
 TEST_F(ControllerTest, AnEmptyLibraryGetsOneChannelAndTheFocusLandsInItsTitle) {
   program_.start().awakeFromNib();
   EXPECT_EQ(focus(), &program_.interface().channelTitleTextField);
