@@ -2,28 +2,21 @@
 
 #include <arpa/inet.h>
 
-#include "platform/foundation/ASCII.h"
+#include "platform/dotmac/WebDAVAddress.h"
 #include "platform/foundation/URLs.h"
 
 namespace clipwave {
 namespace {
 
-// What stands between "//" and the path; "" where the text is no web URL.
-std::string_view authorityOf(std::string_view url) {
-  if (!isWebURL(url)) return {};
-  const std::string_view rest = url.substr(url.find("://") + 3);
-  return rest.substr(0, rest.find_first_of("/?#"));
-}
-
-std::string_view hostOf(std::string_view url) {
-  const std::string_view authority = authorityOf(url);
+std::string hostOf(std::string_view url) {
+  const std::string host = hostAndPortOf(url);
   // An IPv6 address holds colons of its own, in brackets.
-  const std::size_t colon = authority.find(':', authority.rfind(']') + 1);
-  return authority.substr(0, colon);
+  const std::size_t bracket = host.rfind(']');
+  return host.substr(0, host.find(':', bracket == host.npos ? 0 : bracket));
 }
 
 bool isThisMachine(const std::string& host) {
-  if (lowerCased(host) == "localhost" || host == "[::1]") return true;
+  if (host == "localhost" || host == "[::1]") return true;
   in_addr address{};
   return ::inet_pton(AF_INET, host.c_str(), &address) == 1 && ntohl(address.s_addr) >> 24 == IN_LOOPBACKNET;
 }
@@ -31,21 +24,22 @@ bool isThisMachine(const std::string& host) {
 }  // namespace
 
 std::string hostAndPortOf(std::string_view url) {
-  const std::string_view authority = authorityOf(url);
-  return std::string(authority.substr(authority.rfind('@') + 1));
+  const std::string origin = originOf(url).value_or("");
+  const std::size_t slashes = origin.find("//");
+  return slashes == origin.npos ? std::string() : origin.substr(slashes + 2);
 }
 
 bool isReadableOnTheWay(std::string_view url) {
-  return schemeOf(url) == "http" && !isThisMachine(std::string(hostOf(url)));
+  return schemeOf(url) == "http" && !isThisMachine(hostOf(url));
 }
 
 std::optional<std::string> troubleWithMemberAddress(std::string_view url) {
-  const std::string_view authority = authorityOf(url);
-  if (authority.find('@') != authority.npos)
+  const std::size_t path = url.find('/', url.find("//") + 2);
+  if (isWebURL(url) && url.substr(0, path).find('@') != url.npos)
     return "An address with a user name or a password in it is not kept; say the address without them.";
-  if (hostOf(url).empty() || !isURL("http://" + std::string(authority)))
+  if (isWebURL(url) && url.find_first_of("?#") != url.npos) return "An address holds no \"?\" and no \"#\".";
+  if (hostOf(url).empty() || !WebDAVAddress::fromText(url))
     return "An address begins with http:// or https:// and the name of a host.";
-  if (url.find_first_of("?#") != url.npos) return "An address holds no \"?\" and no \"#\".";
   return std::nullopt;
 }
 

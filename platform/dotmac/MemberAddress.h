@@ -7,7 +7,7 @@
 
 namespace clipwave {
 
-// The host of a web URL, with its port where it says one; "" for any other text.
+// The host of a web URL, with its port where that is not the scheme's own; "" for any other text.
 std::string hostAndPortOf(std::string_view url);
 // Whether whoever reads the network between here and there can read along: the URL is one of plain http, and
 // its host is not this machine itself.
