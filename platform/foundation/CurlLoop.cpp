@@ -119,7 +119,9 @@ void CurlLoop::State::watch(curl_socket_t socket, int what) {
   if ((what & CURL_POLL_OUT) == 0) {
     watches.writable.reset();
   } else if (!watches.writable) {
-    watches.writable = watchFor(socket, RunLoop::Readiness::Writable, CURL_CSELECT_OUT);
+    // libcurl looks for itself what there is to do. Told to write only, it would break over a connection that
+    // was closed behind an answer, and never read that.
+    watches.writable = watchFor(socket, RunLoop::Readiness::Writable, 0);
   }
 }
 

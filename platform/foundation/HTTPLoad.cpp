@@ -3,28 +3,21 @@
 #include <curl/curl.h>
 
 #include <algorithm>
-#include <limits>
 #include <memory>
 #include <new>
 #include <utility>
 
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/CurlLoop.h"
+#include "platform/foundation/HTTPSetUp.h"
 #include "platform/foundation/URLErrors.h"
 #include "platform/foundation/URLs.h"
 
 namespace clipwave {
 namespace {
 
-constexpr std::size_t kMostHeadBytes = std::size_t{256} << 10;  // of all responses of a load together
 constexpr long kMostRedirects = 10;
-constexpr std::size_t kMostValues = 16;    // of a header that comes several times; libcurl walks to each anew
-constexpr std::size_t kLongestHost = 255;  // bytes; of a name in a sentence
-
-// libcurl takes 0 for no limit at all.
-long milliseconds(Seconds time) {
-  return static_cast<long>(std::clamp(time.count() * 1000, 1.0, double{std::numeric_limits<int>::max()}));
-}
+constexpr std::size_t kMostValues = 16;  // of a header that comes several times; libcurl walks to each anew
 
 // Where the parameter that begins at `start` ends: at the next ";" that no quotes enclose.
 std::size_t parameterEnd(std::string_view text, std::size_t start) {
@@ -56,14 +49,8 @@ bool isResource(long status) {
 }
 
 std::string hostOf(const char* url) {
-  const std::unique_ptr<CURLU, void (*)(CURLU*)> parts(curl_url(), &curl_url_cleanup);
-  char* host = nullptr;
-  if (curl_url_set(parts.get(), CURLUPART_URL, url, 0) != CURLUE_OK ||
-      curl_url_get(parts.get(), CURLUPART_HOST, &host, 0) != CURLUE_OK)
-    return {};
-  std::string name = host;
-  curl_free(host);
-  return name.substr(0, kLongestHost);
+  const std::optional<WebAddress> address = webAddressOf(url);
+  return address ? shownHost(address->host) : std::string();
 }
 
 }  // namespace
@@ -74,27 +61,19 @@ HTTPLoad::HTTPLoad(std::string_view url, Purpose purpose, Seconds timeout, const
   easy_ = curl_easy_init();
   if (easy_ == nullptr) return;
   curl_easy_setopt(easy_, CURLOPT_URL, url_.c_str());
-  curl_easy_setopt(easy_, CURLOPT_PROTOCOLS_STR, "http,https");
-  curl_easy_setopt(easy_, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+  setUpForWeb(easy_, options.userAgent, options.certificateAuthorities);
   curl_easy_setopt(easy_, CURLOPT_FOLLOWLOCATION, 1L);
   curl_easy_setopt(easy_, CURLOPT_MAXREDIRS, kMostRedirects);
   curl_easy_setopt(easy_, CURLOPT_FAILONERROR, 1L);
   // libcurl says nothing of a packed body that has no end.
   curl_easy_setopt(easy_, CURLOPT_HTTP_CONTENT_DECODING, 0L);
-  curl_easy_setopt(easy_, CURLOPT_USERAGENT, options.userAgent.c_str());
-  curl_easy_setopt(easy_, CURLOPT_TIMEOUT_MS, milliseconds(timeout));
-  // A resolver that hangs is left to itself when the time is up.
-  curl_easy_setopt(easy_, CURLOPT_QUICK_EXIT, 1L);
+  curl_easy_setopt(easy_, CURLOPT_TIMEOUT_MS, curlMilliseconds(timeout));
   curl_easy_setopt(easy_, CURLOPT_PREREQFUNCTION, &HTTPLoad::onRequest);
   curl_easy_setopt(easy_, CURLOPT_PREREQDATA, this);
   curl_easy_setopt(easy_, CURLOPT_HEADERFUNCTION, &HTTPLoad::onHead);
   curl_easy_setopt(easy_, CURLOPT_HEADERDATA, this);
   curl_easy_setopt(easy_, CURLOPT_WRITEFUNCTION, &HTTPLoad::onBody);
   curl_easy_setopt(easy_, CURLOPT_WRITEDATA, this);
-  if (!options.certificateAuthorities.empty()) {
-    curl_easy_setopt(easy_, CURLOPT_CAINFO, options.certificateAuthorities.c_str());
-    curl_easy_setopt(easy_, CURLOPT_CAPATH, nullptr);
-  }
   curl_slist* const first = curl_slist_append(nullptr, "Accept-Encoding: gzip, deflate");
   if (purpose == Purpose::Data) {
     curl_slist_append(first, "Cache-Control: no-cache");
@@ -114,19 +93,12 @@ int HTTPLoad::perform() {
 }
 
 int HTTPLoad::onRequest(void* self, char*, char*, int, int) {
-  static_cast<HTTPLoad*>(self)->answer_ = FailedTransfer::Answer::None;
+  static_cast<HTTPLoad*>(self)->head_.begin();
   return CURL_PREREQFUNC_OK;
 }
 
 std::size_t HTTPLoad::onHead(char* bytes, std::size_t size, std::size_t count, void* self) {
-  return static_cast<HTTPLoad*>(self)->takeHead({bytes, size * count}) ? size * count : 0;
-}
-
-bool HTTPLoad::takeHead(std::string_view line) {
-  if (line.starts_with("HTTP/")) answer_ = FailedTransfer::Answer::WithinHead;
-  if (line == "\r\n" || line == "\n") answer_ = FailedTransfer::Answer::HeadComplete;
-  headSize_ += line.size();
-  return headSize_ <= kMostHeadBytes;
+  return static_cast<HTTPLoad*>(self)->head_.take({bytes, size * count}) ? size * count : 0;
 }
 
 std::size_t HTTPLoad::onBody(char* bytes, std::size_t size, std::size_t count, void* self) {
@@ -163,18 +135,14 @@ bool HTTPLoad::keep(std::string_view bytes) {
   return true;
 }
 
-// libcurl takes a connection that ends within the headers for a resource without a body.
-bool HTTPLoad::isWhole() const {
-  return answer_ == FailedTransfer::Answer::HeadComplete && status() >= 200;
-}
-
 Result<LoadedData> HTTPLoad::result(int curlCode) {
-  FailedTransfer failed{curlCode, status(), host(), answer_};
-  if (curlCode == CURLE_OK && !isWhole()) failed.curlCode = CURLE_PARTIAL_FILE;
+  FailedTransfer failed{curlCode, status(), host(), head_.progress()};
+  const bool isWhole = head_.isComplete(failed.status);
+  if (curlCode == CURLE_OK && !isWhole) failed.curlCode = CURLE_PARTIAL_FILE;
   if (failed.curlCode == CURLE_OK && inflater_ && !inflater_->hasEnded())
     failed.curlCode = CURLE_BAD_CONTENT_ENCODING;
   const bool isJudgedHere = failed.curlCode == CURLE_OK || failed.curlCode == CURLE_WRITE_ERROR;
-  if (isJudgedHere && isWhole() && !isResource(failed.status)) failed.curlCode = CURLE_HTTP_RETURNED_ERROR;
+  if (isJudgedHere && isWhole && !isResource(failed.status)) failed.curlCode = CURLE_HTTP_RETURNED_ERROR;
   if (failed.curlCode == CURLE_OK) return LoadedData{std::move(body_), charset()};
   if (hasNoRoom_) return urlError(kURLErrorUnknown, "There is not enough memory for the data.");
   if (bodySize_ > mostBytes_) return tooLargeError(failed.host, mostBytes_);
@@ -182,9 +150,7 @@ Result<LoadedData> HTTPLoad::result(int curlCode) {
 }
 
 long HTTPLoad::status() const {
-  long status = 0;
-  curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &status);
-  return status;
+  return statusOf(easy_);
 }
 
 std::string HTTPLoad::host() const {

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/foundation/HTTPSetUp.h"
 #include "platform/foundation/Inflater.h"
 #include "platform/foundation/URLErrors.h"
 #include "platform/foundation/URLLoading.h"
@@ -39,11 +40,9 @@ class HTTPLoad {
   static std::size_t onHead(char* bytes, std::size_t size, std::size_t count, void* self);
   static std::size_t onBody(char* bytes, std::size_t size, std::size_t count, void* self);
 
-  bool takeHead(std::string_view line);
   bool takeBody(std::string_view bytes);
   bool beginBody();
   bool keep(std::string_view bytes);
-  bool isWhole() const;
   long status() const;
   std::string host() const;
   std::vector<std::string> values(const char* name) const;
@@ -60,8 +59,7 @@ class HTTPLoad {
   std::string body_;
   std::int64_t bodySize_ = 0;  // unpacked
   bool hasNoRoom_ = false;     // the memory was too small for it
-  FailedTransfer::Answer answer_ = FailedTransfer::Answer::None;
-  std::size_t headSize_ = 0;
+  HTTPHead head_;
 };
 
 }  // namespace clipwave

@@ -103,7 +103,8 @@ std::string sentence(const FailedTransfer& failed, URLErrorCode code) {
     return "The file of trusted certificates could not be read.";
   switch (code) {
     case kURLErrorTimedOut:
-      return server + " did not send everything in time.";
+      return server +
+             (failed.isUpload ? " did not take everything in time." : " did not send everything in time.");
     case kURLErrorCannotFindHost:
       return server + " could not be found.";
     case kURLErrorCannotConnectToHost:
@@ -121,7 +122,7 @@ std::string sentence(const FailedTransfer& failed, URLErrorCode code) {
     case kURLErrorSecureConnectionFailed:
       return server + " made no secure connection.";
     default:
-      return "Loading from " + quoted(failed.host) +
+      return (failed.isUpload ? "Sending to " : "Loading from ") + quoted(failed.host) +
              " failed: " + curl_easy_strerror(static_cast<CURLcode>(failed.curlCode)) + ".";
   }
 }
@@ -147,6 +148,16 @@ Error tooLargeError(std::string_view name, std::int64_t most) {
       most % kMebibyte == 0 ? std::to_string(most / kMebibyte) + " MiB" : std::to_string(most) + " bytes";
   return urlError(kURLErrorDataLengthExceedsMaximum,
                   "The data from " + quoted(name) + " are larger than " + limit + ".");
+}
+
+Error insecureConnectionError(std::string_view host) {
+  return urlError(kURLErrorInsecureConnection, "The connection to the server " + quoted(host) +
+                                                   " is not encrypted, so the password was not sent.");
+}
+
+Error cannotReadSourceError(std::string_view host) {
+  return urlError(kURLErrorCannotReadSource,
+                  "The file for the server " + quoted(host) + " could not be read to its end.");
 }
 
 Error transferError(const FailedTransfer& failed) {

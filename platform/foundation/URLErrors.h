@@ -18,6 +18,9 @@ Error badURLError();
 Error unsupportedURLError(std::string_view scheme);
 // `name`: the host or file; `most`: how many bytes would have been taken.
 Error tooLargeError(std::string_view name, std::int64_t most);
+Error insecureConnectionError(std::string_view host);
+// Of the file that was to be sent to the host.
+Error cannotReadSourceError(std::string_view host);
 
 // What is known of a transfer that libcurl gave up, or whose answer is not what was asked for.
 struct FailedTransfer {
@@ -28,6 +31,8 @@ struct FailedTransfer {
   std::string host;
   // How far the answer to the last request had come.
   enum class Answer { None, WithinHead, HeadComplete } answer = Answer::None;
+  // Whether there was something to send.
+  bool isUpload = false;
 };
 Error transferError(const FailedTransfer& failed);
 

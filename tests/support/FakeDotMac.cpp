@@ -17,6 +17,10 @@ class FakeDotMac::Transaction final : public DMTransaction, public std::enable_s
   void finish() {
     const auto failing = kit_.failingUploads.find(path);
     errorType_ = failing != kit_.failingUploads.end() ? failing->second : source ? 0 : kDMInvalidParameter;
+    for (const std::string& component : pathComponents(path))
+      if (component == "." || component == "..") errorType_ = kDMInvalidParameter;
+    const auto there = kit_.disk.find(path);
+    if (errorType_ == 0 && there != kit_.disk.end() && !there->second) errorType_ = kDMResourceExists;
     const auto parent = kit_.disk.find(stringByDeletingLastPathComponent(path));
     if (errorType_ == 0 && (parent == kit_.disk.end() || parent->second)) errorType_ = kDMResourceNotFound;
     if (errorType_ != 0) return end(&DMTransactionDelegate::transactionHadError, {});

@@ -43,7 +43,10 @@ class FakeDotMac final : public DotMacKit {
   class Transaction;
 
   static std::string placeOf(std::string_view path) {
-    return path.starts_with('/') ? std::string(path) : "/" + std::string(path);
+    std::string place = "/";
+    for (const std::string& component : pathComponents(path))
+      place = stringByAppendingPathComponent(place, component);
+    return place;
   }
 
   RunLoop& runLoop_;

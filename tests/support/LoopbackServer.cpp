@@ -37,6 +37,35 @@ bool LoopbackConnection::pause(Seconds time) {
   return ::poll(&polled, 1, static_cast<int>(time.count() * 1000)) == 0;
 }
 
+bool LoopbackConnection::receive(std::string& bytes) {
+  char buffer[64 * 1024];
+  const ssize_t count = ::recv(socket_, buffer, sizeof buffer, 0);
+  if (count > 0) bytes.append(buffer, static_cast<std::size_t>(count));
+  return count > 0;
+}
+
+bool LoopbackConnection::receiveHead(int connection) {
+  request_ = {"", "", connection};
+  isKeptOpen_ = false;
+  while (request_.head.find("\r\n\r\n") == request_.head.npos) {
+    if (!receive(request_.head)) return false;
+  }
+  const std::size_t end = request_.head.find("\r\n\r\n") + 4;
+  request_.body = request_.head.substr(end);
+  request_.head.resize(end);
+  return true;
+}
+
+bool LoopbackConnection::receiveBody() {
+  const std::size_t size = std::strtoull(request_.header("Content-Length").c_str(), nullptr, 10);
+  if (!request_.header("Expect").empty() && !send("HTTP/1.1 100 Continue\r\n\r\n")) return false;
+  while (request_.body.size() < size) {
+    if (!receive(request_.body)) return false;
+  }
+  bodyReceived_();
+  return true;
+}
+
 LoopbackServer::LoopbackServer() : listening_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
@@ -72,6 +101,12 @@ void LoopbackServer::answer(std::string_view path, std::string response) {
 }
 
 void LoopbackServer::answer(std::string_view path, Answer answer) {
+  answerHead(path, [answer = std::move(answer)](LoopbackConnection& connection) {
+    if (connection.receiveBody()) answer(connection);
+  });
+}
+
+void LoopbackServer::answerHead(std::string_view path, Answer answer) {
   const std::lock_guard lock(mutex_);
   answers_[std::string(path)] = std::move(answer);
 }
@@ -82,28 +117,35 @@ std::vector<LoopbackRequest> LoopbackServer::requests() const {
 }
 
 void LoopbackServer::acceptConnections() {
-  for (int socket = 0; (socket = ::accept4(listening_, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;)
-    connections_.emplace_back(socket, [this, socket] { serve(socket); });
+  for (int socket = 0; (socket = ::accept4(listening_, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
+    const int connection = static_cast<int>(connections_.size());
+    connections_.emplace_back(socket, [this, socket, connection] { serve(socket, connection); });
+  }
 }
 
-void LoopbackServer::serve(int socket) {
-  LoopbackRequest request;
-  char buffer[16 * 1024];
-  while (request.head.find("\r\n\r\n") == request.head.npos) {
-    const ssize_t count = ::recv(socket, buffer, sizeof buffer, 0);
-    if (count <= 0) return;
-    request.head.append(buffer, static_cast<std::size_t>(count));
-  }
-  Answer answer = [](LoopbackConnection& client) { client.send(httpResponse(404, "Not here.")); };
-  {
-    const std::lock_guard lock(mutex_);
-    requests_.push_back(request);
-    const auto found = answers_.find(request.path());
-    if (found != answers_.end()) answer = found->second;
-  }
+void LoopbackServer::serve(int socket, int number) {
   LoopbackConnection connection(socket);
-  answer(connection);
+  do {
+    if (!connection.receiveHead(number)) break;
+    Answer answer = [](LoopbackConnection& client) { client.send(httpResponse(404, "Not here.")); };
+    std::size_t index = 0;
+    {
+      const std::lock_guard lock(mutex_);
+      index = requests_.size();
+      requests_.push_back(connection.request());
+      const auto found = answers_.find(connection.request().path());
+      if (found != answers_.end()) answer = found->second;
+    }
+    connection.bodyReceived_ = [&] {
+      const std::lock_guard lock(mutex_);
+      requests_[index].body = connection.request().body;
+    };
+    answer(connection);
+  } while (connection.isKeptOpen_);
   ::shutdown(socket, SHUT_RDWR);
+  // Whoever still sends is to meet a closed connection, not a full one.
+  for (std::string rest; connection.receive(rest); rest.clear()) {
+  }
 }
 
 std::string httpResponse(int status, std::string_view body, const std::vector<std::string>& headers) {

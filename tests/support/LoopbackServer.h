@@ -17,26 +17,40 @@ namespace clipwave::testing {
 
 struct LoopbackRequest {
   std::string head;  // request line and headers
+  std::string body = {};
+  int connection = 0;  // on which it came; they are numbered
 
+  std::string method() const { return head.substr(0, head.find(' ')); }
   std::string path() const;                         // with its query
   std::string header(std::string_view name) const;  // "" when the request has none of that name
 };
 
-// The connection on which a request came; it ends when its answer has returned.
+// The connection on which a request came; it ends when its answer has returned, unless that keeps it open.
 class LoopbackConnection {
  public:
   explicit LoopbackConnection(int socket) : socket_(socket) {}
+  const LoopbackRequest& request() const { return request_; }
   // False when the client has gone or the server ends; then the answer has to return.
   bool send(std::string_view bytes);
   bool pause(Seconds time);
+  // Reads what the head says that comes; asks for it where the client waits to be asked.
+  bool receiveBody();
+  // The answer tells where it ends, and another request may follow.
+  void keepOpen() { isKeptOpen_ = true; }
 
  private:
+  friend class LoopbackServer;
+  bool receive(std::string& bytes);
+  bool receiveHead(int connection);
+
   int socket_;
+  LoopbackRequest request_;
+  std::function<void()> bodyReceived_;
+  bool isKeptOpen_ = false;
 };
 
-// Serves any number of connections at once, each on a thread of its own, one request on each, whose body is
-// not read. A path without an answer is 404. Its end breaks off what is under way. While it
-// lives, the environment asks for no proxy.
+// Serves any number of connections at once, each on a thread of its own. A path without an answer is 404. Its
+// end breaks off what is under way. While it lives, the environment asks for no proxy.
 class LoopbackServer {
  public:
   using Answer = std::function<void(LoopbackConnection&)>;
@@ -52,12 +66,14 @@ class LoopbackServer {
   // called on the connection's thread.
   void answer(std::string_view path, std::string response);
   void answer(std::string_view path, Answer answer);
+  // The same, called when only the head has come.
+  void answerHead(std::string_view path, Answer answer);
   // All that has come so far, in the order of arrival.
   std::vector<LoopbackRequest> requests() const;
 
  private:
   void acceptConnections();
-  void serve(int socket);
+  void serve(int socket, int connection);
 
   EnvironmentVariable noProxy_{"no_proxy", "*"};
   int listening_ = -1;

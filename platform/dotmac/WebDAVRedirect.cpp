@@ -1,0 +1,62 @@
+#include "platform/dotmac/WebDAVRedirect.h"
+
+#include <algorithm>
+
+#include "platform/dotmac/WebDAVAddress.h"
+#include "platform/dotmac/WebDAVErrors.h"
+#include "platform/foundation/URLs.h"
+
+namespace clipwave {
+namespace {
+
+Error refused(std::string sentence) {
+  return dotMacError(kDMResourceNotFound, std::move(sentence));
+}
+
+// What a Location header means as seen from a URL.
+std::string resolved(std::string_view location, std::string_view base) {
+  location = location.substr(0, location.find('#'));
+  if (location.starts_with("//")) return schemeOf(base) + ":" + std::string(location);
+  if (location.find("://") < location.find_first_of("/?")) return std::string(location);
+  if (location.starts_with('/')) return originOf(base).value_or("") + std::string(location);
+  return std::string(base.substr(0, base.rfind('/') + 1)) + std::string(location);
+}
+
+// A server that moved a folder redirects what is in it: what the old and the new URL end in alike is the path
+// within the folder, and the rest is where the folder was and where it is.
+std::string movedAlong(std::string_view destination, std::string_view from, std::string_view to) {
+  const auto ends = std::mismatch(from.rbegin(), from.rend(), to.rbegin(), to.rend());
+  std::size_t common = static_cast<std::size_t>(ends.first - from.rbegin());
+  while (common > 0 && from[from.size() - common] != '/') --common;
+  const std::string_view oldFolder = from.substr(0, from.size() - common);
+  if (common == 0 || !destination.starts_with(oldFolder)) return std::string(destination);
+  return std::string(to.substr(0, to.size() - common)) + std::string(destination.substr(oldFolder.size()));
+}
+
+}  // namespace
+
+bool isRedirect(const HTTPResponse& response) {
+  return response.status >= 300 && response.status < 400;
+}
+
+Result<void> followRedirect(HTTPRequest& request, const HTTPResponse& response) {
+  const std::string answered = "The server answered " + std::to_string(response.status);
+  const auto location = response.headers.find("location");
+  const long status = response.status;
+  if (status != 301 && status != 302 && status != 307 && status != 308)
+    return refused(answered + ", which is no answer to such a request.");
+  if (location == response.headers.end() || location->second.empty())
+    return refused(answered + ", and not where to ask instead.");
+  const std::string target = resolved(location->second, request.url);
+  const auto origin = originOf(target);
+  if (!origin) return refused(answered + ", with an address that leads out of the web.");
+  if (origin != originOf(request.url))
+    return refused(answered + " and leads to \u201c" + *origin +
+                   "\u201d, where the password must not go; enter that address if it is the right one.");
+  for (auto& [name, value] : request.headers)
+    if (name == "Destination") value = movedAlong(value, request.url, target);
+  request.url = target;
+  return {};
+}
+
+}  // namespace clipwave

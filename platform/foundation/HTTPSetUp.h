@@ -1,0 +1,55 @@
+// What every transfer over http and https has in common, whatever it is for. Internal to this room.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/foundation/Clock.h"
+#include "platform/foundation/URLErrors.h"
+
+namespace clipwave {
+
+// As libcurl takes times: at least 1, as 0 is no limit at all.
+long curlMilliseconds(Seconds time);
+
+// Keeps the transfer of `easy`, a CURL*, to http and https and to certificates that are trusted.
+// `certificateAuthorities`: as in URLLoadingOptions.
+void setUpForWeb(void* easy, const std::string& userAgent, const std::string& certificateAuthorities);
+
+// The last status that came; 0 before the first.
+long statusOf(void* easy);
+
+// The parts of a web URL, as libcurl takes them when it connects.
+struct WebAddress {
+  std::string host;    // an IPv6 address in its brackets
+  std::string origin;  // scheme, host and port, in lower case
+  bool isEncrypted = false;
+  bool isLoopback = false;
+  bool hasUserInfo = false;
+};
+// Nothing where libcurl sees no host.
+std::optional<WebAddress> webAddressOf(const char* url);
+// The host, not too long for a sentence.
+std::string shownHost(std::string_view host);
+
+// Follows the heads of the answers that come, one after the other, over one transfer.
+class HTTPHead {
+ public:
+  // A request goes out; nothing of its answer is there yet.
+  void begin() { progress_ = FailedTransfer::Answer::None; }
+  // Takes a line as libcurl hands it out; false when there have been too many bytes of them.
+  bool take(std::string_view line);
+  FailedTransfer::Answer progress() const { return progress_; }
+  // Whether the head of an answer is all there. libcurl takes a connection that ends before for an answer
+  // without a body.
+  bool isComplete(long status) const {
+    return progress_ == FailedTransfer::Answer::HeadComplete && status >= 200;
+  }
+
+ private:
+  FailedTransfer::Answer progress_ = FailedTransfer::Answer::None;
+  std::size_t size_ = 0;
+};
+
+}  // namespace clipwave
