@@ -205,6 +205,7 @@ TEST_F(HTTPClientTest, AWordOfRefusalInMidUploadIsHeardAndOneOfSuccessIsNotBelie
                                                           {"HTTP/1.1 403 No\r\n\r\nNo.", "403 No."},
                                                           {httpResponse(201, ""), "-1005 "},
                                                           {"HTTP/1.1 413 Too", "-1005 "},
+                                                          {"220 ready\r\n", "-1011 "},
                                                           {"", "-1005 "}};
   const HTTPRequest request = put(30'000'000);
   for (const auto& [answer, expected] : kAnswers) {
