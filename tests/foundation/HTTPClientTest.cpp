@@ -197,6 +197,9 @@ TEST_F(HTTPClientTest, AFileIsSentAsLongAsItWasOrNotAtAll) {
   const HTTPRequest closed = put(20);
   closed.file->closeFile();
   EXPECT_THAT(both(closed), StartsWith("-3001 "));
+  HTTPRequest device = put(0);
+  device.file = files_->fileHandleForReadingAtPath("/dev/zero");
+  EXPECT_THAT(both(device), StartsWith("-3001 "));
 }
 
 TEST_F(HTTPClientTest, AWordOfRefusalInMidUploadIsHeardAndOneOfSuccessIsNotBelieved) {
