@@ -30,15 +30,24 @@ class PasswordFile {
     if (password.empty() && !kept->contains(keyOf(account))) return {};
     kept->erase(keyOf(account));
     if (!password.empty()) kept->emplace(keyOf(account), Value::data(password));
-    // A file that others may read would keep its permissions, and a link would lead the passwords elsewhere.
-    if (files_.fileAttributesAtPath(path_, false)) {
-      if (auto removed = files_.removeFileAtPath(path_); !removed || kept->empty()) return removed;
-    }
-    auto folder = createFolderWithParents(files_, stringByDeletingLastPathComponent(path_), 0700);
-    return folder ? files_.writeAtomically(dataFromPropertyList(*kept), path_, 0600) : folder;
+    if (kept->empty()) return remove(path_);
+    if (auto folder = createFolderWithParents(files_, stringByDeletingLastPathComponent(path_), 0700);
+        !folder)
+      return folder;
+    // A file that others may read would keep its permissions, and a link would lead the passwords elsewhere;
+    // so a new file takes its place. It is whole before the old one goes: the disk may be full.
+    const std::string fresh = path_ + ".new";
+    auto done = remove(fresh);
+    if (done) done = files_.writeAtomically(dataFromPropertyList(*kept), fresh, 0600);
+    if (done) done = remove(path_);
+    return done ? files_.movePath(fresh, path_) : done;
   }
 
  private:
+  // Nothing there is as good.
+  Result<void> remove(const std::string& path) {
+    return files_.fileAttributesAtPath(path, false) ? files_.removeFileAtPath(path) : Result<void>();
+  }
   static std::string keyOf(const SecretAccount& account) { return account.address + " " + account.member; }
 
   Result<Dictionary> read() {
