@@ -44,7 +44,8 @@ class DMTransaction {
   // Of a transaction that had an error; 0 otherwise.
   virtual int errorType() const = 0;
   // Stops it; transactionAborted follows from the loop once nothing is left of it on the server, in a few
-  // seconds at the latest. Does nothing when the transaction has ended or was aborted before.
+  // seconds at the latest, or transactionSuccessful where it turns out to have been done by then. Does
+  // nothing when the transaction has ended or was aborted before.
   virtual void abort() = 0;
   // Of a completed query; null otherwise.
   virtual Value result() const = 0;
