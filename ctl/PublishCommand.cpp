@@ -14,9 +14,11 @@ namespace {
 
 enum class Existing { Ask, Replace, Keep };
 
-// What becomes of a file that exists at the destination.
-std::optional<Alert::Answer> answerForExistingFile(Companion& companion, Alert& alert, Existing existing,
-                                                   int interrupts) {
+// Above all, what becomes of a file that exists at the destination.
+std::optional<Alert::Answer> answerFor(Companion& companion, Alert& alert, Existing existing,
+                                       int interrupts) {
+  // A run that a timer starts takes nobody to the page for signing up.
+  if (alert.title == "No .Mac Account!") return declineAtTerminal(alert);
   if (alert.title != "File Exists!") return std::nullopt;
   if (existing == Existing::Replace) return Alert::Answer::Alternate;
   if (existing == Existing::Keep) {
@@ -157,9 +159,8 @@ ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
   Interrupts interrupts(companion.runLoop(), [&run] {
     if (run.isCopying()) run.save();
   });
-  companion.shell().setAnswerer([&](Alert& alert) {
-    return answerForExistingFile(companion, alert, existing, interrupts.descriptor());
-  });
+  companion.shell().setAnswerer(
+      [&](Alert& alert) { return answerFor(companion, alert, existing, interrupts.descriptor()); });
   companion.interface().publishButton.performClick();
   if (!outcome) companion.runLoop().run();
   if (::isatty(STDERR_FILENO) != 0) std::cerr << "\r\033[K" << std::flush;

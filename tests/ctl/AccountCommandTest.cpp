@@ -90,6 +90,7 @@ TEST_F(Account, DecidesWhereAChannelMayGo) {
   EXPECT_EQ(destination(), "1 /pub http://127.0.0.1/ http://h/b");
   library.done("set Bread protocolTag=2");
   account({"--server", ""});
+  EXPECT_THAT(library.run("publish"), Fails(1, "No .Mac Account!: You have not"));
   EXPECT_THAT(library.run("set Bread protocolTag=2 vcTitle=Cake"),
               Fails(1, "No .Mac Account!: You have not"));
   EXPECT_EQ(destination(), "1" + onDisk.substr(1));
