@@ -16,6 +16,8 @@ constexpr const char* kAddress = "dotMacAddress";
 constexpr const char* kMember = "dotMacMemberName";
 constexpr const char* kHomePage = "dotMacHomePageURL";
 constexpr const char* kPlainHTTP = "dotMacAllowsPlainHTTP";
+constexpr const char* kReadableOnTheWay =
+    "Over plain http anyone on the way can read the password. Use https, or say --allow-plain-http.";
 constexpr const char* kNoAccount = "No .Mac account is set up. Say --server and --member.";
 
 struct AccountOptions {
@@ -115,9 +117,7 @@ bool isAcceptable(Companion& companion, const AccountOptions& options) {
   }
   const bool allowsPlainHTTP = options.allowsPlainHTTP.value_or(companion.defaults().boolean(kPlainHTTP));
   if (options.server && isReadableOnTheWay(*options.server) && !allowsPlainHTTP) {
-    usageError(
-        "Over plain http anyone on the way can read the password. Use https, or say "
-        "--allow-plain-http.");
+    usageError(kReadableOnTheWay);
     return false;
   }
   if (options.wantsPassword && !isConfigured(accountOf(companion, options))) {
@@ -143,6 +143,9 @@ ExitStatus check(Companion& companion) {
   const ApplicationServices& services = companion.services();
   const auto account = services.dotMac.accountFromPreferencesWithApplicationID(CopyFiles::kApplicationID);
   if (!account) return failure(kNoAccount);
+  // The service could only say that the password was not accepted, which nobody has been shown.
+  if (isReadableOnTheWay(services.defaults.string(kAddress)) && !services.defaults.boolean(kPlainHTTP))
+    return failure(kReadableOnTheWay);
   account->setIsSynchronous(true);
   const int answer = account->validateCredentials();
   if (answer == kDMCredentialsAccepted) {

@@ -67,6 +67,7 @@ TEST_F(Account, RefusesAddressesThatWouldGiveThePasswordAwayAndKeepsNothingOfThe
     EXPECT_THAT(account(line, "x\n"), Exits(2)) << line;
   EXPECT_EQ(settings(), before);
   EXPECT_THAT(account("--allow-plain-http --server http://h.invalid/"), Exits(0));
+  EXPECT_THAT(account("--member ann --forbid-plain-http --check"), Fails(1, "Over plain http anyone"));
 }
 
 TEST_F(Account, DecidesWhereAChannelMayGo) {
