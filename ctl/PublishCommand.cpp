@@ -47,6 +47,7 @@ std::string sentenceFor(PublishOutcome outcome, const std::optional<Error>& erro
     case PublishOutcome::NotSaved:
       return error ? error->localizedDescription : "The library could not be saved. Nothing was published.";
     case PublishOutcome::Refused:
+    case PublishOutcome::ConnectionError:
       return "The run has stopped at \"" + currentTitle(companion) +
              "\". This channel and later ones were not published.";
     case PublishOutcome::Aborted:

@@ -90,6 +90,9 @@ TEST_F(Account, DecidesWhereAChannelMayGo) {
   library.done("set Bread protocolTag=1 mediaPath=/pub vcURL=http://h/b");
   EXPECT_EQ(destination(), "1 /pub http://127.0.0.1/ http://h/b");
   library.done("set Bread protocolTag=2");
+  account("--password", "wrong");
+  EXPECT_THAT(library.run("publish"),
+              AllOf(Fails(1, ".Mac Error!: Username"), Fails(1, "stopped at \"Bread\"")));
   account({"--server", ""});
   EXPECT_THAT(library.run("publish"), Fails(1, "No .Mac Account!: You have not"));
   EXPECT_THAT(library.run("set Bread protocolTag=2 vcTitle=Cake"),
