@@ -60,6 +60,15 @@ std::optional<std::string> CopyFiles::dmusername(DotMacKit& dotMac) {
   return account->name();
 }
 
+void CopyFiles::offerToSignUp(Application& application, DotMacKit& dotMac) {
+  const Alert::Answer answer = application.runCriticalAlertPanel(
+      "No .Mac Account!",
+      "You have not signed up for .Mac yet or entered your information into the .Mac System Preference.  "
+      "Do you want to go to .Mac and sign up?",
+      "OK", "Cancel");
+  if (answer == Alert::Answer::Default) dotMac.signUpNewMember();
+}
+
 bool CopyFiles::copyFiles(const std::vector<CopyEntry>& files, const std::optional<std::string>& toDirectory,
                           CopyDelegate& sender) {
   delegate_ = &sender;
@@ -83,12 +92,7 @@ bool CopyFiles::copyFiles(const std::vector<CopyEntry>& files, const std::option
 bool CopyFiles::isMembershipValid() {
   ma_ = services_.dotMac.accountFromPreferencesWithApplicationID(kApplicationID);
   if (!ma_) {
-    const Alert::Answer answer = services_.application.runCriticalAlertPanel(
-        "No .Mac Account!",
-        "You have not signed up for .Mac yet or entered your information into the .Mac System Preference.  "
-        "Do you want to go to .Mac and sign up?",
-        "OK", "Cancel");
-    if (answer == Alert::Answer::Default) services_.dotMac.signUpNewMember();
+    offerToSignUp(services_.application, services_.dotMac);
     return false;
   }
   ma_->setIsSynchronous(true);

@@ -47,6 +47,8 @@ class CopyFiles final : public CopyBackEnd, public DMTransactionDelegate {
 
   // The configured member's name; none when no account is configured.
   static std::optional<std::string> dmusername(DotMacKit& dotMac);
+  // Says that no account is configured; "OK" opens the page for signing up.
+  static void offerToSignUp(Application& application, DotMacKit& dotMac);
 
   // Blocks while the service checks the membership and the destination. No directory: the iDisk's top level.
   bool copyFiles(const std::vector<CopyEntry>& files, const std::optional<std::string>& toDirectory,
