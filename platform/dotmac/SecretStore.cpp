@@ -30,16 +30,24 @@ class PasswordFile {
     if (password.empty() && !kept->contains(keyOf(account))) return {};
     kept->erase(keyOf(account));
     if (!password.empty()) kept->emplace(keyOf(account), Value::data(password));
-    // A file that others may read would keep its permissions, and a link would lead the passwords elsewhere.
-    if (files_.fileAttributesAtPath(path_, false)) {
-      if (auto removed = files_.removeFileAtPath(path_); !removed || kept->empty()) return removed;
-    }
-    auto folder = createFolderWithParents(files_, stringByDeletingLastPathComponent(path_), 0700);
-    return folder ? files_.writeAtomically(dataFromPropertyList(*kept), path_, 0600) : folder;
+    if (kept->empty()) return remove(path_);
+    auto done = createFolderWithParents(files_, stringByDeletingLastPathComponent(path_), 0700);
+    // Written in place, a file that others may read would keep its permissions, and a link would lead the
+    // passwords elsewhere. The old ones go when the new ones are there.
+    const std::string written = path_ + ".new";
+    if (done) done = remove(written);
+    if (done) done = files_.writeAtomically(dataFromPropertyList(*kept), written, 0600);
+    if (done) done = remove(path_);
+    return done ? files_.movePath(written, path_) : done;
   }
 
  private:
   static std::string keyOf(const SecretAccount& account) { return account.address + " " + account.member; }
+
+  // Of a link, the link.
+  Result<void> remove(const std::string& path) {
+    return files_.fileAttributesAtPath(path, false) ? files_.removeFileAtPath(path) : Result<void>();
+  }
 
   Result<Dictionary> read() {
     if (!isPossible() || !files_.fileExistsAtPath(path_)) return Dictionary();

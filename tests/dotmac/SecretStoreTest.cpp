@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "tests/support/FakeFileManager.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace clipwave {
@@ -58,7 +59,7 @@ class SecretStoreTest : public ::testing::Test {
     return ::lstat(path_.c_str(), &status) == 0 ? status.st_mode & 07777U : 0U;
   }
   const TemporaryFolder folder_;
-  const std::unique_ptr<FileManager> files_ = makeFileManager();
+  const std::unique_ptr<FakeFileManager> files_ = std::make_unique<FakeFileManager>();
   const std::string path_ = folder_ / "config/Clipwave/password";
 };
 
@@ -75,6 +76,9 @@ TEST_F(SecretStoreTest, WithoutASecretServiceAFileThatOnlyItsOwnerReadsServes) {
   EXPECT_EQ(mode(), 0600U);
   EXPECT_EQ(readFile(folder_ / "elsewhere"), "<plist><dict/></plist>");
   ASSERT_EQ(::chmod(path_.c_str(), 0644), 0);
+  files_->fail("writeAtomically", "");
+  EXPECT_FALSE(setPassword(kBob, "other"));
+  files_->failNothing();
   ASSERT_TRUE(setPassword(kBob, "other"));
   EXPECT_EQ(mode(), 0600U);
   EXPECT_EQ(password(kAnn), odd);
