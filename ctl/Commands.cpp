@@ -72,7 +72,9 @@ const std::vector<Command>& commandTable() {
        "read. Then,\n"
        "and with --check, the server is asked whether it accepts it. Over plain http to another machine only "
        "with\n"
-       "--allow-plain-http. Does not open the library.\n",
+       "--allow-plain-http. Does not open the library: a channel takes another member or home page over when "
+       "set\n"
+       "gives it protocolTag=2 again.\n",
        0, false, runAccount},
       {"defaults", "[KEY[=VALUE]...]", "Show or set the user defaults",
        "Without arguments all of them. KEY= goes back to the initial value; booleans are 0 and 1.\n", 0,
