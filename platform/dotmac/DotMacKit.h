@@ -96,8 +96,9 @@ class DMiDiskSession {
   // Makes one folder whose parent exists; false when it was not made.
   virtual bool createDirectoryAtPath(std::string_view path) = 0;
   // Starts uploading a local file and answers its transaction. What is at `toPath` is replaced when, and only
-  // when, the whole file has arrived: until then the file goes by another name in the same folder. Failures and
-  // aborts leave nothing of that where the server can still be asked; else the next upload to `toPath` does.
+  // when, the whole file has arrived: until then the file goes by another name in the same folder. Failures
+  // and aborts leave nothing of that where the server can still be asked; else the next upload to `toPath`
+  // does.
   virtual std::shared_ptr<DMTransaction> putLocalFileAtPath(std::string_view localPath,
                                                             std::string_view toPath) = 0;
 };
