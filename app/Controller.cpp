@@ -46,7 +46,9 @@ Controller::Controller(const ApplicationServices& services, lanternAppDelegate& 
            interface.prefWindow, interface.editImagePropsWindow, interface.vodcastController,
            interface.channelController, interface.imageController}),
       windowLayout_(interface.mainWindow, interface.lowerView, interface.channelController,
-                    services.defaults) {
+                    services.defaults),
+      publishMethod_({services.application, interface.channelController, services.dotMac, windowLayout_,
+                      [this] { return delegate_.managedObjectContext(); }}) {
   installInitialDefaults();
   interface_.vcastTableView.setDelegate(&episodeListEditing_);
   interface_.channelTableView.setDelegate(&episodeListEditing_);
@@ -57,10 +59,13 @@ Controller::Controller(const ApplicationServices& services, lanternAppDelegate& 
     }
     publishRun_.save();
   });
+  interface_.protocolPopUp.setAction(
+      [this] { publishMethod_.changePublishMethod(interface_.protocolPopUp); });
 }
 
 Controller::~Controller() {
   observations_.clear();
+  interface_.protocolPopUp.setAction(nullptr);
   interface_.publishButton.setAction(nullptr);
   interface_.vcastTableView.setDelegate(nullptr);
   interface_.channelTableView.setDelegate(nullptr);
@@ -99,7 +104,7 @@ void Controller::awakeWithoutWindow() {
 
 void Controller::observeNotifications() {
   observations_.push_back(services_.notifications.observe(
-      kProtocolDidChange, [this](const Notification&) { protocolChanged(); }));
+      kProtocolDidChange, [this](const Notification&) { publishMethod_.protocolChanged(); }));
   observations_.push_back(
       services_.notifications.observe("recordingStarted", [this](const Notification& notification) {
         if (recordingObserver_ != nullptr) recordingObserver_->recordingStarted(notification);
@@ -182,10 +187,6 @@ void Controller::observeValueForKeyPath(std::string_view keyPath) {
     interface_.mainWindow.makeFirstResponder(&interface_.channelTitleTextField);
     addedNewChannel_ = false;
   }
-}
-
-void Controller::protocolChanged() {
-  windowLayout_.updateWindowSize();
 }
 
 WindowController& Controller::aboutWindowController() {

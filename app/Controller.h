@@ -21,6 +21,7 @@
 #include "publish/SubscriptionHandOff.h"
 #include "transfer/CopyFilesLocally.h"
 #include "ui/EpisodeListEditing.h"
+#include "ui/PublishMethod.h"
 #include "ui/WindowLayout.h"
 
 namespace clipwave {
@@ -49,8 +50,6 @@ class Controller {
   void awakeWithoutWindow();
 
   void observeValueForKeyPath(std::string_view keyPath);
-  // The publish method of a channel was set: re-lays the window.
-  void protocolChanged();
   WindowController& aboutWindowController();
   void showAboutWindow();
   // None, or who handles recordings from now on; not owned.
@@ -66,6 +65,7 @@ class Controller {
   FeedImport& feedImport() { return feedImport_; }
   EpisodeListEditing& episodeListEditing() { return episodeListEditing_; }
   WindowLayout& windowLayout() { return windowLayout_; }
+  PublishMethod& publishMethod() { return publishMethod_; }
   const LanguageDataSource& languageDataSource() const { return languageDataSource_; }
   const FeedMappings& vodcastMappings() const { return vodcastMappings_; }
   const FeedMappings& channelMappings() const { return channelMappings_; }
@@ -105,6 +105,7 @@ class Controller {
   FeedImport feedImport_;
   EpisodeListEditing episodeListEditing_;
   WindowLayout windowLayout_;
+  PublishMethod publishMethod_;
   std::unique_ptr<UpdateCheck> updateCheck_;
   std::unique_ptr<WindowController> aboutWindowController_;
   RecordingObserver* recordingObserver_ = nullptr;

@@ -1,5 +1,7 @@
 #include "app/MainInterface.h"
 
+#include "model/Channel.h"
+
 namespace clipwave {
 
 MainInterface::MainInterface(const ApplicationServices& services)
@@ -14,6 +16,7 @@ MainInterface::MainInterface(const ApplicationServices& services)
   lowerView.setFrame({{0, kLowerViewOriginY}, {1024, 240}});
   publishButton.setTitle("Publish");
   copyStatusTextField.setHidden(true);
+  protocolPopUp.setItems({{"Folder", kFolderMethod}, {".Mac", kDotMacMethod}});
 }
 
 }  // namespace clipwave

@@ -6,6 +6,7 @@
 #include "platform/appkit/ArrayController.h"
 #include "platform/appkit/Controls.h"
 #include "platform/appkit/MovieView.h"
+#include "platform/appkit/PopUpBinding.h"
 #include "platform/appkit/TableView.h"
 #include "platform/appkit/TextView.h"
 #include "platform/appkit/Window.h"
@@ -44,6 +45,10 @@ struct MainInterface {
   TextField copyStatusTextField;
   ProgressIndicator copyStatus;
   Button publishButton;
+  PopUpButton protocolPopUp;
+
+ private:
+  PopUpBinding protocolBinding_{protocolPopUp, channelController, "protocolTag"};
 };
 
 }  // namespace clipwave

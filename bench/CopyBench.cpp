@@ -1,13 +1,9 @@
 // The local copy of 1 GiB, and how long it holds up the run loop. The first argument names the folder of the
 // file system to copy on.
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 
 #include "bench/BenchProgram.h"
+#include "bench/LargeMovie.h"
 #include "bench/Measure.h"
 #include "transfer/CopyFilesLocally.h"
 
@@ -34,15 +30,6 @@ class Listener final : public CopyDelegate {
   RunLoop& runLoop_;
 };
 
-void makeMovie(const std::string& path) {
-  std::ofstream out(path, std::ios::binary);
-  std::string megabyte(1 << 20, '\0');
-  unsigned seed = 1;
-  for (char& c : megabyte) c = static_cast<char>((seed = seed * 1664525U + 1013904223U) >> 24);
-  for (std::size_t i = 0; i < kMegabytes; ++i)
-    out.write(megabyte.data(), static_cast<std::streamsize>(megabyte.size()));
-}
-
 // Copies with the run loop turned by hand, so that each turn can be timed. Answers the turns' seconds.
 std::vector<double> copyOurs(BenchProgram& bench, const std::string& source, const std::string& folder) {
   const ApplicationServices& services = bench.program().services();
@@ -63,14 +50,7 @@ std::vector<double> copyOurs(BenchProgram& bench, const std::string& source, con
 
 void copyReference(const std::string& source, const std::string& folder) {
   const std::string target = folder + "/copy.mov";
-  const pid_t child = ::fork();
-  if (child == 0) {
-    ::execlp("cp", "cp", "--reflink=never", source.c_str(), target.c_str(), static_cast<char*>(nullptr));
-    ::_exit(127);
-  }
-  int status = 1;
-  ::waitpid(child, &status, 0);
-  if (status != 0) std::abort();
+  runReference({"cp", "--reflink=never", source, target});
   std::filesystem::remove(target);
 }
 
@@ -81,7 +61,7 @@ void throughput(const std::string& where) {
   const std::string source = home.path() + "/movie.mov";
   const std::string folder = home.path() + "/published";
   std::filesystem::create_directory(folder);
-  makeMovie(source);
+  makeLargeMovie(source, kMegabytes);
   std::vector<double> turns;
   const Comparison c = compare(
       kRounds,

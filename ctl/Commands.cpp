@@ -30,7 +30,13 @@ const std::vector<Command>& commandTable() {
        "such as\n"
        "2009-03-04T02:05:09Z; paths are seen from the current folder. A vcPath puts another movie in place. "
        "Either\n"
-       "all of the values are set or none.\n",
+       "all of the values are set or none.\n"
+       "protocolTag is the publish method. 1: into the folder that mediaPath= of the same command names; "
+       "both "
+       "URLs\n"
+       "become http://127.0.0.1/ until vcURL= and websiteURL= say others. 2: onto the iDisk of the .Mac "
+       "account (see\n"
+       "account), with the addresses that belong to it; mediaPath is a path there.\n",
        2, true, runSet},
       {"feed", "CHANNEL", "Write a channel's feed to standard output", "Never saves.\n", 1, true, runFeed},
       {"publish", "[--replace|--keep] [--subscribe]", "Publish every channel marked for it",
@@ -49,6 +55,25 @@ const std::vector<Command>& commandTable() {
        1, true, runImport},
       {"message", "[CHANNEL...]", "Write an invitation with the channels' subscription links",
        "The channels named, or all of them. Never saves.\n", 0, true, runMessage},
+      {"account",
+       "[--server URL] [--member NAME] [--home-page URL] [--allow-plain-http|--forbid-plain-http] "
+       "[--password] [--check] [--json]",
+       "Show, set or check the .Mac member account",
+       "Without options, or with --json alone, the account, but never its password. --server is the WebDAV "
+       "address of\n"
+       "the iDisk's top level, --home-page that of the home pages. An empty text goes back to the initial "
+       "value; an\n"
+       "empty server or member removes the account and its password. With --server, --member or --password "
+       "the\n"
+       "password is asked for at the terminal, or else read from standard input as one line; an empty one "
+       "keeps what is\n"
+       "kept. It is kept where the desktop keeps secrets, or without such a place in a file that only you "
+       "can "
+       "read. Then,\n"
+       "and with --check, the server is asked whether it accepts it. Over plain http to another machine only "
+       "with\n"
+       "--allow-plain-http. Does not open the library.\n",
+       0, false, runAccount},
       {"defaults", "[KEY[=VALUE]...]", "Show or set the user defaults",
        "Without arguments all of them. KEY= goes back to the initial value; booleans are 0 and 1.\n", 0,
        false, runDefaults},

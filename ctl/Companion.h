@@ -30,6 +30,7 @@ class Companion {
 
   TerminalShell& shell() { return shell_; }
   RunLoop& runLoop() { return *runLoop_; }
+  const ApplicationServices& services() const { return program_->services(); }
   UserDefaultsController& defaults() { return platform_->defaults(); }
   FileManager& files() { return platform_->files(); }
   Pasteboard& pasteboard() { return platform_->generalPasteboard(); }

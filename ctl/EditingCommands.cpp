@@ -109,10 +109,51 @@ struct Assignment {
   Value value;
 };
 
-// The publish method is more than its number: .Mac needs an account and brings URLs of its own.
-bool setPublishMethod(Companion& companion, Channel& channel, const Value& tag) {
-  if (tag.integerValue() != kDotMacMethod) return commit(companion, channel, "protocolTag", tag);
-  printError("No .Mac Account!", "This version of Clipwave publishes into folders only.");
+// What the command line says of a key, the last time that it does.
+std::optional<std::string> textForKey(const CommandLine& arguments, const std::string& key) {
+  std::optional<std::string> text;
+  for (const std::string& argument : arguments)
+    if (argument.starts_with(key + "=")) text = argument.substr(key.size() + 1);
+  return text;
+}
+
+// Whether the command line may set the record's publish method as it says; what is wrong was reported.
+bool isMethodAcceptable(ManagedObject& record, const CommandLine& arguments) {
+  const auto tag = textForKey(arguments, "protocolTag");
+  if (!tag || record.entity().property("protocolTag") == nullptr) return true;
+  if (*tag != "1" && *tag != "2") {
+    usageError("protocolTag takes 1 (a folder) or 2 (.Mac), not \"" + *tag + "\".");
+    return false;
+  }
+  const bool isMethodAlready = record.value("protocolTag").integerValue() == kFolderMethod;
+  if (*tag == "2" || isMethodAlready || !textForKey(arguments, "mediaPath").value_or("").empty()) return true;
+  usageError("protocolTag=1 takes the folder to publish to: say mediaPath=FOLDER in the same command.");
+  return false;
+}
+
+// Whether the channel publishes onto the iDisk once the command line is done.
+bool willGoToDotMac(ManagedObject& record, const CommandLine& arguments) {
+  if (const auto tag = textForKey(arguments, "protocolTag")) return *tag == "2";
+  return record.value("protocolTag").integerValue() == kDotMacMethod;
+}
+
+// As when the method is chosen for the channel in the window, where the folder chosen is `folder`. False
+// after it was reported that there is no .Mac account.
+bool setPublishMethod(Companion& companion, ManagedObject& channel, int tag, const OpenPanelAnswer& folder) {
+  if (tag == kFolderMethod && folder.empty()) return true;  // that is its method already
+  const Value before = channel.value("protocolTag");
+  companion.controller().channelController().setSelectedObjects({&channel});
+  companion.shell().setChosenPaths(folder);
+  companion.shell().setAnswerer([](const Alert& alert) {
+    // Whether to go and sign up is a question for a window; here it is "Cancel".
+    printError(alert.title, alert.message);
+    return Alert::Answer::Alternate;
+  });
+  companion.interface().protocolPopUp.chooseItemWithTag(tag);
+  companion.shell().setAnswerer(nullptr);
+  if (channel.value("protocolTag") == Value(tag)) return true;
+  // The channel has fallen back to the folder, and stays so.
+  if (!(channel.value("protocolTag") == before)) companion.finish();
   return false;
 }
 
@@ -130,9 +171,13 @@ void setMovie(Companion& companion, Vodcast& episode, const Value& path) {
 
 // Sets one value after the other; false after the first refusal was reported.
 bool assign(Companion& companion, ManagedObject& record, const std::vector<Assignment>& assignments) {
+  OpenPanelAnswer folder;
+  for (const Assignment& assignment : assignments)
+    if (assignment.key == "mediaPath" && !assignment.value.isNull())
+      folder = {std::string(assignment.value.stringValue())};
   return std::all_of(assignments.begin(), assignments.end(), [&](const Assignment& assignment) {
     if (assignment.key == "protocolTag") {
-      return setPublishMethod(companion, static_cast<Channel&>(record), assignment.value);
+      return setPublishMethod(companion, record, static_cast<int>(assignment.value.integerValue()), folder);
     }
     if (assignment.key == "vcPath") {
       setMovie(companion, static_cast<Vodcast&>(record), assignment.value);
@@ -155,14 +200,16 @@ int rank(const Assignment& assignment) {
 ExitStatus runSet(Companion& companion, const CommandLine& arguments) {
   const auto record = findRecord(companion.controller().channelController(), arguments.front());
   if (!record) return failure(record.error());
+  if (!isMethodAcceptable(**record, arguments)) return kUsage;
+  const bool goesToDotMac = willGoToDotMac(**record, arguments);
   std::vector<Assignment> assignments;
   for (auto argument = arguments.begin() + 1; argument != arguments.end(); ++argument) {
     const std::size_t equals = argument->find('=');
     if (equals == std::string::npos || equals == 0) return usageError(*argument + " is not KEY=VALUE.");
     const std::string key = argument->substr(0, equals);
     std::string text = argument->substr(equals + 1);
-    // A path is meant as seen from here, not from wherever the next run is started.
-    const bool isPath = key == "vcPath" || key == "mediaPath";
+    // A path of this machine is meant as seen from here, not from wherever the next run is started.
+    const bool isPath = key == "vcPath" || (key == "mediaPath" && !goesToDotMac);
     if (isPath && !text.empty()) text = absolutePath(text);
     const auto value = valueFromText((*record)->entity(), key, text);
     if (!value) return usageError(value.error().localizedDescription);

@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "ctl/Commands.h"
+#include "ctl/ProgressBar.h"
 
 namespace clipwave {
 
@@ -147,7 +148,10 @@ ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
     companion.runLoop().stop();
   });
   if (::isatty(STDERR_FILENO) != 0) {
-    run.setOnProgress([](std::string_view line) { std::cerr << "\r\033[K" << line << std::flush; });
+    run.setOnProgress([](std::string_view line) {
+      // One column stays free: a terminal breaks the line behind its last one.
+      std::cerr << "\r\033[K" << progressText(line, terminalColumns() - 1) << std::flush;
+    });
   }
   // Not where the run has just ended: the button would start another.
   Interrupts interrupts(companion.runLoop(), [&run] {

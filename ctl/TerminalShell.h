@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/appkit/Application.h"
 
@@ -15,11 +16,13 @@ class TerminalShell final : public ApplicationShell {
   // Answers a question in place of the user, its check box included; nothing where it has no answer to it.
   using Answerer = std::function<std::optional<Alert::Answer>(Alert&)>;
   void setAnswerer(Answerer answerer) { answerer_ = std::move(answerer); }
+  // What Open panels are answered with; nothing is "Cancel".
+  void setChosenPaths(OpenPanelAnswer paths) { chosenPaths_ = std::move(paths); }
   // Whether any alert was shown that was not answered by the answerer: the command has failed.
   bool hasFailed() const { return failed_; }
 
   Alert::Answer runAlert(Alert& alert) override;
-  OpenPanelAnswer runOpenPanel(const OpenPanel&) override { return {}; }
+  OpenPanelAnswer runOpenPanel(const OpenPanel&) override { return chosenPaths_; }
   void beginAlertSheet(Alert alert, Window& window, std::function<void(Alert::Answer)> ended) override;
   void beginOpenPanelSheet(OpenPanel panel, Window& window,
                            std::function<void(OpenPanelAnswer)> ended) override;
@@ -28,6 +31,7 @@ class TerminalShell final : public ApplicationShell {
 
  private:
   Answerer answerer_;
+  OpenPanelAnswer chosenPaths_;
   bool failed_ = false;
 };
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/appkit/Application.h"
 #include "platform/appkit/ArrayController.h"
@@ -28,7 +29,8 @@ class PublishMethod {
   explicit PublishMethod(Services services) : services_(std::move(services)) {}
 
   // The pop-up's action, which comes after its binding has stored the selected tag in the selected channels
-  // as one undo group: a cancelled folder panel undoes that group.
+  // as one undo group: a cancelled folder panel undoes that group for good, and what follows from the choice
+  // joins it.
   void changePublishMethod(const PopUpButton& sender);
   // Writes the destination and, when a URL is given, both URLs into every selected channel.
   void setURLTextFieldsWithURL(const std::optional<std::string>& url, const std::string& mediaPath);
@@ -38,6 +40,8 @@ class PublishMethod {
  private:
   void chooseFolder();
   void chooseDotMac();
+  // Makes changes that are taken back together with the stored tag.
+  void completeChoice(const std::function<void()>& changes);
 
   Services services_;
 };

@@ -1,5 +1,7 @@
 #include "platform/appkit/Controls.h"
 
+#include <algorithm>
+
 namespace clipwave {
 
 void TextField::setStringValue(std::string_view text) {
@@ -38,6 +40,22 @@ void TextField::discardEditing() {
   editing_ = false;
   stringValue_ = valueBeforeEditing_;
   changed();
+}
+
+void TextField::setEnabled(bool enabled) {
+  if (!enabled) discardEditing();
+  Element::setEnabled(enabled);
+}
+
+bool PopUpButton::hasItemWithTag(int tag) const {
+  return std::any_of(items_.begin(), items_.end(), [tag](const Item& item) { return item.tag == tag; });
+}
+
+void PopUpButton::chooseItemWithTag(int tag) {
+  if (!isEnabled() || !hasItemWithTag(tag)) return;
+  selectItemWithTag(tag);
+  if (commit_) commit_(tag);
+  if (action_) action_();
 }
 
 }  // namespace clipwave

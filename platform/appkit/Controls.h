@@ -34,6 +34,8 @@ class TextField : public Element {
   bool commitEditing();
   // Drops the edit: the text is again what it was before.
   void discardEditing();
+  // A field that is disabled drops its edit: nobody could end it any more.
+  void setEnabled(bool enabled) override;
   bool resignFirstResponder() override { return commitEditing(); }
 
   void setValidator(Validator validator) { validator_ = std::move(validator); }
@@ -75,15 +77,32 @@ class PopUpButton : public Element {
     int tag = 0;
     bool operator==(const Item&) const = default;
   };
+  // Takes the tag over that the user chose.
+  using Commit = std::function<void(int tag)>;
+  using Action = std::function<void()>;
+
   const std::vector<Item>& items() const { return items_; }
   void setItems(std::vector<Item> items) { assign(items_, std::move(items)); }
-  // The selected item's tag; nothing when no item has it.
+  // The selected item's tag; nothing when no item is selected.
   std::optional<int> selectedTag() const { return selectedTag_; }
-  void selectItemWithTag(std::optional<int> tag) { assign(selectedTag_, tag); }
+  // From the program: calls neither commit nor action. Selects nothing where no item has the tag.
+  void selectItemWithTag(std::optional<int> tag) {
+    assign(selectedTag_, tag && hasItemWithTag(*tag) ? tag : std::nullopt);
+  }
+
+  // A choice by the user, also of the item that is selected already: selected, committed, then the action.
+  // Nothing happens while the button is disabled or when no item has the tag.
+  void chooseItemWithTag(int tag);
+  void setCommit(Commit commit) { commit_ = std::move(commit); }
+  void setAction(Action action) { action_ = std::move(action); }
 
  private:
+  bool hasItemWithTag(int tag) const;
+
   std::vector<Item> items_;
   std::optional<int> selectedTag_;
+  Commit commit_;
+  Action action_;
 };
 
 // An indeterminate, spinning indicator.

@@ -51,7 +51,7 @@ class Element : public Responder {
   bool isHidden() const { return hidden_; }
   void setHidden(bool hidden) { assign(hidden_, hidden); }
   bool isEnabled() const { return enabled_; }
-  void setEnabled(bool enabled) { assign(enabled_, enabled); }
+  virtual void setEnabled(bool enabled) { assign(enabled_, enabled); }
 
   // Called after any of the element's state changed.
   Observation observe(std::function<void()> function) { return observers_.add(std::move(function)); }

@@ -21,37 +21,16 @@ FieldBinding::FieldBinding(TextField& field, ArrayController& controller, std::s
                            std::function<void(const Error&)> presentError)
     : field_(field),
       controller_(controller),
-      key_(std::move(key)),
       presentError_(std::move(presentError)),
-      selectionObservation_(controller.observeSelectedObjects([this] { selectionChanged(); })),
-      fieldObservation_(field.observe([this] { fieldChanged(); })),
-      bulkChangeObservation_(controller.observeEndOfBulkChange([this] {
-        if (stale_) valueChanged();
-      })) {
+      selected_(controller, std::move(key), [this] { refresh(); }),
+      fieldObservation_(field.observe([this] { fieldChanged(); })) {
   field_.setCommit([this](std::string_view text) { return commit(text); });
-  selectionChanged();
+  refresh();
 }
 
 FieldBinding::~FieldBinding() {
   field_.setCommit(nullptr);
   if (registered_) controller_.objectDidEndEditing(*this);
-}
-
-void FieldBinding::selectionChanged() {
-  valueObservations_.clear();
-  for (ManagedObject* record : controller_.selectedObjects()) {
-    valueObservations_.push_back(record->observe(key_, [this] { valueChanged(); }));
-  }
-  refresh();
-}
-
-void FieldBinding::valueChanged() {
-  // What many records have in common is found once, not at each one's change.
-  if (controller_.isInBulkChange()) {
-    stale_ = true;
-  } else {
-    refresh();
-  }
 }
 
 void FieldBinding::fieldChanged() {
@@ -68,12 +47,11 @@ void FieldBinding::fieldChanged() {
 
 void FieldBinding::refresh() {
   if (field_.isEditing()) return;
-  stale_ = false;
-  field_.setStringValue(textOf(controller_.selection().value(key_)));
+  field_.setStringValue(textOf(selected_.value()));
 }
 
 bool FieldBinding::commit(std::string_view text) {
-  const Validation answer = controller_.selection().commitValue(key_, text.empty() ? Value() : Value(text));
+  const Validation answer = selected_.commit(text.empty() ? Value() : Value(text));
   if (!answer.valid && answer.error && presentError_) presentError_(*answer.error);
   return answer.valid;
 }

@@ -5,10 +5,10 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/appkit/ArrayController.h"
 #include "platform/appkit/Controls.h"
+#include "platform/appkit/SelectedValue.h"
 
 namespace clipwave {
 
@@ -28,22 +28,16 @@ class FieldBinding : public Editor {
   void discardEditing() override { field_.discardEditing(); }
 
  private:
-  void selectionChanged();
-  void valueChanged();
   void fieldChanged();
   void refresh();
   bool commit(std::string_view text);
 
   TextField& field_;
   ArrayController& controller_;
-  std::string key_;
   std::function<void(const Error&)> presentError_;
   bool registered_ = false;  // as an editor of the controller
-  bool stale_ = false;       // a value changed that the field does not show yet
-  Observation selectionObservation_;
+  SelectedValue selected_;
   Observation fieldObservation_;
-  Observation bulkChangeObservation_;
-  std::vector<Observation> valueObservations_;  // of each selected record
 };
 
 }  // namespace clipwave

@@ -87,6 +87,13 @@ void UndoManager::redo() {
   replay(redoStack_, undoStack_, State::Redoing);
 }
 
+void UndoManager::undoAndForget() {
+  if (state_ != State::Idle) return;
+  closeOpenGroup();
+  std::vector<Group> forgotten;
+  replay(undoStack_, forgotten, State::Undoing);
+}
+
 void UndoManager::replay(std::vector<Group>& from, std::vector<Group>& onto, State state) {
   if (from.empty()) return;
   const Group group = std::move(from.back());

@@ -39,6 +39,11 @@ class UndoManager {
   void endUndoGrouping();
   // The open group (opened when there is none).
   GroupID openGroup();
+  // The group that undo would take back; 0 for none.
+  GroupID groupToUndo() const {
+    if (open_) return open_->id;
+    return undoStack_.empty() ? 0 : undoStack_.back().id;
+  }
   // Runs `function` with its steps added to the end of that group, when it can still be undone; otherwise
   // they are not recorded.
   void performInGroup(GroupID group, const Function& function);
@@ -46,6 +51,8 @@ class UndoManager {
   // Closes the open group first. Nothing happens when there is nothing to undo.
   void undo();
   void redo();
+  // Undoes a group that cannot be redone afterwards; what could be redone before still can.
+  void undoAndForget();
   bool canUndo() const {
     return !undoStack_.empty() || (open_ && (open_->isExplicit || !open_->steps.empty()));
   }

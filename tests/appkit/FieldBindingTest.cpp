@@ -41,6 +41,10 @@ TEST_F(FieldBindingTest, TheFieldFollowsTheSelectionAndItsRecords) {
   episodeTitle.edit("all");
   EXPECT_TRUE(episodes.commitEditing());
   EXPECT_EQ(titles(episodes.arrangedObjects()), "all all all");
+  episodeTitle.edit("never stored");
+  episodeTitle.setEnabled(false);
+  EXPECT_TRUE(context->commitEditing());
+  EXPECT_EQ(titles(episodes.arrangedObjects()), "all all all");
 }
 
 TEST_F(FieldBindingTest, AnEditIsStoredAsTheValidatorLeavesItAndEmptyTextAsAbsence) {

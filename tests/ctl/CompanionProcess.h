@@ -45,7 +45,8 @@ MATCHER_P2(Fails, status, message, "") {
   return arg.status == status && arg.err.find(message) != std::string::npos;
 }
 
-// One process; killed when it still runs at the end.
+// One process, whose standard input is the file "input" in the folder, or nothing; killed when it still runs
+// at the end.
 class CompanionProcess {
  public:
   // No file grows beyond `fileBlocks` blocks of 512 bytes; the writing of more fails.
@@ -54,9 +55,10 @@ class CompanionProcess {
       : output_(output) {
     const std::string script =
         "export HOME=\"$0\" XDG_DATA_HOME=\"$0/data\" XDG_CONFIG_HOME=\"$0/config\";"
-        "export TZ=America/New_York; output=$1; shift; trap '' XFSZ;" +
+        "export TZ=America/New_York DBUS_SESSION_BUS_ADDRESS=disabled:;"
+        "output=$1; input=\"$0/input\"; shift; trap '' XFSZ; [ -e \"$input\" ] || input=/dev/null;" +
         (fileBlocks < 0 ? "" : "ulimit -f " + std::to_string(fileBlocks) + ";") +
-        "exec \"$@\" </dev/null >\"$output\" 2>\"$output.err\"";
+        "exec \"$@\" <\"$input\" >\"$output\" 2>\"$output.err\"";
     arguments.insert(arguments.begin(), {"/bin/sh", "-c", script, folder.path(), output, CLIPWAVECTL});
     std::vector<char*> argv;
     for (std::string& argument : arguments) argv.push_back(argument.data());

@@ -14,7 +14,7 @@ struct ProcessExit {
 };
 
 // An alert without a scripted answer gets Default when it has one button and throws otherwise. An Open panel
-// that is no sheet is cancelled. Sheets wait until the test ends them.
+// that is no sheet is cancelled where the script has no paths for it. Sheets wait until the test ends them.
 class FakeApplicationShell final : public ApplicationShell {
  public:
   struct AlertSheet {
@@ -26,6 +26,7 @@ class FakeApplicationShell final : public ApplicationShell {
   void answerAlert(Alert::Answer answer, std::optional<bool> checkBox = {}) {
     answers_.push_back({answer, checkBox});
   }
+  void answerOpenPanel(OpenPanelAnswer paths) { panelAnswers_.push_back(std::move(paths)); }
 
   // Every alert in order, sheets included: "title|message|buttons", the buttons joined by "/".
   std::vector<std::string> alerts;
@@ -59,7 +60,10 @@ class FakeApplicationShell final : public ApplicationShell {
   }
   OpenPanelAnswer runOpenPanel(const OpenPanel& panel) override {
     openPanels.push_back(panel);
-    return {};
+    if (panelAnswers_.empty()) return {};
+    OpenPanelAnswer answer = std::move(panelAnswers_.front());
+    panelAnswers_.pop_front();
+    return answer;
   }
   void beginAlertSheet(Alert alert, Window& window, std::function<void(Alert::Answer)> ended) override {
     record(alert);
@@ -82,6 +86,7 @@ class FakeApplicationShell final : public ApplicationShell {
   }
 
   std::deque<std::pair<Alert::Answer, std::optional<bool>>> answers_;
+  std::deque<OpenPanelAnswer> panelAnswers_;
   std::deque<std::function<void(OpenPanelAnswer)>> openPanelSheets_;
 };
 

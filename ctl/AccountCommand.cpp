@@ -1,0 +1,187 @@
+// account: the .Mac member account in the settings, and its password in the place of secrets.
+#include <iostream>
+
+#include "ctl/Commands.h"
+#include "ctl/PasswordPrompt.h"
+#include "ctl/RecordText.h"
+#include "platform/dotmac/MemberAddress.h"
+#include "platform/foundation/JSON.h"
+#include "transfer/CopyFiles.h"
+
+namespace clipwave {
+
+namespace {
+
+constexpr const char* kAddress = "dotMacAddress";
+constexpr const char* kMember = "dotMacMemberName";
+constexpr const char* kHomePage = "dotMacHomePageURL";
+constexpr const char* kPlainHTTP = "dotMacAllowsPlainHTTP";
+constexpr const char* kNoAccount = "No .Mac account is set up. Say --server and --member.";
+
+struct AccountOptions {
+  std::optional<std::string> server, member, homePage;  // "" goes back to the initial value
+  std::optional<bool> allowsPlainHTTP;
+  bool wantsPassword = false;
+  bool check = false;
+  bool asJSON = false;
+
+  bool setsAnything() const { return server || member || homePage || allowsPlainHTTP || wantsPassword; }
+  bool asksForPassword() const { return server || member || wantsPassword; }
+};
+
+// Nothing after wrong usage was reported.
+std::optional<AccountOptions> optionsFromArguments(const CommandLine& arguments) {
+  AccountOptions options;
+  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
+    std::optional<std::string>* const text = *argument == "--server"      ? &options.server
+                                             : *argument == "--member"    ? &options.member
+                                             : *argument == "--home-page" ? &options.homePage
+                                                                          : nullptr;
+    if (text != nullptr) {
+      if (argument + 1 == arguments.end()) {
+        usageError(*argument + " takes a value.");
+        return std::nullopt;
+      }
+      *text = *++argument;
+    } else if (*argument == "--allow-plain-http" || *argument == "--forbid-plain-http") {
+      options.allowsPlainHTTP = *argument == "--allow-plain-http";
+    } else if (*argument == "--password") {
+      options.wantsPassword = true;
+    } else if (*argument == "--check") {
+      options.check = true;
+    } else if (*argument == "--json") {
+      options.asJSON = true;
+    } else {
+      // Not repeated: it may be a password.
+      usageError("account has no such option. See clipwavectl account --help.");
+      return std::nullopt;
+    }
+  }
+  if (options.asJSON && (options.setsAnything() || options.check)) {
+    usageError("--json shows the account; it goes with no other option.");
+    return std::nullopt;
+  }
+  return options;
+}
+
+// The account as it is, or as it is to be.
+SecretAccount accountOf(Companion& companion, const AccountOptions& options) {
+  // Neither has an initial value to go back to.
+  const auto chosen = [&companion](const std::optional<std::string>& option, const char* key) {
+    return option ? *option : companion.defaults().string(key);
+  };
+  return {chosen(options.server, kAddress), chosen(options.member, kMember)};
+}
+
+bool isConfigured(const SecretAccount& account) {
+  return !account.address.empty() && !account.member.empty();
+}
+
+ExitStatus show(Companion& companion, bool asJSON) {
+  const UserDefaultsController& defaults = companion.defaults();
+  const SecretAccount account = accountOf(companion, {});
+  const auto password = companion.services().secrets.password(account);
+  const bool hasPassword = password && password->has_value();
+  const bool allowsPlainHTTP = defaults.boolean(kPlainHTTP);
+  const std::string expiry = valueText(defaults.value("dotMacExpiryDate"));
+  if (asJSON) {
+    const auto orNull = [](const std::string& text) { return text.empty() ? Value() : Value(text); };
+    std::cout << JSONFromValue(Dictionary{{"server", orNull(account.address)},
+                                          {"member", orNull(account.member)},
+                                          {"homePage", orNull(defaults.string(kHomePage))},
+                                          {"allowsPlainHTTP", allowsPlainHTTP},
+                                          {"expiryDate", orNull(expiry)},
+                                          {"hasPassword", hasPassword}})
+              << '\n';
+  } else {
+    const auto orNone = [](const std::string& text) { return text.empty() ? "none" : text; };
+    std::cout << "server: " << orNone(account.address) << "\nmember: " << orNone(account.member)
+              << "\nhome page: " << orNone(defaults.string(kHomePage))
+              << "\nplain http: " << (allowsPlainHTTP ? "allowed" : "not allowed")
+              << "\nexpires: " << (expiry.empty() ? "never" : expiry)
+              << "\npassword: " << (hasPassword ? "kept" : "none") << '\n';
+  }
+  return password ? kDone : failure(password.error());
+}
+
+// Whether the settings may become so; what is wrong was reported.
+bool isAcceptable(Companion& companion, const AccountOptions& options) {
+  for (const auto& [name, url] : {std::pair("--server", options.server), {"--home-page", options.homePage}}) {
+    if (!url || url->empty()) continue;
+    if (const auto trouble = troubleWithMemberAddress(*url)) {
+      usageError(std::string(name) + ": " + *trouble);
+      return false;
+    }
+  }
+  const bool allowsPlainHTTP = options.allowsPlainHTTP.value_or(companion.defaults().boolean(kPlainHTTP));
+  if (options.server && isReadableOnTheWay(*options.server) && !allowsPlainHTTP) {
+    usageError(
+        "Over plain http anyone on the way can read the password. Use https, or say "
+        "--allow-plain-http.");
+    return false;
+  }
+  if (options.wantsPassword && !isConfigured(accountOf(companion, options))) {
+    usageError(kNoAccount);
+    return false;
+  }
+  return true;
+}
+
+Result<void> store(Companion& companion, const AccountOptions& options) {
+  std::vector<std::pair<const char*, Value>> settings;
+  for (const auto& [key, text] :
+       {std::pair(kAddress, options.server), {kMember, options.member}, {kHomePage, options.homePage}})
+    if (text) settings.emplace_back(key, text->empty() ? Value() : Value(*text));
+  if (options.allowsPlainHTTP) settings.emplace_back(kPlainHTTP, *options.allowsPlainHTTP);
+  for (const auto& [key, value] : settings)
+    if (auto set = companion.defaults().setValue(key, value); !set) return set;
+  return {};
+}
+
+// Asks the server whether it takes the name and the password.
+ExitStatus check(Companion& companion) {
+  const ApplicationServices& services = companion.services();
+  const auto account = services.dotMac.accountFromPreferencesWithApplicationID(CopyFiles::kApplicationID);
+  if (!account) return failure(kNoAccount);
+  account->setIsSynchronous(true);
+  const int answer = account->validateCredentials();
+  if (answer == kDMCredentialsAccepted) {
+    std::cout << hostAndPortOf(services.defaults.string(kAddress)) << " accepts " << account->name() << ".\n";
+    return kDone;
+  }
+  const auto messages = std::make_shared<CopyFiles>(DotMacCopyServices{
+      services.application, services.runLoop, services.defaults, services.log, services.dotMac});
+  printError(".Mac Error!", messages->errorMessageForType(answer));
+  return kFailed;
+}
+
+}  // namespace
+
+ExitStatus runAccount(Companion& companion, const CommandLine& arguments) {
+  const auto options = optionsFromArguments(arguments);
+  if (!options) return kUsage;
+  if (const auto& error = companion.defaults().loadError()) return failure(*error);
+  if (!options->setsAnything() && !options->check) return show(companion, options->asJSON);
+  if (!isAcceptable(companion, *options)) return kUsage;
+
+  // Asked for before anything is set: an interrupt leaves all as it was.
+  const SecretAccount before = accountOf(companion, {});
+  const SecretAccount account = accountOf(companion, *options);
+  std::optional<std::string> password;
+  if (options->asksForPassword() && isConfigured(account)) {
+    password =
+        readPassword("Password for " + account.member + " at " + hostAndPortOf(account.address) + ": ");
+    if (!password) printError("clipwavectl", "No password was given; one that is kept stays.");
+  }
+  if (const auto stored = store(companion, *options); !stored) return failure(stored.error());
+  // A password whose account goes would lie where no command reaches it.
+  const bool forgets = isConfigured(before) && !isConfigured(account);
+  if (password || forgets) {
+    const auto kept =
+        companion.services().secrets.setPassword(forgets ? before : account, password.value_or(""));
+    if (!kept) return failure(kept.error());
+  }
+  return options->check || password ? check(companion) : kDone;
+}
+
+}  // namespace clipwave

@@ -1,0 +1,72 @@
+#include "ui/PublishMethod.h"
+
+#include "model/Channel.h"
+#include "model/LibraryModel.h"
+#include "transfer/CopyFiles.h"
+
+namespace clipwave {
+
+void PublishMethod::changePublishMethod(const PopUpButton& sender) {
+  const auto tag = sender.selectedTag();
+  if (tag == kFolderMethod) {
+    chooseFolder();
+  } else if (tag == kDotMacMethod) {
+    chooseDotMac();
+  }
+  services_.windowLayout.updateWindowSize();
+}
+
+void PublishMethod::chooseFolder() {
+  OpenPanel panel;
+  panel.canChooseFiles = false;
+  panel.canChooseDirectories = true;
+  panel.canCreateDirectories = true;
+  panel.message = "Select a folder to publish to:";
+  const OpenPanelAnswer chosen = services_.application.runOpenPanel(panel);
+  if (!chosen.empty()) {
+    completeChoice([&] { setURLTextFieldsWithURL(std::string(kPlaceholderURL), chosen.front()); });
+  } else if (ManagedObjectContext* context = services_.managedObjectContext()) {
+    // A change that the user has called off is not offered for repetition.
+    context->undoManager().undoAndForget();
+  }
+}
+
+void PublishMethod::chooseDotMac() {
+  if (CopyFiles::dmusername(services_.dotMac)) {
+    completeChoice([this] {
+      for (ManagedObject* channel : services_.channelController.selectedObjects())
+        static_cast<Channel&>(*channel).setDotMacDefaults();
+    });
+    return;
+  }
+  const Alert::Answer answer = services_.application.runCriticalAlertPanel(
+      "No .Mac Account!",
+      "You have not signed up for .Mac yet or entered your information into the .Mac System Preference.  Do "
+      "you want to go to .Mac and sign up?",
+      "OK", "Cancel");
+  if (answer == Alert::Answer::Default) services_.dotMac.signUpNewMember();
+  completeChoice([this] { services_.channelController.selection().setValue("protocolTag", kFolderMethod); });
+}
+
+void PublishMethod::setURLTextFieldsWithURL(const std::optional<std::string>& url,
+                                            const std::string& mediaPath) {
+  for (ManagedObject* channel : services_.channelController.selectedObjects()) {
+    channel->setValue("mediaPath", mediaPath);
+    if (!url) continue;
+    channel->setValue("websiteURL", *url);
+    channel->setValue("vcURL", *url);
+  }
+}
+
+void PublishMethod::protocolChanged() {
+  services_.windowLayout.updateWindowSize();
+}
+
+void PublishMethod::completeChoice(const std::function<void()>& changes) {
+  ManagedObjectContext* context = services_.managedObjectContext();
+  if (context == nullptr) return changes();
+  UndoManager& undoManager = context->undoManager();
+  undoManager.performInGroup(undoManager.groupToUndo(), changes);
+}
+
+}  // namespace clipwave
