@@ -44,7 +44,8 @@ class DMTransaction {
   // Of a transaction that had an error; 0 otherwise.
   virtual int errorType() const = 0;
   // Stops it; transactionAborted follows from the loop once nothing is left of it on the server, in a few
-  // seconds at the latest. Does nothing when the transaction has ended or was aborted before.
+  // seconds at the latest. A file that has arrived and is being put in its place is there then. Does nothing
+  // when the transaction has ended or was aborted before.
   virtual void abort() = 0;
   // Of a completed query; null otherwise.
   virtual Value result() const = 0;
@@ -95,8 +96,9 @@ class DMiDiskSession {
   // Makes one folder whose parent exists; false when it was not made.
   virtual bool createDirectoryAtPath(std::string_view path) = 0;
   // Starts uploading a local file and answers its transaction. What is at `toPath` is replaced when, and only
-  // when, the whole file has arrived: until then the file goes by another name in the same folder, which
-  // nothing is left of by failures and aborts.
+  // when, the whole file has arrived: until then the file goes by another name in the same folder. Failures
+  // and aborts leave nothing of that where the server can still be asked; else the next upload to `toPath`
+  // does.
   virtual std::shared_ptr<DMTransaction> putLocalFileAtPath(std::string_view localPath,
                                                             std::string_view toPath) = 0;
 };
