@@ -57,15 +57,20 @@ std::string sentenceFor(PublishOutcome outcome, const std::optional<Error>& erro
   }
 }
 
-// Turns an interrupt into a call for as long as it lives. Until then no interrupt ends the process: what was
-// copied is still to be saved.
+// Turns an interrupt, or the closing of the terminal, into a call for as long as it lives. Until then neither
+// ends the process: what was copied is still to be saved. What the process was started to ignore, as by
+// nohup, it ignores.
 class Interrupts {
  public:
   Interrupts(RunLoop& runLoop, std::function<void()> interrupted) {
     sigset_t signals;
     sigemptyset(&signals);
-    sigaddset(&signals, SIGINT);
-    sigaddset(&signals, SIGTERM);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+      struct sigaction action {};
+      // A blocked signal would come even if it is ignored.
+      if (::sigaction(signal, nullptr, &action) == 0 && action.sa_handler != SIG_IGN)
+        sigaddset(&signals, signal);
+    }
     sigprocmask(SIG_BLOCK, &signals, &before_);
     descriptor_ = ::signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
     watch_ = runLoop.watch(descriptor_, RunLoop::Readiness::Readable,

@@ -103,9 +103,10 @@ void UploadTransaction::log(const std::string& what) {
 }
 
 void UploadTransaction::failRequest(const WebDAVAnswer& answer) {
-  // Who is not let in has left nothing, and is not let in to remove it either.
-  mayHaveLeftFile_ = answer.failure->code != kDMInvalidCredentials && phase_ != Phase::AskingDestination &&
-                     !(phase_ == Phase::Moving && isUndecided(answer));
+  // Who is not let in to send has left nothing, and is not let in to remove it either. Who may not move what
+  // was sent may well remove it.
+  mayHaveLeftFile_ = (phase_ == Phase::Sending && answer.failure->code != kDMInvalidCredentials) ||
+                     (phase_ == Phase::Moving && !isUndecided(answer));
   mayStillAppear_ = phase_ == Phase::Sending && isUndecided(answer);
   fail(failureLine(request_, *answer.failure), answer.failure->code);
 }

@@ -82,8 +82,13 @@ std::string shownHost(std::string_view host) {
 }
 
 bool HTTPHead::take(std::string_view line) {
-  if (line.starts_with("HTTP/")) progress_ = FailedTransfer::Answer::WithinHead;
-  if (line == "\r\n" || line == "\n") progress_ = FailedTransfer::Answer::HeadComplete;
+  if (line.starts_with("HTTP/")) {
+    progress_ = FailedTransfer::Answer::WithinHead;
+    const std::size_t blank = line.find(' ');
+    isInterim_ = blank != line.npos && line.substr(blank + 1).starts_with('1');
+  }
+  if (line == "\r\n" || line == "\n")
+    progress_ = isInterim_ ? FailedTransfer::Answer::None : FailedTransfer::Answer::HeadComplete;
   size_ += line.size();
   return size_ <= kMostHeadBytes;
 }

@@ -38,7 +38,8 @@ class HTTPHead {
  public:
   // A request goes out; nothing of its answer is there yet.
   void begin() { progress_ = FailedTransfer::Answer::None; }
-  // Takes a line as libcurl hands it out; false when there have been too many bytes of them.
+  // Takes a line as libcurl hands it out; false when there have been too many bytes of them. A head that only
+  // lets the request go on ("100 Continue") is no answer yet.
   bool take(std::string_view line);
   FailedTransfer::Answer progress() const { return progress_; }
   // Whether the head of an answer is all there. libcurl takes a connection that ends before for an answer
@@ -49,6 +50,7 @@ class HTTPHead {
 
  private:
   FailedTransfer::Answer progress_ = FailedTransfer::Answer::None;
+  bool isInterim_ = false;
   std::size_t size_ = 0;
 };
 

@@ -79,10 +79,10 @@ std::optional<Error> HTTPTransfer::findRefusal() {
       return insecureConnectionError(shownHost(address_.host));
   }
   size_ = request_.file ? request_.file->size() : static_cast<std::int64_t>(request_.body.size());
-  // A file that cannot be asked calls itself empty.
+  // A file that cannot be asked calls itself empty, and so does a device, of whatever length it is.
   char first = 0;
-  if (request_.file && !request_.file->readDataAtOffset(0, &first, 1))
-    return cannotReadSourceError(shownHost(address_.host));
+  const auto got = request_.file ? request_.file->readDataAtOffset(0, &first, 1) : 0;
+  if (!got || (size_ == 0 && *got > 0)) return cannotReadSourceError(shownHost(address_.host));
   return std::nullopt;
 }
 

@@ -74,7 +74,7 @@ class CompanionProcess {
   CompanionProcess(const CompanionProcess&) = delete;
   CompanionProcess& operator=(const CompanionProcess&) = delete;
 
-  void interrupt() const { ::kill(process_, SIGINT); }
+  void interrupt(int signal = SIGINT) const { ::kill(process_, signal); }
   Outcome wait() {
     int status = 0;
     while (::waitpid(process_, &status, 0) < 0 && errno == EINTR) continue;

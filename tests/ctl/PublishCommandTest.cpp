@@ -144,7 +144,7 @@ TEST_F(Publishing, IsCancelledByAnInterruptAndKeepsOthersOutUntilThen) {
               Fails(75, library.store() + " cannot be opened. It is open elsewhere."));
   EXPECT_EQ(library.storedBytes(), before);
 
-  run.interrupt();
+  run.interrupt(SIGHUP);
   run.interrupt();
   const Outcome outcome = run.wait();
   EXPECT_THAT(outcome, Fails(1, "The run was cancelled."));

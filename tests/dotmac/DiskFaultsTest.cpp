@@ -70,9 +70,10 @@ TEST_F(DiskFaults, WhatAServerRefusesIsToldAndChangesNothing) {
   DAVServer& server =
       serve(Kind::ApacheBasic,
             "<Location /closed>\n<Limit PUT>\nRequire all denied\n</Limit>\n</Location>\n"
+            "<Location /fixed>\n<Limit MOVE>\nRequire user bob\n</Limit>\n</Location>\n"
             "RewriteEngine On\nRewriteCond %{REQUEST_METHOD} PUT\nRewriteRule ^/busy - [R=503,L]\n",
             CLIPWAVE_FULL_DISK);
-  for (const char* name : {"closed", "busy"}) makeServersFolder(name);
+  for (const char* name : {"closed", "fixed", "busy"}) makeServersFolder(name);
   makeServersFolder("kept", 0555);
   std::ofstream(server / "locked") << "old";
   HTTPRequest lock{"LOCK", server.url() + "/locked"};
@@ -84,6 +85,7 @@ TEST_F(DiskFaults, WhatAServerRefusesIsToldAndChangesNothing) {
   // Apache does not tell its own lack of permission from any other trouble.
   const std::tuple<const char*, const char*, const char*> kRefused[] = {
       {"closed/movie", "105", "403 (Forbidden)"},
+      {"fixed/movie", "101", "401 (Unauthorized)"},
       {"kept/movie", "100", "500 (Internal Server Error)"},
       {"busy/movie", "106", "503"},
       {"locked", "105", "423 (Locked)"},

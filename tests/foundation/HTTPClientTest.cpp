@@ -197,6 +197,9 @@ TEST_F(HTTPClientTest, AFileIsSentAsLongAsItWasOrNotAtAll) {
   const HTTPRequest closed = put(20);
   closed.file->closeFile();
   EXPECT_THAT(both(closed), StartsWith("-3001 "));
+  HTTPRequest device = put(0);
+  device.file = files_->fileHandleForReadingAtPath("/dev/zero");
+  EXPECT_THAT(both(device), StartsWith("-3001 "));
 }
 
 TEST_F(HTTPClientTest, AWordOfRefusalInMidUploadIsHeardAndOneOfSuccessIsNotBelieved) {
@@ -205,6 +208,7 @@ TEST_F(HTTPClientTest, AWordOfRefusalInMidUploadIsHeardAndOneOfSuccessIsNotBelie
                                                           {"HTTP/1.1 403 No\r\n\r\nNo.", "403 No."},
                                                           {httpResponse(201, ""), "-1005 "},
                                                           {"HTTP/1.1 413 Too", "-1005 "},
+                                                          {"220 ready\r\n", "-1011 "},
                                                           {"", "-1005 "}};
   const HTTPRequest request = put(30'000'000);
   for (const auto& [answer, expected] : kAnswers) {
