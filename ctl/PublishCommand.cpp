@@ -155,7 +155,9 @@ ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
     error = why;
     companion.runLoop().stop();
   });
-  if (::isatty(STDERR_FILENO) != 0) {
+  // Log lines say the same, and would break into it.
+  const bool showsProgress = ::isatty(STDERR_FILENO) != 0 && !companion.isVerbose();
+  if (showsProgress) {
     run.setOnProgress([](std::string_view line) {
       // One column stays free: a terminal breaks the line behind its last one.
       std::cerr << "\r\033[K" << progressText(line, terminalColumns() - 1) << std::flush;
@@ -169,7 +171,7 @@ ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
       [&](Alert& alert) { return answerFor(companion, alert, existing, interrupts.descriptor()); });
   companion.interface().publishButton.performClick();
   if (!outcome) companion.runLoop().run();
-  if (::isatty(STDERR_FILENO) != 0) std::cerr << "\r\033[K" << std::flush;
+  if (showsProgress) std::cerr << "\r\033[K" << std::flush;
 
   const auto troubles = companion.controller().publishTroubles();
   for (const std::string& trouble : troubles) printError("clipwavectl", trouble);
