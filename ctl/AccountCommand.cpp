@@ -155,6 +155,7 @@ ExitStatus check(Companion& companion) {
   const auto messages = std::make_shared<CopyFiles>(DotMacCopyServices{
       services.application, services.runLoop, services.defaults, services.log, services.dotMac});
   printError(".Mac Error!", messages->errorMessageForType(answer));
+  printError("clipwavectl", account->errorDescription());
   return kFailed;
 }
 
@@ -177,13 +178,18 @@ ExitStatus runAccount(Companion& companion, const CommandLine& arguments) {
     if (!password) printError("clipwavectl", "No password was given; one that is kept stays.");
   }
   if (const auto stored = store(companion, *options); !stored) return failure(stored.error());
-  // A password whose account goes would lie where no command reaches it.
-  const bool forgets = isConfigured(before) && !isConfigured(account);
-  if (password || forgets) {
-    const auto kept =
-        companion.services().secrets.setPassword(forgets ? before : account, password.value_or(""));
-    if (!kept) return failure(kept.error());
+  SecretStore& secrets = companion.services().secrets;
+  if (password) {
+    if (const auto kept = secrets.setPassword(account, *password); !kept) return failure(kept.error());
   }
+  // A password whose account goes would lie where no command reaches it.
+  if (isConfigured(before) && before != account) {
+    if (const auto forgotten = secrets.setPassword(before, ""); !forgotten) return failure(forgotten.error());
+  }
+  const UserDefaultsController& defaults = companion.defaults();
+  if (isConfigured(account) && !defaults.isSetByUser(kHomePage))
+    printError("clipwavectl", "No home page is set: feeds will link to movies at " +
+                                  defaults.string(kHomePage) + ". Say --home-page.");
   return options->check || password ? check(companion) : kDone;
 }
 
