@@ -97,6 +97,7 @@ bool CopyFiles::isMembershipValid() {
   }
   ma_->setIsSynchronous(true);
   if (const int status = ma_->validateCredentials(); status != kDMCredentialsAccepted) {
+    noteTrouble(ma_->errorDescription());
     lastWord()->connectionError(*this, status, errorMessageForType(status));
     return false;
   }
@@ -170,12 +171,14 @@ void CopyFiles::transactionSuccessful(DMTransaction& transaction) {
 
 void CopyFiles::transactionHadError(DMTransaction& transaction) {
   abort();
+  noteTrouble(transaction.errorDescription());
   const int type = transaction.errorType();
   const std::string message = errorMessageForType(type);
   if (CopyDelegate* delegate = lastWord()) delegate->connectionError(*this, type, message);
 }
 
-void CopyFiles::transactionAborted(DMTransaction&) {
+void CopyFiles::transactionAborted(DMTransaction& transaction) {
+  noteTrouble(transaction.errorDescription());
   services_.log.write("transactionAborted");
   if (CopyDelegate* delegate = lastWord()) delegate->copyAborted(*this);
 }
@@ -187,6 +190,10 @@ std::string CopyFiles::errorMessageForType(int type) {
   services_.log.write("transactionHadError");
   services_.log.write(known->name);
   return std::string(known->message);
+}
+
+void CopyFiles::noteTrouble(std::string sentence) {
+  if (!sentence.empty()) troubles_.push_back(std::move(sentence));
 }
 
 void CopyFiles::stopTimer() {

@@ -35,6 +35,7 @@ struct UploadContext {
   std::deque<CopyEntry> filesToCopy;  // after this one
 };
 
+// Its troubles: why the service refused, and what an upload had to leave behind.
 class CopyFiles final : public CopyBackEnd, public DMTransactionDelegate {
  public:
   // Tells the service who looks up the account.
@@ -69,6 +70,7 @@ class CopyFiles final : public CopyBackEnd, public DMTransactionDelegate {
   void copyNextItemInArray(std::deque<CopyEntry> files, const std::string& toDirectory);
   void updateCopy(const std::weak_ptr<DMTransaction>& transaction);
   void stopTimer();
+  void noteTrouble(std::string sentence);
   std::unique_ptr<DMiDiskSession> openSession();
   std::shared_ptr<CopyFiles> self() { return std::static_pointer_cast<CopyFiles>(shared_from_this()); }
   // The delegate for its last callback.

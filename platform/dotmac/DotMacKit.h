@@ -43,6 +43,9 @@ class DMTransaction {
   virtual std::int64_t contentLength() const = 0;
   // Of a transaction that had an error; 0 otherwise.
   virtual int errorType() const = 0;
+  // What went wrong, for whoever has to look into it: what was asked and what came of it. Also of an abort
+  // that had to leave something behind; "" otherwise.
+  virtual std::string errorDescription() const { return {}; }
   // Stops it; transactionAborted follows from the loop once nothing is left of it on the server, in a few
   // seconds at the latest. A file that has arrived and is being put in its place is there then. Does nothing
   // when the transaction has ended or was aborted before.
@@ -72,6 +75,8 @@ class DMMemberAccount {
   virtual std::string name() const = 0;
   // kDMCredentialsAccepted, or a DMErrorType.
   virtual int validateCredentials() = 0;
+  // What was wrong with them, as errorDescription() of a transaction.
+  virtual std::string errorDescription() const { return {}; }
   // A completed transaction whose result is the number of days, begun ones included, until the membership
   // expires: 0 or less when it has, kNeverExpires when it never does.
   virtual std::shared_ptr<DMTransaction> daysLeftUntilExpiration() = 0;

@@ -117,7 +117,7 @@ TEST_F(Publishing, UploadsToTheIDiskAndSaysWhenItCannot) {
 
   library.done("set 1/2 vcCopy=1");
   server.kill();
-  EXPECT_THAT(library.run("publish --replace"), Fails(1, ".Mac Error!: Could not contact to .Mac.  Check"));
+  EXPECT_THAT(library.run("publish --replace"), Fails(1, "PROPFIND of \"/\": The server"));
   EXPECT_TRUE(isMarkedForCopying());
   ASSERT_TRUE(server.start());
   EXPECT_THAT(library.run("publish --replace"), Exits(0));
