@@ -2,6 +2,7 @@
 
 #include "model/Channel.h"
 #include "transfer/CopyFiles.h"
+#include "transfer/CopyFilesLocally.h"
 
 namespace clipwave {
 
@@ -54,7 +55,7 @@ Controller::Controller(const ApplicationServices& services, lanternAppDelegate& 
   interface_.channelTableView.setDelegate(&episodeListEditing_);
   interface_.publishButton.setAction([this] {
     if (!publishRun_.isCopying()) {
-      localBackEnds_.clear();
+      backEnds_.clear();
       feedPreparation_.forgetTroubles();
     }
     publishRun_.save();
@@ -203,18 +204,18 @@ void Controller::showAboutWindow() {
 
 std::shared_ptr<CopyBackEnd> Controller::makeBackEnd(int protocolTag) {
   if (protocolTag == kDotMacMethod) {
-    return std::make_shared<CopyFiles>(DotMacCopyServices{
-        services_.application, services_.runLoop, services_.defaults, services_.log, services_.dotMac});
+    backEnds_.push_back(std::make_shared<CopyFiles>(DotMacCopyServices{
+        services_.application, services_.runLoop, services_.defaults, services_.log, services_.dotMac}));
+  } else {
+    backEnds_.push_back(std::make_shared<CopyFilesLocally>(LocalCopyServices{
+        services_.application, services_.runLoop, services_.files, services_.defaults, services_.log}));
   }
-  auto backEnd = std::make_shared<CopyFilesLocally>(LocalCopyServices{
-      services_.application, services_.runLoop, services_.files, services_.defaults, services_.log});
-  localBackEnds_.push_back(backEnd);
-  return backEnd;
+  return backEnds_.back();
 }
 
 std::vector<std::string> Controller::publishTroubles() const {
   std::vector<std::string> troubles = feedPreparation_.troubles();
-  for (const auto& backEnd : localBackEnds_) {
+  for (const auto& backEnd : backEnds_) {
     troubles.insert(troubles.end(), backEnd->troubles().begin(), backEnd->troubles().end());
   }
   return troubles;

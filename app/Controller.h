@@ -19,7 +19,7 @@
 #include "publish/FeedPreparation.h"
 #include "publish/PublishRun.h"
 #include "publish/SubscriptionHandOff.h"
-#include "transfer/CopyFilesLocally.h"
+#include "transfer/CopyBackEnd.h"
 #include "ui/EpisodeListEditing.h"
 #include "ui/PublishMethod.h"
 #include "ui/WindowLayout.h"
@@ -72,7 +72,7 @@ class Controller {
   const MovieTypes& types() const { return types_; }
   FeedTables feedTables() const { return {languageDataSource_, types_}; }
   bool addedNewChannel() const { return addedNewChannel_; }
-  // What the last publish run passed over in silence, one sentence each.
+  // What the last publish run passed over in silence or told without its reason, one sentence each.
   std::vector<std::string> publishTroubles() const;
 
  private:
@@ -98,7 +98,7 @@ class Controller {
   FeedMappings vodcastMappings_;
   FeedMappings channelMappings_;
   MovieTypes types_;
-  std::vector<std::shared_ptr<CopyFilesLocally>> localBackEnds_;  // of the last publish run
+  std::vector<std::shared_ptr<CopyBackEnd>> backEnds_;  // of the last publish run
   FeedPreparation feedPreparation_;
   PublishRun publishRun_;
   SubscriptionHandOff subscriptionHandOff_;

@@ -16,6 +16,8 @@ constexpr const char* kAddress = "dotMacAddress";
 constexpr const char* kMember = "dotMacMemberName";
 constexpr const char* kHomePage = "dotMacHomePageURL";
 constexpr const char* kPlainHTTP = "dotMacAllowsPlainHTTP";
+constexpr const char* kReadableOnTheWay =
+    "Over plain http anyone on the way can read the password. Use https, or say --allow-plain-http.";
 constexpr const char* kNoAccount = "No .Mac account is set up. Say --server and --member.";
 
 struct AccountOptions {
@@ -115,9 +117,7 @@ bool isAcceptable(Companion& companion, const AccountOptions& options) {
   }
   const bool allowsPlainHTTP = options.allowsPlainHTTP.value_or(companion.defaults().boolean(kPlainHTTP));
   if (options.server && isReadableOnTheWay(*options.server) && !allowsPlainHTTP) {
-    usageError(
-        "Over plain http anyone on the way can read the password. Use https, or say "
-        "--allow-plain-http.");
+    usageError(kReadableOnTheWay);
     return false;
   }
   if (options.wantsPassword && !isConfigured(accountOf(companion, options))) {
@@ -143,6 +143,9 @@ ExitStatus check(Companion& companion) {
   const ApplicationServices& services = companion.services();
   const auto account = services.dotMac.accountFromPreferencesWithApplicationID(CopyFiles::kApplicationID);
   if (!account) return failure(kNoAccount);
+  // The service could only say that the password was not accepted, which nobody has been shown.
+  if (isReadableOnTheWay(services.defaults.string(kAddress)) && !services.defaults.boolean(kPlainHTTP))
+    return failure(kReadableOnTheWay);
   account->setIsSynchronous(true);
   const int answer = account->validateCredentials();
   if (answer == kDMCredentialsAccepted) {
@@ -152,6 +155,7 @@ ExitStatus check(Companion& companion) {
   const auto messages = std::make_shared<CopyFiles>(DotMacCopyServices{
       services.application, services.runLoop, services.defaults, services.log, services.dotMac});
   printError(".Mac Error!", messages->errorMessageForType(answer));
+  printError("clipwavectl", account->errorDescription());
   return kFailed;
 }
 
@@ -174,13 +178,18 @@ ExitStatus runAccount(Companion& companion, const CommandLine& arguments) {
     if (!password) printError("clipwavectl", "No password was given; one that is kept stays.");
   }
   if (const auto stored = store(companion, *options); !stored) return failure(stored.error());
-  // A password whose account goes would lie where no command reaches it.
-  const bool forgets = isConfigured(before) && !isConfigured(account);
-  if (password || forgets) {
-    const auto kept =
-        companion.services().secrets.setPassword(forgets ? before : account, password.value_or(""));
-    if (!kept) return failure(kept.error());
+  SecretStore& secrets = companion.services().secrets;
+  if (password) {
+    if (const auto kept = secrets.setPassword(account, *password); !kept) return failure(kept.error());
   }
+  // A password whose account goes would lie where no command reaches it.
+  if (isConfigured(before) && before != account) {
+    if (const auto forgotten = secrets.setPassword(before, ""); !forgotten) return failure(forgotten.error());
+  }
+  const UserDefaultsController& defaults = companion.defaults();
+  if (isConfigured(account) && !defaults.isSetByUser(kHomePage))
+    printError("clipwavectl", "No home page is set: feeds will link to movies at " +
+                                  defaults.string(kHomePage) + ". Say --home-page.");
   return options->check || password ? check(companion) : kDone;
 }
 

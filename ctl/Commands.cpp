@@ -62,17 +62,20 @@ const std::vector<Command>& commandTable() {
        "Without options, or with --json alone, the account, but never its password. --server is the WebDAV "
        "address of\n"
        "the iDisk's top level, --home-page that of the home pages. An empty text goes back to the initial "
-       "value; an\n"
-       "empty server or member removes the account and its password. With --server, --member or --password "
-       "the\n"
-       "password is asked for at the terminal, or else read from standard input as one line; an empty one "
+       "value;\n"
+       "another server or member, or an empty one, forgets the former account's password. With --server, "
+       "--member or\n"
+       "--password the password is asked for at the terminal, or else read from standard input as one line; "
+       "an empty one "
        "keeps what is\n"
        "kept. It is kept where the desktop keeps secrets, or without such a place in a file that only you "
        "can "
        "read. Then,\n"
        "and with --check, the server is asked whether it accepts it. Over plain http to another machine only "
        "with\n"
-       "--allow-plain-http. Does not open the library.\n",
+       "--allow-plain-http. Does not open the library: a channel takes another member or home page over when "
+       "set\n"
+       "gives it protocolTag=2 again.\n",
        0, false, runAccount},
       {"defaults", "[KEY[=VALUE]...]", "Show or set the user defaults",
        "Without arguments all of them. KEY= goes back to the initial value; booleans are 0 and 1.\n", 0,

@@ -11,7 +11,8 @@ class SilentLog final : public Log {
 
 }  // namespace
 
-Companion::Companion(const std::string& executablePath, bool verbose) : runLoop_(makeRunLoop(clock_)) {
+Companion::Companion(const std::string& executablePath, bool verbose)
+    : isVerbose_(verbose), runLoop_(makeRunLoop(clock_)) {
   if (verbose) {
     log_ = std::make_unique<StandardErrorLog>("clipwavectl");
   } else {

@@ -28,6 +28,7 @@ class Companion {
   // For commands that never save.
   ExitStatus finishWithoutSaving() const { return shell_.hasFailed() ? kFailed : kDone; }
 
+  bool isVerbose() const { return isVerbose_; }
   TerminalShell& shell() { return shell_; }
   RunLoop& runLoop() { return *runLoop_; }
   const ApplicationServices& services() const { return program_->services(); }
@@ -40,6 +41,7 @@ class Companion {
   ManagedObjectContext& context() { return *controller().channelController().managedObjectContext(); }
 
  private:
+  bool isVerbose_;
   SystemClock clock_;
   TerminalShell shell_;
   StateOnlyInterfaceLoader interfaces_;

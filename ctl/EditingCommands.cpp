@@ -144,11 +144,8 @@ bool setPublishMethod(Companion& companion, ManagedObject& channel, int tag, con
   const Value before = channel.value("protocolTag");
   companion.controller().channelController().setSelectedObjects({&channel});
   companion.shell().setChosenPaths(folder);
-  companion.shell().setAnswerer([](const Alert& alert) {
-    // Whether to go and sign up is a question for a window; here it is "Cancel".
-    printError(alert.title, alert.message);
-    return Alert::Answer::Alternate;
-  });
+  // Nobody is taken to the page for signing up.
+  companion.shell().setAnswerer(declineAtTerminal);
   companion.interface().protocolPopUp.chooseItemWithTag(tag);
   companion.shell().setAnswerer(nullptr);
   if (channel.value("protocolTag") == Value(tag)) return true;

@@ -15,9 +15,11 @@ namespace {
 
 enum class Existing { Ask, Replace, Keep };
 
-// What becomes of a file that exists at the destination.
-std::optional<Alert::Answer> answerForExistingFile(Companion& companion, Alert& alert, Existing existing,
-                                                   int interrupts) {
+// Above all, what becomes of a file that exists at the destination.
+std::optional<Alert::Answer> answerFor(Companion& companion, Alert& alert, Existing existing,
+                                       int interrupts) {
+  // A run that a timer starts takes nobody to the page for signing up.
+  if (alert.title == "No .Mac Account!") return declineAtTerminal(alert);
   if (alert.title != "File Exists!") return std::nullopt;
   // Who interrupts while file after file is asked about, perhaps of a server that hangs, is not to wait for
   // the last of them.
@@ -50,6 +52,7 @@ std::string sentenceFor(PublishOutcome outcome, const std::optional<Error>& erro
     case PublishOutcome::NotSaved:
       return error ? error->localizedDescription : "The library could not be saved. Nothing was published.";
     case PublishOutcome::Refused:
+    case PublishOutcome::ConnectionError:
       return "The run has stopped at \"" + currentTitle(companion) +
              "\". This channel and later ones were not published.";
     case PublishOutcome::Aborted:
@@ -157,7 +160,9 @@ ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
     error = why;
     companion.runLoop().stop();
   });
-  if (::isatty(STDERR_FILENO) != 0) {
+  // Log lines say the same, and would break into it.
+  const bool showsProgress = ::isatty(STDERR_FILENO) != 0 && !companion.isVerbose();
+  if (showsProgress) {
     run.setOnProgress([](std::string_view line) {
       // One column stays free: a terminal breaks the line behind its last one.
       std::cerr << "\r\033[K" << progressText(line, terminalColumns() - 1) << std::flush;
@@ -167,12 +172,11 @@ ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
   Interrupts interrupts(companion.runLoop(), [&run] {
     if (run.isCopying()) run.save();
   });
-  companion.shell().setAnswerer([&](Alert& alert) {
-    return answerForExistingFile(companion, alert, existing, interrupts.descriptor());
-  });
+  companion.shell().setAnswerer(
+      [&](Alert& alert) { return answerFor(companion, alert, existing, interrupts.descriptor()); });
   companion.interface().publishButton.performClick();
   if (!outcome) companion.runLoop().run();
-  if (::isatty(STDERR_FILENO) != 0) std::cerr << "\r\033[K" << std::flush;
+  if (showsProgress) std::cerr << "\r\033[K" << std::flush;
 
   const auto troubles = companion.controller().publishTroubles();
   for (const std::string& trouble : troubles) printError("clipwavectl", trouble);

@@ -33,6 +33,11 @@ void TerminalShell::beginOpenPanelSheet(OpenPanel, Window&, std::function<void(O
   if (ended) ended({});
 }
 
+Alert::Answer declineAtTerminal(const Alert& alert) {
+  printError(alert.title, alert.message);
+  return Alert::Answer::Alternate;
+}
+
 void TerminalShell::exitProcess(int status) {
   std::cout.flush();
   printError("Error", "The feed could not be written to /tmp. The library was not saved.");

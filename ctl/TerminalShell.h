@@ -38,6 +38,9 @@ class TerminalShell final : public ApplicationShell {
 // One line on standard error: "title: message".
 void printError(const std::string& title, const std::string& message);
 
+// Tells what the alert says, and answers "Cancel": for a question that leads on to a window.
+Alert::Answer declineAtTerminal(const Alert& alert);
+
 // Asks a person at the terminal what becomes of a file that exists; nothing where no person is there. The end
 // of input, and anything to be read from the descriptor `interrupts`, is the answer "Cancel".
 std::optional<Alert::Answer> askAtTerminal(Alert& alert, int interrupts);

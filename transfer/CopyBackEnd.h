@@ -57,10 +57,14 @@ class CopyBackEnd : public std::enable_shared_from_this<CopyBackEnd> {
     delegate_ = nullptr;
     abort();
   }
+  // What a window passes over in silence, or tells without its reason: one sentence each, for a companion.
+  // Each is also a line in the log.
+  const std::vector<std::string>& troubles() const { return troubles_; }
 
  protected:
   // Not owned. None before copyFiles, and once the last callback has been sent or the sender has gone.
   CopyDelegate* delegate_ = nullptr;
+  std::vector<std::string> troubles_;
 };
 
 }  // namespace clipwave

@@ -60,6 +60,15 @@ std::optional<std::string> CopyFiles::dmusername(DotMacKit& dotMac) {
   return account->name();
 }
 
+void CopyFiles::offerToSignUp(Application& application, DotMacKit& dotMac) {
+  const Alert::Answer answer = application.runCriticalAlertPanel(
+      "No .Mac Account!",
+      "You have not signed up for .Mac yet or entered your information into the .Mac System Preference.  "
+      "Do you want to go to .Mac and sign up?",
+      "OK", "Cancel");
+  if (answer == Alert::Answer::Default) dotMac.signUpNewMember();
+}
+
 bool CopyFiles::copyFiles(const std::vector<CopyEntry>& files, const std::optional<std::string>& toDirectory,
                           CopyDelegate& sender) {
   delegate_ = &sender;
@@ -83,16 +92,12 @@ bool CopyFiles::copyFiles(const std::vector<CopyEntry>& files, const std::option
 bool CopyFiles::isMembershipValid() {
   ma_ = services_.dotMac.accountFromPreferencesWithApplicationID(kApplicationID);
   if (!ma_) {
-    const Alert::Answer answer = services_.application.runCriticalAlertPanel(
-        "No .Mac Account!",
-        "You have not signed up for .Mac yet or entered your information into the .Mac System Preference.  "
-        "Do you want to go to .Mac and sign up?",
-        "OK", "Cancel");
-    if (answer == Alert::Answer::Default) services_.dotMac.signUpNewMember();
+    offerToSignUp(services_.application, services_.dotMac);
     return false;
   }
   ma_->setIsSynchronous(true);
   if (const int status = ma_->validateCredentials(); status != kDMCredentialsAccepted) {
+    noteTrouble(ma_->errorDescription());
     lastWord()->connectionError(*this, status, errorMessageForType(status));
     return false;
   }
@@ -166,12 +171,14 @@ void CopyFiles::transactionSuccessful(DMTransaction& transaction) {
 
 void CopyFiles::transactionHadError(DMTransaction& transaction) {
   abort();
+  noteTrouble(transaction.errorDescription());
   const int type = transaction.errorType();
   const std::string message = errorMessageForType(type);
   if (CopyDelegate* delegate = lastWord()) delegate->connectionError(*this, type, message);
 }
 
-void CopyFiles::transactionAborted(DMTransaction&) {
+void CopyFiles::transactionAborted(DMTransaction& transaction) {
+  noteTrouble(transaction.errorDescription());
   services_.log.write("transactionAborted");
   if (CopyDelegate* delegate = lastWord()) delegate->copyAborted(*this);
 }
@@ -183,6 +190,10 @@ std::string CopyFiles::errorMessageForType(int type) {
   services_.log.write("transactionHadError");
   services_.log.write(known->name);
   return std::string(known->message);
+}
+
+void CopyFiles::noteTrouble(std::string sentence) {
+  if (!sentence.empty()) troubles_.push_back(std::move(sentence));
 }
 
 void CopyFiles::stopTimer() {

@@ -35,6 +35,7 @@ struct UploadContext {
   std::deque<CopyEntry> filesToCopy;  // after this one
 };
 
+// Its troubles: why the service refused, and what an upload had to leave behind.
 class CopyFiles final : public CopyBackEnd, public DMTransactionDelegate {
  public:
   // Tells the service who looks up the account.
@@ -47,6 +48,8 @@ class CopyFiles final : public CopyBackEnd, public DMTransactionDelegate {
 
   // The configured member's name; none when no account is configured.
   static std::optional<std::string> dmusername(DotMacKit& dotMac);
+  // Says that no account is configured; "OK" opens the page for signing up.
+  static void offerToSignUp(Application& application, DotMacKit& dotMac);
 
   // Blocks while the service checks the membership and the destination. No directory: the iDisk's top level.
   bool copyFiles(const std::vector<CopyEntry>& files, const std::optional<std::string>& toDirectory,
@@ -67,6 +70,7 @@ class CopyFiles final : public CopyBackEnd, public DMTransactionDelegate {
   void copyNextItemInArray(std::deque<CopyEntry> files, const std::string& toDirectory);
   void updateCopy(const std::weak_ptr<DMTransaction>& transaction);
   void stopTimer();
+  void noteTrouble(std::string sentence);
   std::unique_ptr<DMiDiskSession> openSession();
   std::shared_ptr<CopyFiles> self() { return std::static_pointer_cast<CopyFiles>(shared_from_this()); }
   // The delegate for its last callback.

@@ -27,6 +27,7 @@ struct LocalCopyServices {
   Log& log;
 };
 
+// Its troubles: source files that could not be read whole, destination files that could not be written whole.
 class CopyFilesLocally final : public CopyBackEnd {
  public:
   // What is written in one turn of the run loop.
@@ -44,11 +45,6 @@ class CopyFilesLocally final : public CopyBackEnd {
   // never came past the checks of the folder has nobody to send it to. The part of the file written so far
   // stays.
   void abort() override;
-
-  // What went wrong without a callback: source files that could not be read whole, destination files that
-  // could not be written whole. One sentence each, for a companion that reports what a window passes over in
-  // silence; each is also a line in the log.
-  const std::vector<std::string>& troubles() const { return troubles_; }
 
  private:
   struct ChunkState;
@@ -68,7 +64,6 @@ class CopyFilesLocally final : public CopyBackEnd {
   std::shared_ptr<ChunkState> state_;  // the file being copied; none when no copy is in progress
   // Not owned: the pending timer owns the back-end.
   std::weak_ptr<Timer> timer_;
-  std::vector<std::string> troubles_;
 };
 
 }  // namespace clipwave

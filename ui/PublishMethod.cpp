@@ -39,12 +39,7 @@ void PublishMethod::chooseDotMac() {
     });
     return;
   }
-  const Alert::Answer answer = services_.application.runCriticalAlertPanel(
-      "No .Mac Account!",
-      "You have not signed up for .Mac yet or entered your information into the .Mac System Preference.  Do "
-      "you want to go to .Mac and sign up?",
-      "OK", "Cancel");
-  if (answer == Alert::Answer::Default) services_.dotMac.signUpNewMember();
+  CopyFiles::offerToSignUp(services_.application, services_.dotMac);
   completeChoice([this] { services_.channelController.selection().setValue("protocolTag", kFolderMethod); });
 }
 

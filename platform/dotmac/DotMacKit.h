@@ -43,6 +43,9 @@ class DMTransaction {
   virtual std::int64_t contentLength() const = 0;
   // Of a transaction that had an error; 0 otherwise.
   virtual int errorType() const = 0;
+  // What went wrong, for whoever has to look into it: what was asked and what came of it. Also of an abort
+  // that had to leave something behind; "" otherwise.
+  virtual std::string errorDescription() const { return {}; }
   // Stops it; transactionAborted follows from the loop once nothing is left of it on the server, in a few
   // seconds at the latest, or transactionSuccessful where it turns out to have been done by then. Does
   // nothing when the transaction has ended or was aborted before.
@@ -72,6 +75,8 @@ class DMMemberAccount {
   virtual std::string name() const = 0;
   // kDMCredentialsAccepted, or a DMErrorType.
   virtual int validateCredentials() = 0;
+  // What was wrong with them, as errorDescription() of a transaction.
+  virtual std::string errorDescription() const { return {}; }
   // A completed transaction whose result is the number of days, begun ones included, until the membership
   // expires: 0 or less when it has, kNeverExpires when it never does.
   virtual std::shared_ptr<DMTransaction> daysLeftUntilExpiration() = 0;
@@ -96,8 +101,9 @@ class DMiDiskSession {
   // Makes one folder whose parent exists; false when it was not made.
   virtual bool createDirectoryAtPath(std::string_view path) = 0;
   // Starts uploading a local file and answers its transaction. What is at `toPath` is replaced when, and only
-  // when, the whole file has arrived: until then the file goes by another name in the same folder, which
-  // nothing is left of by failures and aborts.
+  // when, the whole file has arrived: until then the file goes by another name in the same folder. Failures
+  // and aborts leave nothing of that where the server can still be asked; else the next upload to `toPath`
+  // does.
   virtual std::shared_ptr<DMTransaction> putLocalFileAtPath(std::string_view localPath,
                                                             std::string_view toPath) = 0;
 };

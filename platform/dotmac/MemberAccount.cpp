@@ -37,8 +37,9 @@ std::int64_t daysBetween(Date now, Date end) {
 int MemberAccount::validateCredentials() {
   const WebDAVRequest request = WebDAVRequest::question("/", true);
   const WebDAVAnswer answer = server()->send(request, options_.answerTimeout);
+  errorDescription_ = answer.failure ? failureLine(request, *answer.failure) : "";
   if (!answer.failure) return kDMCredentialsAccepted;
-  services_.log.write(failureLine(request, *answer.failure));
+  services_.log.write(errorDescription_);
   // A web server that knows no such question: the address is wrong.
   if (answer.status == 405 || answer.status == 501) return kDMResourceNotFound;
   return answer.failure->code;

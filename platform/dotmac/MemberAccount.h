@@ -18,6 +18,7 @@ class MemberAccount final : public DMMemberAccount {
   void setIsSynchronous(bool) override {}
   std::string name() const override { return settings_.name; }
   int validateCredentials() override;
+  std::string errorDescription() const override { return errorDescription_; }
   std::shared_ptr<DMTransaction> daysLeftUntilExpiration() override;
   void upgradeAccount() override;
 
@@ -29,6 +30,7 @@ class MemberAccount final : public DMMemberAccount {
   DotMacOptions options_;
   MemberSettings settings_;
   std::shared_ptr<WebDAVServer> server_;
+  std::string errorDescription_;
 };
 
 // Shows the page whose URL the settings hold under `key`; says so in the log where they hold none.

@@ -33,8 +33,10 @@ struct DotMacServices {
 struct DotMacOptions {
   // How long a question that is answered at once may take.
   Seconds answerTimeout{30};
-  // How long the removal of an unfinished upload may take.
+  // How long the removal of an unfinished upload may take: of a server that does not answer, and of one that
+  // answers that it still holds the file.
   Seconds cleanUpTimeout{5};
+  Seconds lockedTimeout{30};
 };
 
 std::unique_ptr<DotMacKit> makeDotMacKit(DotMacServices services, DotMacOptions options = {});

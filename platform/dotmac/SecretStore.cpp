@@ -31,24 +31,23 @@ class PasswordFile {
     kept->erase(keyOf(account));
     if (!password.empty()) kept->emplace(keyOf(account), Value::data(password));
     if (kept->empty()) return remove(path_);
-    if (auto folder = createFolderWithParents(files_, stringByDeletingLastPathComponent(path_), 0700);
-        !folder)
-      return folder;
-    // A file that others may read would keep its permissions, and a link would lead the passwords elsewhere;
-    // so a new file takes its place. It is whole before the old one goes: the disk may be full.
-    const std::string fresh = path_ + ".new";
-    auto done = remove(fresh);
-    if (done) done = files_.writeAtomically(dataFromPropertyList(*kept), fresh, 0600);
+    auto done = createFolderWithParents(files_, stringByDeletingLastPathComponent(path_), 0700);
+    // Written in place, a file that others may read would keep its permissions, and a link would lead the
+    // passwords elsewhere. The old ones go when the new ones are there.
+    const std::string written = path_ + ".new";
+    if (done) done = remove(written);
+    if (done) done = files_.writeAtomically(dataFromPropertyList(*kept), written, 0600);
     if (done) done = remove(path_);
-    return done ? files_.movePath(fresh, path_) : done;
+    return done ? files_.movePath(written, path_) : done;
   }
 
  private:
-  // Nothing there is as good.
+  static std::string keyOf(const SecretAccount& account) { return account.address + " " + account.member; }
+
+  // Of a link, the link.
   Result<void> remove(const std::string& path) {
     return files_.fileAttributesAtPath(path, false) ? files_.removeFileAtPath(path) : Result<void>();
   }
-  static std::string keyOf(const SecretAccount& account) { return account.address + " " + account.member; }
 
   Result<Dictionary> read() {
     if (!isPossible() || !files_.fileExistsAtPath(path_)) return Dictionary();

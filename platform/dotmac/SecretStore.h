@@ -16,6 +16,8 @@ namespace clipwave {
 struct SecretAccount {
   std::string address;  // of the iDisk
   std::string member;
+
+  bool operator==(const SecretAccount&) const = default;
 };
 
 class SecretStore {

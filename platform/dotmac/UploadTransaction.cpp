@@ -93,13 +93,16 @@ void UploadTransaction::takeSent(const WebDAVAnswer& answer) {
 void UploadTransaction::takeMoved(const WebDAVAnswer& answer) {
   if (!answer.failure) return end(&DMTransactionDelegate::transactionSuccessful);
   if (!ending_) return failRequest(answer);
-  log(failureLine(request_, *answer.failure));
+  note(failureLine(request_, *answer.failure));
   if (isUndecided(answer)) return end(ending_);
   removeTemporaryFile();
 }
 
-void UploadTransaction::log(const std::string& what) {
-  services_.log.write("The upload of \"" + toPath_ + "\": " + what);
+void UploadTransaction::note(const std::string& what) {
+  const std::string line = "The upload of \"" + toPath_ + "\": " + what;
+  services_.log.write(line);
+  // The reason comes first; what follows is about what is left.
+  errorDescription_ += errorDescription_.empty() ? line : " " + what;
 }
 
 void UploadTransaction::failRequest(const WebDAVAnswer& answer) {
@@ -112,7 +115,7 @@ void UploadTransaction::failRequest(const WebDAVAnswer& answer) {
 }
 
 void UploadTransaction::fail(const std::string& why, int errorType) {
-  log(why);
+  note(why);
   errorType_ = errorType;
   beginCleanUp(&DMTransactionDelegate::transactionHadError);
   stopAndRemove();
@@ -131,10 +134,15 @@ void UploadTransaction::beginCleanUp(Ending ending) {
   bytesTransferred_ = bytesTransferred();
   phase_ = Phase::CleaningUp;
   ending_ = ending;
-  cleanUpEnd_ = services_.runLoop.scheduleTimer(options_.cleanUpTimeout, [weak = weak_from_this()] {
+  limitCleanUp(options_.cleanUpTimeout);
+}
+
+void UploadTransaction::limitCleanUp(Seconds time) {
+  if (cleanUpEnd_) cleanUpEnd_->invalidate();
+  cleanUpEnd_ = services_.runLoop.scheduleTimer(time, [weak = weak_from_this()] {
     const auto self = weak.lock();
     if (!self || self->phase_ == Phase::Ended) return;
-    self->log("\"" + self->temporaryPath_ + "\" could not be removed in time.");
+    self->note("\"" + self->temporaryPath_ + "\" could not be removed in time.");
     self->end(self->ending_);
   });
 }
@@ -156,13 +164,14 @@ void UploadTransaction::takeRemoved(const WebDAVAnswer& answer) {
   const bool isGone = !answer.failure || answer.isMissing();
   // A server that comes to a PUT only after nobody sends it any more may begin the file when it was already
   // asked to remove it; others hold the file locked until they notice.
+  if (answer.status == 423 && !std::exchange(isLocked_, true)) limitCleanUp(options_.lockedTimeout);
   if (answer.status == 423 || (isGone && std::exchange(mayStillAppear_, false))) {
     exchange_.reset();
     services_.runLoop.scheduleTimer(kRemovalPause,
                                     [self = shared_from_this()] { self->removeTemporaryFile(); });
     return;
   }
-  if (!isGone) log(failureLine(request_, *answer.failure));
+  if (!isGone) note(failureLine(request_, *answer.failure));
   end(ending_);
 }
 

@@ -23,6 +23,7 @@ class UploadTransaction final : public DMTransaction, public std::enable_shared_
   std::int64_t bytesTransferred() const override;
   std::int64_t contentLength() const override { return contentLength_; }
   int errorType() const override { return errorType_; }
+  std::string errorDescription() const override { return errorDescription_; }
   void abort() override;
   Value result() const override { return {}; }
 
@@ -42,8 +43,9 @@ class UploadTransaction final : public DMTransaction, public std::enable_shared_
   void ask(Phase phase, WebDAVRequest request, Step next);
   void fail(const std::string& why, int errorType);
   void failRequest(const WebDAVAnswer& answer);
-  void log(const std::string& what);
+  void note(const std::string& what);
   void beginCleanUp(Ending ending);
+  void limitCleanUp(Seconds time);
   // Leaves nothing behind, then ends.
   void stopAndRemove();
   void removeTemporaryFile();
@@ -64,10 +66,12 @@ class UploadTransaction final : public DMTransaction, public std::enable_shared_
   std::shared_ptr<WebDAVExchange> exchange_;
   std::shared_ptr<Timer> cleanUpEnd_;
   bool mayHaveLeftFile_ = false;  // the temporary one
+  bool isLocked_ = false;         // the same, while the server still waits for its rest
   bool mayStillAppear_ = false;   // the same, after it was removed
   std::int64_t bytesTransferred_ = 0;
   std::int64_t contentLength_ = 0;
   int errorType_ = 0;
+  std::string errorDescription_;
 };
 
 }  // namespace clipwave

@@ -4,6 +4,7 @@
 #include "platform/foundation/FileManager.h"
 #include "platform/foundation/URLEscapes.h"
 #include "platform/foundation/URLs.h"
+#include "platform/foundation/WebAddress.h"
 
 namespace clipwave {
 namespace {
@@ -15,26 +16,14 @@ std::size_t pathStart(std::string_view url) {
 
 }  // namespace
 
-std::optional<std::string> originOf(std::string_view url) {
-  if (!isWebURL(url)) return std::nullopt;
-  const std::string scheme = schemeOf(url);
-  const std::size_t start = scheme.size() + 3;
-  std::string authority = lowerCased(url.substr(start, pathStart(url) - start));
-  authority.erase(0, authority.rfind('@') + 1);
-  const std::string_view ownPort = scheme == "https" ? ":443" : ":80";
-  if (authority.ends_with(ownPort)) authority.resize(authority.size() - ownPort.size());
-  return scheme + "://" + authority;
-}
-
 std::optional<WebDAVAddress> WebDAVAddress::fromText(std::string_view text) {
   text = trimmed(text);
-  const auto origin = originOf(text);
-  if (!origin || text.find_first_of("?#") != text.npos) return std::nullopt;
   const std::size_t start = pathStart(text);
+  const auto server = webAddressOf(text.substr(0, start));
   // A password in the address is nobody's to keep in the settings.
-  if (text.substr(0, start).find('@') != text.npos) return std::nullopt;
+  if (!server || server->hasUserInfo || text.find_first_of("?#") != text.npos) return std::nullopt;
   // Blanks and letters as a person enters them are escaped; what is escaped already stands.
-  std::string top = *origin + stringByAddingPercentEscapes(text.substr(start), "%", "");
+  std::string top = server->origin + stringByAddingPercentEscapes(text.substr(start), "%", "");
   while (top.ends_with('/')) top.pop_back();
   if (!isURL(top)) return std::nullopt;
   return WebDAVAddress(std::move(top));

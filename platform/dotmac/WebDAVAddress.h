@@ -7,11 +7,6 @@
 
 namespace clipwave {
 
-// "https://host:port" of a web URL, in the one form in which two that lead to the same server are equal and
-// that a request's Host header has: in lower case, without a user name, without the scheme's own port.
-// Nothing for any other text.
-std::optional<std::string> originOf(std::string_view url);
-
 class WebDAVAddress {
  public:
   // `text` is what a person entered: the URL of the iDisk's top level, with or without a "/" at its end.

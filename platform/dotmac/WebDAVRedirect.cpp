@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "platform/dotmac/WebDAVAddress.h"
 #include "platform/dotmac/WebDAVErrors.h"
 #include "platform/foundation/URLs.h"
+#include "platform/foundation/WebAddress.h"
 
 namespace clipwave {
 namespace {
@@ -18,7 +18,8 @@ std::string resolved(std::string_view location, std::string_view base) {
   location = location.substr(0, location.find('#'));
   if (location.starts_with("//")) return schemeOf(base) + ":" + std::string(location);
   if (location.find("://") < location.find_first_of("/?")) return std::string(location);
-  if (location.starts_with('/')) return originOf(base).value_or("") + std::string(location);
+  if (location.starts_with('/'))
+    return webAddressOf(base).value_or(WebAddress()).origin + std::string(location);
   return std::string(base.substr(0, base.rfind('/') + 1)) + std::string(location);
 }
 
@@ -48,10 +49,10 @@ Result<void> followRedirect(HTTPRequest& request, const HTTPResponse& response) 
   if (location == response.headers.end() || location->second.empty())
     return refused(answered + ", and not where to ask instead.");
   const std::string target = resolved(location->second, request.url);
-  const auto origin = originOf(target);
-  if (!origin) return refused(answered + ", with an address that leads out of the web.");
-  if (origin != originOf(request.url))
-    return refused(answered + " and leads to \u201c" + *origin +
+  const auto server = webAddressOf(target);
+  if (!server) return refused(answered + ", with an address that leads out of the web.");
+  if (server->origin != webAddressOf(request.url).value_or(WebAddress()).origin)
+    return refused(answered + " and leads to \u201c" + server->origin +
                    "\u201d, where the password must not go; enter that address if it is the right one.");
   for (auto& [name, value] : request.headers)
     if (name == "Destination") value = movedAlong(value, request.url, target);

@@ -1,6 +1,7 @@
 #include "platform/foundation/CurlLoop.h"
 
 #include <curl/curl.h>
+#include <sys/socket.h>
 
 #include <algorithm>
 #include <map>
@@ -54,6 +55,7 @@ class CurlLoop::State : public std::enable_shared_from_this<State> {
   void takeFinished();
   void removeEnded();
   void letGo(CURL* easy);
+  static void dropUnsent(CURL* easy);
   void tellLater(std::shared_ptr<Transfer> transfer, int code);
 
   RunLoop& runLoop_;
@@ -101,6 +103,7 @@ void CurlLoop::State::end(Transfer& transfer) {
   transfer.done = nullptr;
   const auto found = transfers_.find(transfer.easy);
   if (isInside_ || found == transfers_.end() || found->second.get() != &transfer) return;
+  dropUnsent(transfer.easy);
   letGo(transfer.easy);
   transfers_.erase(found);
 }
@@ -170,6 +173,7 @@ void CurlLoop::State::removeEnded() {
     if (!transfer->done) ended.push_back(transfer);
   }
   for (const auto& transfer : ended) {
+    dropUnsent(transfer->easy);
     letGo(transfer->easy);
     transfers_.erase(transfer->easy);
   }
@@ -180,6 +184,15 @@ void CurlLoop::State::removeEnded() {
 void CurlLoop::State::letGo(CURL* easy) {
   curl_easy_setopt(easy, CURLOPT_NOPROGRESS, 1L);
   curl_multi_remove_handle(multi_, easy);
+}
+
+// What the system still holds of an upload would go on reaching the server after its end.
+void CurlLoop::State::dropUnsent(CURL* easy) {
+  curl_socket_t socket = CURL_SOCKET_BAD;
+  if (curl_easy_getinfo(easy, CURLINFO_ACTIVESOCKET, &socket) != CURLE_OK || socket == CURL_SOCKET_BAD)
+    return;
+  const linger atOnce{1, 0};
+  ::setsockopt(socket, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
 }
 
 void CurlLoop::State::takeFinished() {

@@ -12,6 +12,7 @@
 #include "platform/foundation/HTTPSetUp.h"
 #include "platform/foundation/URLErrors.h"
 #include "platform/foundation/URLs.h"
+#include "platform/foundation/WebAddress.h"
 
 namespace clipwave {
 namespace {

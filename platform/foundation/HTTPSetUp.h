@@ -1,7 +1,6 @@
 // What every transfer over http and https has in common, whatever it is for. Internal to this room.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,16 +19,6 @@ void setUpForWeb(void* easy, const std::string& userAgent, const std::string& ce
 // The last status that came; 0 before the first.
 long statusOf(void* easy);
 
-// The parts of a web URL, as libcurl takes them when it connects.
-struct WebAddress {
-  std::string host;    // an IPv6 address in its brackets
-  std::string origin;  // scheme, host and port, in lower case
-  bool isEncrypted = false;
-  bool isLoopback = false;
-  bool hasUserInfo = false;
-};
-// Nothing where libcurl sees no host.
-std::optional<WebAddress> webAddressOf(const char* url);
 // The host, not too long for a sentence.
 std::string shownHost(std::string_view host);
 

@@ -67,8 +67,8 @@ std::optional<Error> HTTPTransfer::findRefusal() {
   if (!isURL(request_.url)) return badURLError();
   const std::string scheme = schemeOf(request_.url);
   if (scheme != "http" && scheme != "https") return unsupportedURLError(scheme);
-  const auto address = webAddressOf(request_.url.c_str());
-  if (!isWebURL(request_.url) || !address || address->hasUserInfo) return badURLError();
+  const auto address = webAddressOf(request_.url);
+  if (!address || address->hasUserInfo) return badURLError();
   address_ = *address;
   if (!isToken(request_.method) || !std::all_of(request_.headers.begin(), request_.headers.end(), &canBeSent))
     return urlError(kURLErrorBadURL, "The request holds a method or a header that cannot be sent.");

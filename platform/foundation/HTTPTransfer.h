@@ -11,6 +11,7 @@
 
 #include "platform/foundation/HTTPClient.h"
 #include "platform/foundation/HTTPSetUp.h"
+#include "platform/foundation/WebAddress.h"
 
 namespace clipwave {
 

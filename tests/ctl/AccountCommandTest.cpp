@@ -44,7 +44,8 @@ class Account : public Test {
 TEST_F(Account, IsSetShownAndTriedAndItsPasswordIsNeverShown) {
   EXPECT_THAT(account("--check"), Fails(1, "No .Mac account is set up."));
   EXPECT_THAT(account({"--server", server.url("/ann"), "--member", "ann"}, "wrong\n"),
-              Fails(1, ".Mac Error!: "));
+              AllOf(Fails(1, ".Mac Error!: "), Fails(1, "PROPFIND of \"/\": The server answered 401"),
+                    Fails(1, "No home page is set")));
   EXPECT_EQ(account("--password --home-page http://pages", kPassword + std::string("\r\nmore")).out,
             host + " accepts ann.\n");
   EXPECT_THAT(account("--password", "\n"), Fails(0, "one that is kept stays"));
@@ -67,6 +68,7 @@ TEST_F(Account, RefusesAddressesThatWouldGiveThePasswordAwayAndKeepsNothingOfThe
     EXPECT_THAT(account(line, "x\n"), Exits(2)) << line;
   EXPECT_EQ(settings(), before);
   EXPECT_THAT(account("--allow-plain-http --server http://h.invalid/"), Exits(0));
+  EXPECT_THAT(account("--member ann --forbid-plain-http --check"), Fails(1, "Over plain http anyone"));
 }
 
 TEST_F(Account, DecidesWhereAChannelMayGo) {
@@ -89,7 +91,11 @@ TEST_F(Account, DecidesWhereAChannelMayGo) {
   library.done("set Bread protocolTag=1 mediaPath=/pub vcURL=http://h/b");
   EXPECT_EQ(destination(), "1 /pub http://127.0.0.1/ http://h/b");
   library.done("set Bread protocolTag=2");
+  account("--password", "wrong");
+  EXPECT_THAT(library.run("publish"),
+              AllOf(Fails(1, ".Mac Error!: Username"), Fails(1, "stopped at \"Bread\"")));
   account({"--server", ""});
+  EXPECT_THAT(library.run("publish"), Fails(1, "No .Mac Account!: You have not"));
   EXPECT_THAT(library.run("set Bread protocolTag=2 vcTitle=Cake"),
               Fails(1, "No .Mac Account!: You have not"));
   EXPECT_EQ(destination(), "1" + onDisk.substr(1));

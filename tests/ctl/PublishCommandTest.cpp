@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "tests/ctl/CompanionProcess.h"
+#include "tests/support/DAVServer.h"
 #include "tests/support/RealMovies.h"
 
 namespace clipwave {
@@ -101,6 +102,26 @@ TEST_F(Publishing, ReportsEveryFileThatDidNotArriveWhole) {
   EXPECT_THAT(vanished, Fails(1, "The movie of the episode \"bread\" was not found."));
   EXPECT_EQ(vanished.out, kReport);
   EXPECT_TRUE(isMarkedForCopying());
+}
+
+TEST_F(Publishing, UploadsToTheIDiskAndSaysWhenItCannot) {
+  DAVServer server(DAVServer::Kind::ApacheDigest);
+  library.folder.write("input", "secret\n");
+  library.done({"account", "--server", server.url(), "--member", "ann", "--home-page", "http://pages"});
+  library.done("set Cooking protocolTag=2");
+  EXPECT_EQ(library.done("publish"), "itpc://pages/ann/clipwave/Cooking/podcast01.xml\n");
+  const std::string published = server / "Sites/clipwave/Cooking/";
+  EXPECT_EQ(readFile(published + "bread.mov"), readFile(movie));
+  EXPECT_EQ(readFile(published + "podcast01.xml"), library.done("feed Cooking"));
+  EXPECT_FALSE(isMarkedForCopying());
+
+  library.done("set 1/2 vcCopy=1");
+  server.kill();
+  EXPECT_THAT(library.run("publish --replace"), Fails(1, "PROPFIND of \"/\": The server"));
+  EXPECT_TRUE(isMarkedForCopying());
+  ASSERT_TRUE(server.start());
+  EXPECT_THAT(library.run("publish --replace"), Exits(0));
+  EXPECT_FALSE(isMarkedForCopying());
 }
 
 // What an interrupt and a second process do while an endless movie is being sent.

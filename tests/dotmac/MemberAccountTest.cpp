@@ -98,6 +98,27 @@ TEST(DiskSession, AMoveThatTheServerMayHaveHeardTwiceIsNotCleanedUpAfter) {
   EXPECT_THAT(server.requests().back().head, StartsWith("MOVE"));
 }
 
+TEST(DiskSession, AMoveWhoseEndIsNotKnownIsNotUndone) {
+  LoopbackServer server;
+  MemberDisk member(server.url("/"), {}, Seconds(0.3));
+  const std::string local = member.folder.write("local", "new");
+  EXPECT_EQ(member.upload(local, "movie"), "104");
+  server.answer(server.requests().at(1).path(), [](LoopbackConnection& connection) {
+    if (connection.request().method() == "PUT") connection.send(httpResponse(201, ""));
+    if (connection.request().method() == "MOVE") connection.pause(Seconds(1));
+  });
+  EXPECT_EQ(member.upload(local, "movie"), "103");
+  Upload aborted(*member.loop, *member.kit, local, "movie");
+  while (server.requests().size() < 9) member.loop->runOnce(Seconds(0.01));
+  aborted.transaction->abort();
+  EXPECT_EQ(aborted.ending(), "aborted");
+  std::string methods;
+  for (const LoopbackRequest& request : server.requests()) methods += request.method() + " ";
+  EXPECT_EQ(methods, "PROPFIND PUT DELETE PROPFIND PUT MOVE PROPFIND PUT MOVE ");
+  EXPECT_EQ(server.requests().back().header("Destination"), server.url("/movie"));
+  EXPECT_EQ(server.requests().back().header("Overwrite"), "T");
+}
+
 TEST(MemberAccount, TheDaysThatAreLeftCountThoseThatHaveBegun) {
   MemberDisk member("https://disk.example/");
   const Date now = member.calendar.now();  // 2009-03-02T13:20:00Z
