@@ -84,28 +84,6 @@ class HTTPClientTest : public Test {
   std::unique_ptr<HTTPExchange> exchange_;
 };
 
-TEST_F(HTTPClientTest, AnyMethodIsSentWithItsHeadersAndItsBodyOverOneConnection) {
-  server_.answer("/a", [](LoopbackConnection& connection) {
-    connection.keepOpen();
-    connection.send(connection.request().method() == "HEAD"
-                        ? "HTTP/1.1 207 Multi\r\nContent-Length: 9999999999\r\n\r\n"
-                        : kept(207, "<ok/>", "ETag: \"a\"\r\nEtag:  \"b\""));
-  });
-  const std::tuple<std::string, std::size_t, const char*> kSent[] = {
-      {"PROPFIND", 4, "4"}, {"MKCOL", 0, ""}, {"HEAD", 0, ""}, {"PUT", 0, "0"}, {"POST", 200'000, "200000"}};
-  for (const auto& [method, size, length] : kSent) {
-    const std::string body(size, 'x');
-    both({method, server_.url("/a"), {{"Depth", "0"}, {"Empty", ""}}, body});
-    EXPECT_EQ(told_, method == "HEAD" ? "207 " : "207 <ok/>");
-    const LoopbackRequest sent = server_.requests().back();
-    EXPECT_EQ(sent.method() + sent.header("Depth") + sent.body, method + "0" + body);
-    EXPECT_EQ(sent.header("Content-Length"), length);
-    EXPECT_THAT(sent.head, AllOf(HasSubstr("\r\nEmpty:"), Not(HasSubstr("Content-Type"))));
-    EXPECT_EQ(sent.connection, 1) << method;
-  }
-  EXPECT_EQ(client().send({"GET", server_.url("/a")}, Seconds(5))->headers.at("etag"), "\"b\"");
-}
-
 TEST_F(HTTPClientTest, WhatMustNotBeAskedIsRefusedBeforeAnybodyHearsOfIt) {
   const std::string url = server_.url("/a");
   const HTTPRequest kBad[] = {{"GET", "http://anna@127.0.0.1/"},
@@ -236,20 +214,6 @@ TEST_F(HTTPClientTest, AnAnswerWithoutEndIsCutOff) {
     });
     EXPECT_THAT(both({"GET", server_.url("/a"), {}, "", nullptr, kAnna}), StartsWith(expected));
   }
-}
-
-TEST_F(HTTPClientTest, AServerThatDoesNotGoOnIsLeft) {
-  options_.stallTimeout = Seconds(1);
-  server_.answerHead("/a", [](LoopbackConnection& connection) {
-    connection.send("HTTP/1.1 100 Continue\r\n\r\n");
-    connection.pause(Seconds(30));
-  });
-  const Seconds begun = clock_.uptime();
-  EXPECT_EQ(send(put(30'000'000), Seconds(0.5)),
-            "-1001 The server \u201c127.0.0.1\u201d did not take everything in time.");
-  EXPECT_LT(clock_.uptime() - begun, Seconds(3));
-  EXPECT_THAT(background(put(30'000'000)), StartsWith("-1001 "));
-  EXPECT_LT(clock_.uptime() - begun, Seconds(15));
 }
 
 TEST_F(HTTPClientTest, AServerIsTrustedByItsCertificate) {

@@ -81,43 +81,5 @@ TEST_F(VodcastTest, AMovieOfFiveGibibytesShowsItsTrueSizeAndKeepsThirtyTwoBits) 
   EXPECT_EQ(episode_.trueFileSize(), kFiveGibibytes);
 }
 
-TEST_F(VodcastTest, UndoAndRedoOfAPathTakeAlongWhatWasReadFromTheFile) {
-  const std::string first = host_.makeFile("first.mov", 1, 60);
-  const std::string second = host_.makeFile("second.mov", 1);
-  host_.turn();
-  episode_.setValue("vcPath", first);
-  const std::vector<Value> ofFirst = movieValues(episode_);
-  host_.turn();
-  std::vector<Value> seen;
-  const Observation observation =
-      episode_.observe("vcPath", [&] { seen.push_back(episode_.value("vcPath")); });
-  episode_.setValue("vcPath", second);
-  host_.context->undo();
-  host_.context->undoManager().redo();
-  EXPECT_THAT(seen, ElementsAre(Value(second), Value(first), Value(second)));
-  host_.context->undo();
-  EXPECT_EQ(movieValues(episode_), ofFirst);
-  host_.context->undo();
-  EXPECT_THAT(movieValues(episode_),
-              ElementsAre(Value(), Value(""), Value(), Value(), Value(0), Value(""), Value("")));
-}
-
-TEST_F(VodcastTest, TheMediaURLFollowsTheChannelUnlessOneIsStored) {
-  episode_.setValue("vcPath", host_.makeFile("clip.mov", 1));
-  Vodcast& imported = host_.newEpisode(channel_);
-  imported.setValue("mediaURL", "http://other/shows");
-  imported.setValue("mediaFilename", "ep%201.mov");
-  host_.turn();
-  int told = 0;
-  const Observation observation = episode_.observe("mediaFullURL", [&told] { ++told; });
-
-  channel_.setValue("vcURL", "http://host/~ann/clipwave/Channel 01");
-  EXPECT_EQ(episode_.value("mediaFullURL"), Value("http://host/~ann/clipwave/Channel%2001/clip.mov"));
-  EXPECT_EQ(imported.mediaFullURL(), "http://other/shows/ep%201.mov");
-  EXPECT_EQ(told, 1);
-  host_.context->undo();
-  EXPECT_EQ(episode_.mediaURL(), "http://studio.example/~alex/clipwave/Channel%2001");
-}
-
 }  // namespace
 }  // namespace clipwave

@@ -44,8 +44,8 @@ bool LoopbackConnection::receive(std::string& bytes) {
   return count > 0;
 }
 
-bool LoopbackConnection::receiveHead(int connection) {
-  request_ = {"", "", connection};
+bool LoopbackConnection::receiveHead() {
+  request_ = {};
   isKeptOpen_ = false;
   while (request_.head.find("\r\n\r\n") == request_.head.npos) {
     if (!receive(request_.head)) return false;
@@ -118,15 +118,14 @@ std::vector<LoopbackRequest> LoopbackServer::requests() const {
 
 void LoopbackServer::acceptConnections() {
   for (int socket = 0; (socket = ::accept4(listening_, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
-    const int connection = static_cast<int>(connections_.size());
-    connections_.emplace_back(socket, [this, socket, connection] { serve(socket, connection); });
+    connections_.emplace_back(socket, [this, socket] { serve(socket); });
   }
 }
 
-void LoopbackServer::serve(int socket, int number) {
+void LoopbackServer::serve(int socket) {
   LoopbackConnection connection(socket);
   do {
-    if (!connection.receiveHead(number)) break;
+    if (!connection.receiveHead()) break;
     Answer answer = [](LoopbackConnection& client) { client.send(httpResponse(404, "Not here.")); };
     std::size_t index = 0;
     {

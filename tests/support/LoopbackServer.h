@@ -18,7 +18,6 @@ namespace clipwave::testing {
 struct LoopbackRequest {
   std::string head;  // request line and headers
   std::string body = {};
-  int connection = 0;  // on which it came; they are numbered
 
   std::string method() const { return head.substr(0, head.find(' ')); }
   std::string path() const;                         // with its query
@@ -41,7 +40,7 @@ class LoopbackConnection {
  private:
   friend class LoopbackServer;
   bool receive(std::string& bytes);
-  bool receiveHead(int connection);
+  bool receiveHead();
 
   int socket_;
   LoopbackRequest request_;
@@ -73,7 +72,7 @@ class LoopbackServer {
 
  private:
   void acceptConnections();
-  void serve(int socket, int connection);
+  void serve(int socket);
 
   EnvironmentVariable noProxy_{"no_proxy", "*"};
   int listening_ = -1;

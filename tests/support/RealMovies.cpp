@@ -9,12 +9,9 @@ std::string makeMovie(const TemporaryFolder& folder, std::string_view name, doub
   const std::string path = folder / name;
   const std::string length = ":duration=" + std::to_string(seconds);
   const bool hasPicture = !name.ends_with(".mp3") && !name.ends_with(".m4a") && !name.ends_with(".wav");
-  // Long movies are for their duration's sake: a silent frame every ten seconds will do.
-  const bool isLong = hasPicture && seconds > 60;
-  std::vector<std::string> arguments;
-  if (!isLong) arguments = {"-f", "lavfi", "-i", "sine=sample_rate=8000" + length};
+  std::vector<std::string> arguments = {"-f", "lavfi", "-i", "sine=sample_rate=8000" + length};
   if (hasPicture) {
-    const std::string pattern = std::string("testsrc2=size=64x48:rate=") + (isLong ? "1/10" : "10") + length;
+    const std::string pattern = "testsrc2=size=64x48:rate=10" + length;
     arguments.insert(arguments.end(), {"-f", "lavfi", "-i", pattern, "-c:v", "mpeg4"});
   }
   arguments.push_back(path);
