@@ -26,22 +26,6 @@ class ApplicationTest : public Test, public ApplicationDelegate {
   Application application{*loop, shell};
 };
 
-TEST_F(ApplicationTest, ASheetEndsWithItsCodeAndIsOrderedOutByItsHandler) {
-  Window window, sheet;
-  int code = -1;
-  application.beginSheet(sheet, window, [&](int returnCode) {
-    EXPECT_TRUE(sheet.isVisible());
-    EXPECT_EQ(window.attachedSheet(), nullptr);
-    code = returnCode;
-  });
-  application.beginSheet(sheet, window, [](int) { ADD_FAILURE() << "begun twice"; });
-  EXPECT_EQ(window.attachedSheet(), &sheet);
-  application.endSheet(sheet, 7);
-  EXPECT_EQ(code, 7);
-  application.endSheet(sheet, 8);
-  EXPECT_EQ(code, 7);
-}
-
 TEST_F(ApplicationTest, AModalRunHoldsDeferredCallsBackAndQuittingEndsEveryOne) {
   application.setDelegate(this);
   Window preferences, nested;

@@ -25,33 +25,6 @@ class ArrayControllerTest : public SmallLibrary {
   Observation channelCalls_, episodeCalls_, arrangedCalls_;
 };
 
-TEST_F(ArrayControllerTest, AFetchSortsAndSelectsTheFirstWhichDecidesTheDetailList) {
-  channel("b");
-  context->insertNewObject("Channel");
-  channel("B");
-  EXPECT_TRUE(channels.arrangedObjects().empty());
-  channels.fetch();
-  EXPECT_EQ(titles(channels.content()), "b - B");
-  EXPECT_EQ(titles(channels.arrangedObjects()), "- B b");
-  EXPECT_EQ(channels.selectionIndexes(), IndexSet{0});
-
-  channels.setSelectionIndex(2);
-  episode("e", 1, channels.selectedObjects().front());
-  EXPECT_EQ(listed(), "e");
-  channels.fetch();
-  EXPECT_EQ(titles(channels.selectedObjects()), "b");
-}
-
-TEST_F(ArrayControllerTest, RecordsEqualInOrderKeepTheirAgeAndNumbersCompareBySize) {
-  std::vector<ManagedObject*> records = {episode("x", 1), episode("y", 1), episode("z", 0)};
-  sortRecords(records, {{"vcPublishDate", true}});
-  EXPECT_EQ(titles(records), "z x y");
-  sortRecords(records, {{"vcPublishDate", false}, {"vcTitle", false}});
-  EXPECT_EQ(titles(records), "y x z");
-  EXPECT_EQ(placeInOrder(*episode("v", 1), records, {{"vcPublishDate", false}}), 2U);
-  EXPECT_EQ(placeInOrder(*episode("v", 1), records, {}), 3U);
-}
-
 TEST_F(ArrayControllerTest, AnotherMasterRecordSelectsTheFirstOfItsRecordsAndSeveralGiveNone) {
   fill();
   episodes.setSelectionIndexes({1, 2});
@@ -64,23 +37,6 @@ TEST_F(ArrayControllerTest, AnotherMasterRecordSelectsTheFirstOfItsRecordsAndSev
   EXPECT_EQ(selected(), "");
   EXPECT_THAT((std::vector{channelSelections, episodeSelections, rearrangements}), Each(2));
   EXPECT_EQ(episodes.add(), nullptr);
-}
-
-TEST_F(ArrayControllerTest, InsertedRecordsStayWhereTheyWerePutWhateverTheirDates) {
-  fill();
-  for (const char* title : {"old", "older"}) {
-    ManagedObject* const record = episodes.newObject();
-    episodes.insertObjectAtArrangedObjectIndex(*record, 0);
-    record->setValue("vcTitle", title);
-    record->setValue("vcPublishDate", Date::fromSeconds(-1));
-    EXPECT_EQ(record->relatedObject("parent"), channels.selectedObjects().front());
-  }
-  // A value that changes elsewhere does not rearrange the list either; what arrives elsewhere does.
-  episodes.arrangedObjects()[4]->setValue("vcPublishDate", Date::fromSeconds(900 * 86'400));
-  EXPECT_EQ(listed(), "older old a3 a2 a1");
-  episode("new", 9, channels.selectedObjects().front());
-  EXPECT_EQ(listed(), "a1 new a3 a2 old older");
-  EXPECT_EQ(selected(), "older");
 }
 
 TEST_F(ArrayControllerTest, RemovalIsOneUndoStepAndSelectsWhatMovedIntoTheFirstPlace) {

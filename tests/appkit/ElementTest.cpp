@@ -9,25 +9,6 @@ namespace clipwave {
 namespace {
 using namespace ::testing;
 
-TEST(WindowTest, TheFocusStaysWhereAnEntryIsRefusedAndAValidatorsAlertAsksNoSecondTime) {
-  Window window;
-  TextField first, second;
-  bool acceptable = false;
-  int validations = 0;
-  first.setValidator([&](const TextField&, std::string_view) {
-    ++validations;
-    EXPECT_FALSE(window.makeFirstResponder(nullptr));
-    return acceptable;
-  });
-  ASSERT_TRUE(window.makeFirstResponder(&first));
-  first.edit("x");
-  EXPECT_FALSE(window.makeFirstResponder(&second));
-  EXPECT_EQ(window.firstResponder(), &first);
-  acceptable = true;
-  EXPECT_TRUE(window.makeFirstResponder(&second));
-  EXPECT_EQ(validations, 2);
-}
-
 class TableViewTest : public SmallLibrary, public TableView::Delegate {
  protected:
   TableViewTest() {

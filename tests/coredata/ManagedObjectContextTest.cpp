@@ -12,25 +12,6 @@ class ManagedObjectContextTest : public LibraryTest {
   void SetUp() override { open(); }
 };
 
-TEST_F(ManagedObjectContextTest, FindsRecordsInStoreOrderByIndexScanPredicateAndStoredQuery) {
-  for (const char* title : {"x", "y", "x", "x"}) insert("Channel", title);
-  const auto all = fetch({.entityName = "Channel"});
-  all[2]->setValue("protocolTag", 2);
-  EXPECT_THAT(titles(all), ElementsAre("x", "y", "x", "x"));
-  EXPECT_THAT(fetch({.entityName = "Channel", .key = "vcTitle", .value = "x"}),
-              ElementsAre(all[0], all[2], all[3]));
-  EXPECT_THAT(fetch({.entityName = "Channel", .key = "protocolTag", .value = 2}), ElementsAre(all[2]));
-  EXPECT_THAT(fetch({.entityName = "Channel", .key = "vcURL"}).size(), 4U);
-  EXPECT_THAT(fetch({.entityName = "Channel",
-                     .key = "vcTitle",
-                     .value = "x",
-                     .predicate = [](ManagedObject& c) { return c.objectID() > 1; }}),
-              ElementsAre(all[2], all[3]));
-
-  insert("Image").setValue("url", "http://a/");
-  EXPECT_EQ(fetch(*model.fetchRequestFromTemplate("fetchImages", {{"URL", "http://a/"}})).size(), 1U);
-}
-
 TEST_F(ManagedObjectContextTest, TheIndexFollowsChangesDeletionsUndoAndLoading) {
   const auto count = [this] { return context->index("Channel", "vcTitle")->count("x"); };
   insert("Channel", "x");

@@ -12,13 +12,11 @@ namespace clipwave::testing {
 class TestRecord : public ManagedObject {
  public:
   using ManagedObject::ManagedObject;
-  int fetches = 0;
 
  protected:
   void awakeFromInsert() override {
     if (entity().name() == "Vodcast") setValue("vcPublishDate", Date::fromSeconds(1000));
   }
-  void awakeFromFetch() override { ++fetches; }
 };
 
 // How often a title was validated.
@@ -61,17 +59,14 @@ inline ManagedObjectModel makeTestModel() {
                                         .inverse = "parent",
                                         .deleteRule = DeleteRule::Cascade};
   ManagedObjectModel model;
-  EntityDescription& channel =
-      model.addEntity(entity("Channel", {{.name = "vcTitle", .indexed = true, .validator = validateTitle},
-                                         {.name = "vcURL", .indexed = true},
-                                         {.name = "protocolTag", .type = Integer32},
-                                         {.name = "vcPublish", .type = Boolean, .defaultValue = true},
-                                         {.name = "lastBuildDate", .type = PropertyType::Date},
-                                         {.name = "canEditURLs", .type = Boolean, .storage = Derived},
-                                         children,
-                                         {.name = "image", .type = ToOne, .destination = "Image"},
-                                         {.name = "pictures", .type = ToMany, .destination = "Image"}}));
-  channel.setDependentKeys("canEditURLs", {"protocolTag"});
+  model.addEntity(entity("Channel", {{.name = "vcTitle", .indexed = true, .validator = validateTitle},
+                                     {.name = "vcURL", .indexed = true},
+                                     {.name = "protocolTag", .type = Integer32},
+                                     {.name = "vcPublish", .type = Boolean, .defaultValue = true},
+                                     {.name = "lastBuildDate", .type = PropertyType::Date},
+                                     children,
+                                     {.name = "image", .type = ToOne, .destination = "Image"},
+                                     {.name = "pictures", .type = ToMany, .destination = "Image"}}));
   EntityDescription& episode = model.addEntity(entity(
       "Vodcast", {{.name = "vcTitle"},
                   {.name = "vcPath", .setter = setPath},
@@ -129,12 +124,6 @@ class LibraryTest : public ::testing::Test {
   std::vector<ManagedObject*> fetch(FetchRequest request) {
     auto found = context->executeFetchRequest(request);
     return found ? *found : std::vector<ManagedObject*>{};
-  }
-  static std::vector<std::string> titles(const std::vector<ManagedObject*>& objects) {
-    std::vector<std::string> texts;
-    for (const ManagedObject* object : objects)
-      texts.emplace_back(object->primitiveValue("vcTitle").stringValue());
-    return texts;
   }
   static std::string text(ManagedObject& object, std::string_view key) {
     return std::string(object.value(key).stringValue());

@@ -32,26 +32,6 @@ class UndoManagerTest : public LibraryTest {
   }
 };
 
-TEST_F(UndoManagerTest, TakesTheChangesOfOnePassBackTogetherAndTellsObservers) {
-  ManagedObject& channel = insert("Channel", "A");
-  undo().setActionName("New Channel");
-  endPass();
-  channel.setValue("vcTitle", "B");
-  channel.setValue("vcURL", "http://b/");
-  EXPECT_EQ(undo().undoActionName(), "");
-  int titles = 0, stacks = 0;
-  const auto title = channel.observe("vcTitle", [&titles] { ++titles; });
-  const auto stack = undo().observe([&stacks] { ++stacks; });
-  context->undo();
-  EXPECT_EQ(text(channel, "vcTitle"), "A");
-  EXPECT_TRUE(channel.value("vcURL").isNull());
-  EXPECT_EQ(titles, 1);
-  EXPECT_GT(stacks, 0);
-  EXPECT_EQ(undo().undoActionName(), "New Channel");
-  channel.setValue("vcTitle", "D");
-  EXPECT_FALSE(undo().canRedo());
-}
-
 TEST_F(UndoManagerTest, RandomEditsAreTakenBackAndRepeatedExactly) {
   std::mt19937 random(11);
   const auto any = [&](const char* entity) -> ManagedObject* {
@@ -100,6 +80,7 @@ TEST_F(UndoManagerTest, UndoingClosesTheOpenGroupAndALateClosingSparesTheNext) {
   channel.setValue("vcTitle", "B");  // its closing is waiting in the run loop
   context->undo();
   channel.setValue("vcTitle", "C");
+  EXPECT_FALSE(undo().canRedo());
   undo().beginUndoGrouping();
   endPass();
   channel.setValue("vcURL", "http://c/");
