@@ -6,13 +6,6 @@ namespace clipwave {
 namespace {
 using namespace ::testing;
 
-TEST(FilePaths, APathFallsIntoItsRootAndItsComponents) {
-  EXPECT_THAT(pathComponents("/Volumes//disk/a.mov/"), ElementsAre("/", "Volumes", "disk", "a.mov"));
-  EXPECT_THAT(pathComponents("a/b"), ElementsAre("a", "b"));
-  EXPECT_THAT(pathComponents("//"), ElementsAre("/"));
-  EXPECT_THAT(pathComponents(""), IsEmpty());
-}
-
 TEST(FilePaths, TheLastComponentComesOffAndOnAgain) {
   struct Case {
     const char *path, *last, *rest;

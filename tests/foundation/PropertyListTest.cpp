@@ -38,18 +38,6 @@ TEST(PropertyList, EveryKindOfValueSurvivesBeingWrittenAndRead) {
   EXPECT_TRUE(*read == all);
 }
 
-TEST(PropertyList, ReadsTheFormsThatOtherProgramsWrite) {
-  const Result<Value> read = propertyListFromData(
-      plist("<!-- made elsewhere --><array><integer> +0x1F </integer><integer>99999999999999999999</integer>"
-            "<integer>-99999999999999999999</integer><real>+2.5e1</real><data>\n\tAA\n\tEC\n</data>"
-            "<string><![CDATA[<b>]]>&#233;</string><date>2009-03-04T02:05:09Z</date></array>"));
-  ASSERT_TRUE(read.ok());
-  EXPECT_TRUE(*read == Value(Array{Value(31), Value(std::numeric_limits<std::int64_t>::max()),
-                                   Value(std::numeric_limits<std::int64_t>::min()), Value(25.0),
-                                   Value::data(std::string("\0\1\2", 3)), Value("<b>\xC3\xA9"),
-                                   Value(Date::fromSeconds(1'236'132'309))}));
-}
-
 TEST(PropertyList, AnythingElseIsReportedAsCorruptWithTheReason) {
   std::string deep = "<plist>";
   for (int i = 0; i < 200'000; ++i) deep += "<array>";

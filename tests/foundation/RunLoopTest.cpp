@@ -76,29 +76,6 @@ TEST_F(RunLoopTest, ATurnCallsDeferredCallsThenDueTimersThenDescriptorsAndWhatTh
   EXPECT_FALSE(loop->hasPendingWork());
 }
 
-TEST_F(RunLoopTest, TimersFireInTheOrderOfTheirTimesAndTheClockIsTurnedToEach) {
-  std::vector<double> times;
-  for (const double after : {3.0, 1.0, 2.0})
-    loop->scheduleTimer(Seconds(after), [&] { times.push_back(clock.uptime().count()); });
-  loop->scheduleTimer(Seconds(3600), [&] { loop->stop(); });
-  const Date start = clock.now();
-  EXPECT_FALSE(loop->runOnce(Seconds(0.5)));
-  EXPECT_EQ(clock.uptime(), Seconds(0.5)) << "a wait turns it no further";
-  loop->run();
-  EXPECT_THAT(times, ElementsAre(1.0, 2.0, 3.0));
-  EXPECT_EQ(clock.now().microseconds - start.microseconds, 3'600'000'000);
-}
-
-TEST_F(RunLoopTest, ARepeatingTimerSkipsTheTurnsItMissedAndKeepsItsRhythm) {
-  std::vector<double> times;
-  loop->scheduleRepeatingTimer(Seconds(0.5), [&] {
-    times.push_back(clock.uptime().count());
-    if (times.size() == 2) clock.tick(Seconds(1.2));  // the call itself takes long
-  });
-  for (int turn = 0; turn < 4; ++turn) loop->runOnce(Seconds(10));
-  EXPECT_THAT(times, ElementsAre(0.5, 1.0, 2.5, 3.0));
-}
-
 TEST_F(RunLoopTest, ATimerReleasesWhatItHoldsOnceItIsInvalid) {
   auto held = std::make_shared<int>(1);
   const std::weak_ptr<int> watching = held;

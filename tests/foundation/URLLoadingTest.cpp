@@ -7,7 +7,6 @@
 
 #include "platform/foundation/URLs.h"
 #include "tests/support/LoopbackServer.h"
-#include "tests/support/TLSServer.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace clipwave {
@@ -84,25 +83,11 @@ class URLLoadingTest : public Test {
   std::unique_ptr<URLLoading> urls_;
 };
 
-TEST_F(URLLoadingTest, TheFormOfAURLIsTold) {
-  for (const char* text : {"http://a.example/x%20y?q=1&r#f", "x+y-1.0:z", "http://[::1]:80/"})
-    EXPECT_TRUE(isURL(text)) << text;
-  for (const char* text :
-       {"", "feed", "http:", ":x", "http://a b", "http://a/%zz", "http://a/\u00e4", "http://a/\n"})
-    EXPECT_FALSE(isURL(text)) << text;
-}
-
 TEST_F(URLLoadingTest, WhatAServerSendsIsLoadedWithTheCharsetThatItNames) {
-  const std::pair<std::string, const char*> kTypes[] = {
-      {"text/xml;x=\"a;charset=no\"; Charset = \"ISO-8859-1\" ; y=z", "ISO-8859-1"},
-      {"text/xml; mycharset=a; charset='KOI8-R'", "KOI8-R"},
-      {"text/xml; charset", ""},
-  };
-  for (const auto& [type, charset] : kTypes) {
-    const auto data = load(answering(httpResponse(200, "<rss/>", {"Content-Type: " + type})));
-    ASSERT_TRUE(data) << data.error().localizedDescription;
-    EXPECT_EQ(data->bytes + data->charset, std::string("<rss/>") + charset) << type;
-  }
+  const std::string type = "text/xml;x=\"a;charset=no\"; Charset = \"ISO-8859-1\" ; y=z";
+  const auto data = load(answering(httpResponse(200, "<rss/>", {"Content-Type: " + type})));
+  ASSERT_TRUE(data) << data.error().localizedDescription;
+  EXPECT_EQ(data->bytes + data->charset, "<rss/>ISO-8859-1");
   EXPECT_EQ(server_.requests().back().header("User-Agent"), "Clipwave");
 }
 
@@ -131,11 +116,14 @@ TEST_F(URLLoadingTest, APasswordIsNeitherShownNorHandedOn) {
 TEST_F(URLLoadingTest, AnAnswerThatIsNoneIsAnErrorThatNamesTheServer) {
   const std::string unpacked = std::string(2000, 'x') + "<rss/>", packed = gzipped(unpacked);
   const std::string gzip = "Content-Encoding: gzip";
+  std::string spoilt = packed;
+  spoilt[packed.size() - 8] ^= 1;
   const std::tuple<const char*, std::string, const char*> kErrors[] = {
       {"nothing at all", "", kLost},
       {"half a body", httpResponse(200, "half", {"Content-Length: 8"}), kLost},
       {"half a chunk", httpResponse(200, "8\r\nhalf", {"Transfer-Encoding: chunked"}), kLost},
       {"half of what was packed", httpResponse(200, packed.substr(0, packed.size() / 2), {gzip}), kUnclear},
+      {"a wrong check-sum", httpResponse(200, spoilt, {gzip}), kUnclear},
       {"no known compression", httpResponse(200, "x", {"Content-Encoding: br"}), kUnclear},
       {"another protocol", "SSH-2.0-x\r\n", kUnclear},
       {"nothing", httpResponse(204, ""), "-1011 answered 204 No Content."},
@@ -148,6 +136,7 @@ TEST_F(URLLoadingTest, AnAnswerThatIsNoneIsAnErrorThatNamesTheServer) {
   const std::pair<std::string, std::string> kBodies[] = {
       {httpResponse(200, packed, {"Content-Encoding: identity, X-GZIP"}), unpacked},
       {httpResponse(200, "\xB3\x29\x2A\x2E\xD6\xB7\x03\0"s, {"Content-Encoding: deflate"}), "<rss/>"},
+      {httpResponse(200, packed + packed, {gzip}), unpacked + unpacked},
       {httpResponse(200, "", {gzip}), ""},
       {"HTTP/1.0 200 OK\r\n\r\nuntil the end", "until the end"},
   };
@@ -206,20 +195,6 @@ TEST_F(URLLoadingTest, AnAddressThatCannotBeLoadedIsAnError) {
     EXPECT_EQ(textAt(url), kNoURL) << url;
   for (const char* url : {"ftp://127.0.0.1/x", "feed://127.0.0.1/x"})
     EXPECT_THAT(textAt(url), StartsWith("-1002 Addresses that begin with ")) << url;
-}
-
-TEST_F(URLLoadingTest, OnlyACertificateOfTheTrustedOnesIsTaken) {
-  const TLSServer tls(folder_);
-  tls.answer("feed", "HTTP/1.0 200 OK\r\n\r\n<rss/>");
-  EXPECT_EQ(textAt(tls.url("/feed")), ofServer("-1202 has a certificate that is not trusted."));
-  options_.certificateAuthorities = tls.certificate();
-  urls_.reset();
-  const auto observation = urls().loadInBackground(tls.url("/feed"), client_);
-  runUntilTold();
-  EXPECT_THAT(client_.calls, ElementsAre("finished " + tls.url("/feed")));
-  options_.certificateAuthorities = folder_ / "none";
-  urls_.reset();
-  EXPECT_EQ(textAt(tls.url("/feed")), "-1200 The file of trusted certificates could not be read.");
 }
 
 TEST_F(URLLoadingTest, AFileURLReadsARegularFileAndNothingElse) {

@@ -17,22 +17,6 @@ class UserDefaultsControllerTest : public Test {
   const std::string path = folder / "config/Clipwave/defaults.plist";
 };
 
-TEST_F(UserDefaultsControllerTest, TheUsersValueCountsBeforeTheInitialOneAndOutlivesTheProcess) {
-  {
-    UserDefaultsController defaults(files, path);
-    defaults.setInitialValues({{"noConfirm", false}, {"prefix", "Episode: "}});
-    ASSERT_TRUE(defaults.setValue("noConfirm", true));
-    ASSERT_TRUE(defaults.setValue("own", 7));
-  }
-  UserDefaultsController defaults(files, path);
-  defaults.setInitialValues({{"noConfirm", false}, {"prefix", "Episode: "}});
-  EXPECT_TRUE(defaults.boolean("noConfirm"));
-  EXPECT_EQ(defaults.allValues(), (Dictionary{{"noConfirm", true}, {"own", 7}, {"prefix", "Episode: "}}));
-  ASSERT_TRUE(defaults.setValue("noConfirm", Value()));
-  EXPECT_FALSE(defaults.boolean("noConfirm"));
-  EXPECT_FALSE(UserDefaultsController(files, path).isSetByUser("noConfirm"));
-}
-
 TEST_F(UserDefaultsControllerTest, AFailedWriteKeepsTheOldValueEverywhereAndTellsNobody) {
   UserDefaultsController defaults(files, path);
   ASSERT_TRUE(defaults.setValue("author", "Alex"));

@@ -29,17 +29,6 @@ TEST(Value, TruthIsReadFromNumbersAndAFewWords) {
     EXPECT_FALSE(Value(text).boolValue()) << text;
 }
 
-TEST(Value, EqualityIsOfKindAndContent) {
-  EXPECT_NE(Value(true), Value(1));
-  EXPECT_NE(Value("x"), Value::data("x"));
-  EXPECT_NE(Value(""), Value());
-  EXPECT_EQ(Value(std::string_view("a\0b", 3)), Value(std::string("a\0b", 3)));
-  EXPECT_EQ(Value(Dictionary{{"a", Array{1, "two"}}}), Value(Dictionary{{"a", Array{1, "two"}}}));
-  const auto handle = std::make_shared<Handle>();
-  EXPECT_EQ(Value(handle), Value(handle));
-  EXPECT_NE(Value(handle), Value(std::make_shared<Handle>()));
-}
-
 TEST(Value, AssigningAPartOfItselfKeepsThePart) {
   Value value(Array{Array{Dictionary{{"key", "inner"}}}});
   value = value.arrayValue()[0];

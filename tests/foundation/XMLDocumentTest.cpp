@@ -45,26 +45,6 @@ std::string repairedSoon(const std::string& text) {
   return result;
 }
 
-TEST(XMLDocument, IsWrittenPrettyPrintedWithItsDeclarationAndInstructionsFirst) {
-  XMLDocument document("rss");
-  document.addProcessingInstruction("xml-stylesheet", "type=\"text/xsl\" href=\"a\"");
-  XMLElement rss = document.rootElement();
-  rss.addAttribute("xmlns:itunes", "http://example.com/a?b=1&c=\"2\"");
-  rss.addAttribute("version", "2.0");
-  XMLElement channel = rss.addChild("channel");
-  channel.addChild("title", "R&D <1> \"caf\xC3\xA9\"\r\n]]>");
-  channel.addChild("empty", "").addAttribute("href", "");
-  EXPECT_EQ(document.prettyPrinted(),
-            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-            "<?xml-stylesheet type=\"text/xsl\" href=\"a\"?>\n"
-            "<rss xmlns:itunes=\"http://example.com/a?b=1&amp;c=&quot;2&quot;\" version=\"2.0\">\n"
-            "  <channel>\n"
-            "    <title>R&amp;D &lt;1&gt; \"caf\xC3\xA9\"&#13;\n]]&gt;</title>\n"
-            "    <empty href=\"\"/>\n"
-            "  </channel>\n"
-            "</rss>\n");
-}
-
 TEST(XMLDocument, CharactersThatXMLCannotCarryNeverReachIt) {
   XMLDocument document("r");
   XMLElement root = document.rootElement();
@@ -78,22 +58,6 @@ TEST(XMLDocument, CharactersThatXMLCannotCarryNeverReachIt) {
   root.addAttribute("a", text);
   EXPECT_EQ(root.attribute("a"), fit);
   EXPECT_EQ(strictFailure(document.prettyPrinted()), "");
-}
-
-TEST(XMLDocument, ElementsAreFoundByTheNameThatStandsInTheText) {
-  const Result<XMLDocument> document = XMLDocument::parse(
-      "<r xmlns='u' xmlns:i='v'><i:a>1</i:a><a>2<b>3</b><![CDATA[<4>]]>&lt;&#x35;</a><!-- c --><a "
-      "i:x='&amp;6' y=''/></r>",
-      Parsing::Strict);
-  ASSERT_TRUE(document.ok());
-  const XMLElement root = document->rootElement();
-  const std::vector<XMLElement> found = root.elementsForName("a");
-  ASSERT_EQ(found.size(), 2u);
-  EXPECT_EQ(found[0].stringValue(), "23<4><5");
-  EXPECT_EQ(found[0].ownText(), "2<4><5");
-  EXPECT_THAT(found[1].attributes(), ElementsAre(Pair("i:x", "&6"), Pair("y", "")));
-  EXPECT_FALSE(found[1].attribute("x"));
-  EXPECT_THAT(root.attributes(), ElementsAre(Pair("xmlns", "u"), Pair("xmlns:i", "v")));
 }
 
 TEST(XMLDocument, StrictParsingSaysWhereTextIsNotWellFormed) {
@@ -117,8 +81,6 @@ TEST(TolerantParsing, DecodesRareCharsetsAndPassesOverLabelsThatCannotBeTrue) {
   const std::string cafe = "t{caf\u00e9}";
   EXPECT_EQ(repaired("<?xml version='1.0' encoding='utf-8'?><t>caf\xE9</t>", "\"Latin1\""), cafe);
   EXPECT_EQ(repaired("<?xml version='1.0' encoding='koi8-r'?><t>\xC1</t>"), "t{\u0430}");
-  EXPECT_EQ(repaired("<?xml version='1.0' encoding='gb2312'?><t>\xE9\x46</t>"), "t{\u9555}");
-  EXPECT_EQ(repaired("<?xml version='1.0' encoding='x-sjis'?><t>\x87\x40</t>"), "t{\u2460}");
   EXPECT_EQ(repaired("\0<\0t\0>\xD8\0\0a\0<\0/\0t\0>"s, "ucs-2be"), "t{\uFFFDa}");
   EXPECT_EQ(repaired("<t>caf\u00e9</t>", "koi8-r\0"s), cafe);
   EXPECT_EQ(repaired("<?xml version='1.0' encoding='bogus'?><t>caf\u00e9</t>", "//../none"), cafe);
@@ -132,24 +94,16 @@ TEST(TolerantParsing, LosesNeitherTextNorItemsOfBrokenMarkup) {
       {"<t>&#146;&#60;&#xFFFF;&#x110000;&#99999999999;&#;&#x;&#12</t>", "t{\u2019<&#;&#x;}"},
       {"<!DOCTYPE r [<!ATTLIST b a CDATA 'copied'>]><r><b/></r>", "r{b{}}"},
       {"<r><i><t>A</t></b></i></x><i><t>B</T></i>", "r{i{t{A}}i{t{B}}}"},
-      {"<r><i></i<t>A</t ></r", "r{i{}t{A}}"},
       {"<e u=\"http://a/b.mp3 l=\"5\" u='2' n checked/>", "e[u=http://a/b.mp3][l=5]{}"},
       {"<r><e u=\"a/b.mp3/><t>\"A\"</t></r>", "r{e[u=a/b.mp3]{}t{\"A\"}}"},
       {"<e a='1'b=\"<2>\" 9c='3' xmlns:i='u' i:d='4'>&</e>", "e[a=1][b=<2>][xmlns:i=u][i:d=4]{&}"},
       {"<t>a\0b</t>\0<junk & <"sv, "t{ab}"},
       {"<t>a<!-- - -- <b> -->b<?php echo '>' ?>c<![CDATA[d</t>", "t{abcd}"},
-      {"<br><rss><i>A</i></rss>", "rss{i{A}}"},
-      {"<p>Warning: x\n<rss><i>A</i><i>B</i></rss>", "rss{i{A}i{B}}"},
-      {"<rss>x<a>y<i>A</i><i>B", "rss{a{y}i{A}i{B}}"},
       {"<i>note</i><rss><i>A</i><i>cut", "rss{i{A}i{cut}}"},
-      {"<b>Notice</b><rss><i>A</i><?xml version='1.0'?><i>B</i></rss>", "rss{i{A}i{B}}"},
-      {"<html><p>x<?xml version='1.0'?><rss><i>A</i></rss></html>", "rss{i{A}}"},
       {"<r><d>a<br>b<img src=c>d<hr>e</d></r>", "r{d{br{}img[src=c]{}hr{}}}"},
       {"<t>it&#8217s &copy</t>&", "t{it\u2019s &copy}"},
       {"<t>cut <enclosure url='http", "t{cut }"},
       {"<r>& <t><![CDATA[x</t><t><![CDATA[y]]></t></r>", "r{t{x}t{y}}"},
-      {"<t>cut <!-- here", "t{cut }"},
-      {"<t>\u20ac \xE2\x82", "t{\u20ac }"},
   };
   for (const auto& [text, expected] : rows) EXPECT_EQ(repaired(text), expected) << text;
   for (const char* text : {"", "no markup & none", "<", "<!-- <t/> -->", "</t>"})
@@ -190,13 +144,6 @@ TEST(TolerantParsing, HostileTextsFailAtTheBoundsOrPassWithinThem) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << text.substr(0, 50);
   }
   EXPECT_EQ(strictFailure(rows[0].first), tooMany);
-}
-
-TEST(TolerantParsing, LongTextsStayWhole) {
-  const std::string text(12'000'000, 'x');
-  for (const std::string& document : {"<r>" + text + "</r>", "<r><![CDATA[" + text + "]]></r>",
-                                      "<r a='" + text + "'>&" + text.substr(1) + "</r>"})
-    EXPECT_GE(repaired(document).size(), text.size() + 3);
 }
 
 TEST(TolerantParsing, MarksWithoutAnEndTakeTimeInProportionOnly) {
