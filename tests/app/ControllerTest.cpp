@@ -58,15 +58,16 @@ TEST_F(ControllerTest, StartUpGoesStepByStepInItsOrder) {
   EXPECT_EQ(events_.back(), "new movie");
 }
 
-TEST_F(ControllerTest, AChannelOfTheDotMacMethodGoesToTheIDisk) {
+TEST_F(ControllerTest, AChannelOfTheDotMacMethodGoesToTheIDiskUntilTheProgramEnds) {
   program_.launch();
-  ManagedObject& channel = *program_.channels().arrangedObjects().front();
-  channel.setValue("vcURL", "http://host/");
-  channel.setValue("mediaPath", "/Sites");
-  channel.setValue("protocolTag", 2);
+  program_.dotMac.uploadsWait = true;
+  program_.addChannel().setValue("protocolTag", 2);
+  program_.channels().arrangedObjects().front()->setValue("vcPublish", false);
   program_.interface().publishButton.performClick();
   program_.turn();
-  EXPECT_EQ(program_.dotMac.disk.size(), 3U);
+  EXPECT_TRUE(program_.dotMac.isUploading());
+  program_.stop();
+  EXPECT_FALSE(program_.dotMac.isUploading());
 }
 
 TEST_F(ControllerTest, AnEmptyLibraryGetsOneChannelAndTheFocusLandsInItsTitle) {
@@ -89,11 +90,16 @@ TEST_F(ControllerTest, AnEmptyLibraryGetsOneChannelAndTheFocusLandsInItsTitle) {
 
 TEST_F(ControllerTest, TheWindowFollowsTheSelectionAndTheMethodUntilTheControllerGoes) {
   MainWindow& window = program_.launch().mainWindow;
+  View& lowerView = program_.interface().lowerView;
+  const Rect advanced{{10, 74}, {600, 240}};
+  lowerView.setFrame(advanced);
   program_.addChannel().setValue("protocolTag", 2);
-  program_.notifications.post(kProtocolDidChange);
+  for (int times = 0; times < 2; ++times) program_.notifications.post(kProtocolDidChange);
   EXPECT_TRUE(window.isSimple());
+  EXPECT_EQ(lowerView.frame(), (Rect{{10, 74}, {600, 282}}));
   program_.channels().setSelectionIndex(0);
   EXPECT_FALSE(window.isSimple());
+  EXPECT_EQ(lowerView.frame(), advanced);
   program_.controller().setRecordingObserver(this);
   program_.stop();
   program_.notifications.post(kProtocolDidChange);

@@ -34,11 +34,10 @@ class UpdateCheckTest : public Test {
 };
 
 TEST_F(UpdateCheckTest, WhatIsNoLargerNumberIsNoUpdate) {
-  for (const std::string& data : {list("1.5"), list(1.5), list("1.49"), list({})})
+  for (const std::string& data : {list("1.5"), list("1.49"), list({})})
     EXPECT_THAT(announce(data), ElementsAre("No Updates Available"));
   EXPECT_THAT(announce(list("1.10"), "1.9"), ElementsAre("No Updates Available"));
   EXPECT_THAT(program_.shell.alerts, IsEmpty());
-  EXPECT_EQ(program_.urls.reads, program_.urls.loads);
 }
 
 TEST_F(UpdateCheckTest, ALargerNumberIsOfferedAsASheetThatLeadsToItsPage) {
@@ -48,16 +47,12 @@ TEST_F(UpdateCheckTest, ALargerNumberIsOfferedAsASheetThatLeadsToItsPage) {
       ElementsAre("There is an update available!|There is a new version available. Would you like to go "
                   "to http://u.example/get?a=%20b and download it now?|Go to Website/Cancel"));
   EXPECT_EQ(program_.shell.alertSheets.at(0).window, &program_.interface().mainWindow);
-  program_.shell.endAlertSheet(Alert::Answer::Alternate);
-  EXPECT_THAT(program_.workspace.calls, IsEmpty());
-  announce(list(2));
   program_.shell.endAlertSheet(Alert::Answer::Default);
   EXPECT_THAT(program_.workspace.calls, ElementsAre("url http://u.example/get?a=%20b"));
 }
 
 TEST_F(UpdateCheckTest, WhatCannotBeReadIsPassedOverInSilence) {
-  for (const std::string& data : {std::string("<html>no list</html>"), list("9", "http://u.example/\u00e4"),
-                                  dataFromPropertyList(Array{"9"}), std::string()})
+  for (const std::string& data : {std::string("<html>no list</html>"), dataFromPropertyList(Array{"9"})})
     EXPECT_THAT(announce(data), IsEmpty()) << data;
   EXPECT_EQ(announce(list("9", {})).size(), 1U) << "a version without its page is only logged";
   launch();

@@ -49,10 +49,7 @@ TEST_F(lanternAppDelegateTest, SeveralValidationErrorsAreCountedAndTheFirstThree
     Error error = cocoaError(kValidationMultipleErrorsError, "many");
     for (const char detail : details)
       error.detailedErrors.push_back(cocoaError(1024, std::string(1, detail)));
-    Error rewritten = program_.delegate().willPresentError(error);
-    std::string message = std::exchange(rewritten.localizedDescription, "many");
-    EXPECT_EQ(rewritten, error) << "only the message is another";
-    return message;
+    return program_.delegate().willPresentError(error).localizedDescription;
   };
   EXPECT_EQ(shown("abc"), "3 validation errors have occurred:\na\nb\nc\n");
   EXPECT_EQ(shown("abcd"), "4 validation errors have occurred.\nThe first 3 are:\na\nb\nc\n");

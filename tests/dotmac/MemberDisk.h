@@ -62,8 +62,7 @@ class MemberDisk {
     configure("dotMacAddress", address);
     secrets.passwords[{address, "ann"}] = "secret";
     http = makeHTTPClient(*loop, std::move(httpOptions));
-    kit = makeDotMacKit({*loop, *http, *files, defaults, secrets, calendar, log,
-                         [this](std::string_view url) { openedPages.emplace_back(url); }},
+    kit = makeDotMacKit({*loop, *http, *files, defaults, secrets, calendar, log, [](std::string_view) {}},
                         {.answerTimeout = Seconds(20), .cleanUpTimeout = cleanUp});
   }
   void configure(const std::string& key, Value value) {
@@ -83,7 +82,6 @@ class MemberDisk {
   UserDefaultsController defaults{*files, folder / "defaults.plist"};
   FakeSecretStore secrets;
   RecordingLog log;
-  std::vector<std::string> openedPages;
   std::unique_ptr<HTTPClient> http;
   std::unique_ptr<DotMacKit> kit;
 

@@ -1,14 +1,8 @@
 #include "transfer/CopyFilesLocally.h"
 
-#include <gmock/gmock.h>
-
 #include <filesystem>
-#include <set>
 
-#include "tests/support/FakeApplicationShell.h"
-#include "tests/support/FakeFileManager.h"
-#include "tests/support/TemporaryFolder.h"
-#include "transfer/DestinationFolders.h"
+#include "tests/transfer/CopyTest.h"
 
 namespace clipwave {
 namespace {
@@ -26,27 +20,12 @@ std::string movie(std::size_t length) {
   return text;
 }
 
-class CopyFilesLocallyTest : public Test, public CopyDelegate {
+class CopyFilesLocallyTest : public CopyTest {
  protected:
-  void fileCopied(const CopyEntry& entry) override {
-    events.push_back(entry.filename);
-    if (onFileCopied) onFileCopied();
-  }
-  void updateCopyStatusForFile(std::string_view, int) override { events.push_back("status"); }
-  void copyCompleted(CopyBackEnd&) override {
-    events.push_back("completed");
-    backEnd = nullptr;
-  }
-  void connectionError(CopyBackEnd&, int, std::string_view) override { events.push_back("error"); }
-  void copyAborted(CopyBackEnd&) override { events.push_back("aborted"); }
-
-  std::shared_ptr<CopyFilesLocally> make(FileManager& manager, std::int64_t limit) {
-    return std::make_shared<CopyFilesLocally>(
-        LocalCopyServices{application, *runLoop, manager, defaults, log}, limit);
-  }
   bool start(const std::vector<CopyEntry>& entries, std::int64_t limit = CopyFilesLocally::kWholeFileLimit) {
-    backEnd = make(files, limit);
-    kept = backEnd;
+    kept = std::make_shared<CopyFilesLocally>(LocalCopyServices{application, *runLoop, files, defaults, log},
+                                              limit);
+    backEnd = kept;
     files.accesses.clear();
     return backEnd->copyFiles(entries, to, *this);
   }
@@ -56,41 +35,21 @@ class CopyFilesLocallyTest : public Test, public CopyDelegate {
     for (; runLoop->hasPendingWork() && count < 100'000; ++count) runLoop->runOnce(Seconds(0));
     return count;
   }
-  TemporaryFolder folder;
   const std::string pub = folder / "pub";
   std::string to = pub;
-  TestClock clock;
-  std::unique_ptr<RunLoop> runLoop = makeRunLoop(clock);
-  FakeApplicationShell shell;
-  Application application{*runLoop, shell};
-  FakeFileManager files;
-  UserDefaultsController defaults{files, folder / "defaults.plist"};
-  RecordingLog log;
-  std::vector<std::string> events;
-  std::function<void()> onFileCopied;
-  std::shared_ptr<CopyFilesLocally> backEnd;
   std::shared_ptr<CopyFilesLocally> kept;  // what a test still asks when its owner has let go
 };
 
 TEST_F(CopyFilesLocallyTest, AVolumeThatIsNotMountedIsAskedForAndNeverMade) {
-  std::set<std::string> there = {"/Volumes"};
-  const DestinationStore store{
-      [&](const std::string& path, bool& isDirectory) { return (isDirectory = there.contains(path)); },
-      [&](const std::string& path) { return there.insert(path).second; }};
-  const auto makeFolders = [&](const std::string& path, MountedVolumes volumes = MountedVolumes::MustExist) {
-    return makeDestinationFolders(application, log, path, store, volumes);
-  };
-  EXPECT_FALSE(makeFolders("/Volumes/Media/Podcasts/Ch1"));
-  EXPECT_THAT(there, ElementsAre("/Volumes"));
+  to = "/Volumes/Media/Podcasts/Ch1";
+  files.fail("createDirectoryAtPath", "");
+  EXPECT_FALSE(start({{"/s", "a"}}));
+  EXPECT_EQ(files.countOf("createDirectoryAtPath"), 0);
   EXPECT_THAT(
       shell.alerts,
       ElementsAre("Volume not mounted|The save path \"/Volumes/Media/Podcasts/Ch1\" for this channel is "
                   "on a network volume, but that volume has not been mounted.  Either change the folder "
                   "that the channel gets saved to, or mount the remote volume and try again.|OK"));
-  there = {"/Volumes", "/Volumes/Media"};
-  EXPECT_TRUE(makeFolders("/Volumes/Media/Podcasts"));
-  EXPECT_TRUE(makeFolders("/Volumes/Disk", MountedVolumes::NotOfThisStore));
-  EXPECT_THAT(there, ElementsAre("/Volumes", "/Volumes/Disk", "/Volumes/Media", "/Volumes/Media/Podcasts"));
 }
 
 TEST_F(CopyFilesLocallyTest, WhatStandsInTheWayOfTheFolderIsNamedInAnAlertAndInTheLog) {
@@ -148,8 +107,6 @@ TEST_F(CopyFilesLocallyTest, AFileIsWrittenAChunkATurnAndReportedInOneMore) {
   EXPECT_EQ(turns(), (0 + 1) + (1 + 1) + (1 + 1) + (2 + 1) + (3 + 1));
   EXPECT_THAT(events, ElementsAre("0", "1", "262143", "262144", "786428", "completed"));
   for (const std::size_t size : sizes) EXPECT_TRUE(readFile(pub + "/" + std::to_string(size)) == movie(size));
-  EXPECT_EQ(files.countOf("writeData " + pub + "/262144 262143"), 1);
-  EXPECT_EQ(files.countOf("writeData " + pub + "/262144"), 2);
   EXPECT_THAT(kept->troubles(), IsEmpty());
 }
 
@@ -239,7 +196,7 @@ TEST_F(CopyFilesLocallyTest, AbortEndsTheCopyWhereverItStands) {
 
   ASSERT_TRUE(start({{large, "c"}, {large, "d"}}));
   while (files.countOf("writeData") < 2) runLoop->runOnce(Seconds(0));
-  for (int i = 0; i < 2; ++i) backEnd->abort();
+  for (int i = 0; i < 2; ++i) kept->abort();
   EXPECT_EQ(turns(), 0);
   EXPECT_EQ(fs::file_size(pub + "/c"), 2 * kChunk);
 
@@ -251,16 +208,6 @@ TEST_F(CopyFilesLocallyTest, AbortEndsTheCopyWhereverItStands) {
   turns();
   EXPECT_THAT(events, ElementsAre("aborted", "aborted", "aborted", "e", "aborted"));
   EXPECT_FALSE(fs::exists(pub + "/d") || fs::exists(pub + "/f"));
-}
-
-TEST_F(CopyFilesLocallyTest, ThePendingTimerKeepsTheBackEndAlive) {
-  const std::string from = folder.write("src", movie(9'000'000));
-  const std::vector<CopyEntry> entries = {{from, "a"}, {from, "b"}};
-  ASSERT_TRUE(start(entries));
-  kept = backEnd = nullptr;
-  turns();
-  EXPECT_THAT(events, ElementsAre("a", "b", "completed"));
-  EXPECT_TRUE(readFile(pub + "/b") == readFile(from));
 }
 
 }  // namespace
