@@ -71,8 +71,11 @@ TEST_P(DiskConformance, FoldersAreMadeOneAtATimeAndToldFromFiles) {
   EXPECT_FALSE(session()->createDirectoryAtPath("Web & Ton/file"));
   const std::pair<const char*, const char*> kPlaces[] = {{"/", "folder"},
                                                          {"", "folder"},
+                                                         {"Web & Ton/Pod", "folder"},
                                                          {"/Web & Ton/Pod/", "folder"},
+                                                         {"Web & Ton/", "folder"},
                                                          {"Web & Ton/file", "file"},
+                                                         {"/Web", "nothing"},
                                                          {"no/where", "nothing"}};
   for (const auto& [path, kind] : kPlaces) EXPECT_EQ(kindAt(path), kind) << path;
 }
@@ -115,9 +118,29 @@ TEST_P(DiskConformance, AnAbortedUploadLeavesTheDiskAsItWas) {
     Upload upload(*loop_, *kit_, local, "movie");
     fake_.setProgress(sent, 48 << 20);
     upload.turnUntilSent(sent);
-    for (int times = 0; times < 2; ++times) upload.transaction->abort();
+    upload.transaction->abort();
     EXPECT_EQ(upload.ending(), "aborted");
     EXPECT_TRUE(contents() == before) << "after " << sent << " bytes";
+  }
+}
+
+// Wherever an upload has come to, be it that it succeeds or fails by itself.
+TEST_P(DiskConformance, AnUploadCanBeAbortedAtAnyTime) {
+  const std::string local = folder_.write("local", "new");
+  for (const auto& [path, end] : {std::pair("movie", "successful"), std::pair("nowhere/movie", "104")}) {
+    std::string ending;
+    for (int turns = 0; ending != end; ++turns) {
+      ASSERT_EQ(upload("old", "movie"), "successful");
+      Upload upload(*loop_, *kit_, local, path);
+      for (int turn = 0; turn < turns; ++turn) loop_->runOnce(Seconds(0.01));
+      for (int times = 0; times < 2; ++times) upload.transaction->abort();
+      ending = upload.ending();
+      upload.transaction->abort();
+      EXPECT_EQ(upload.ending(), ending);
+      EXPECT_THAT(ending, AnyOf("aborted", end)) << turns << " turns";
+      EXPECT_THAT(contents(),
+                  ElementsAre(Pair("/", _), Pair("/movie", ending == "successful" ? "new" : "old")));
+    }
   }
 }
 

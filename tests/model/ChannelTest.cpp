@@ -101,6 +101,18 @@ class ChannelTitleTest : public ChannelTest {
   Channel& channel_ = host_.newChannelWithDefaults();
 };
 
+TEST_F(ChannelTest, DeletingAChannelDeletesItsEpisodes) {
+  Channel& channel = host_.newChannel();
+  host_.newEpisode(channel);
+  host_.context->deleteObject(channel);
+  EXPECT_EQ(host_.context->countOfEntity(kVodcastEntity), 0U);
+}
+
+class ChannelTitleTest : public ChannelTest {
+ protected:
+  Channel& channel_ = host_.newChannelWithDefaults();
+};
+
 TEST_F(ChannelTitleTest, ARenameTakesTheMovieFolderAlong) {
   makeMovieFolder("Channel 01");
   EXPECT_TRUE(channel_.commitValue("vcTitle", "Cooking").valid);

@@ -1,6 +1,8 @@
 #include "publish/PublishRun.h"
 
 #include "tests/publish/PublishFixture.h"
+#include "tests/support/FakeDotMac.h"
+#include "transfer/CopyFiles.h"
 
 namespace clipwave {
 namespace {
@@ -44,21 +46,20 @@ class PublishRunTest : public PublishTest {
   std::vector<std::string> events;
   std::vector<PublishOutcome> outcomes;
   std::vector<std::shared_ptr<FakeBackEnd>> made;
-  bool accepts = true;  // what the next back-end does
-  std::optional<std::string> failure;
+  std::function<void(FakeBackEnd&)> prepareBackEnd = [](FakeBackEnd&) {};
+  PublishRun::BackEndFactory factory = [this](int tag) -> std::shared_ptr<CopyBackEnd> {
+    events.push_back("method " + std::to_string(tag));
+    made.push_back(std::make_shared<FakeBackEnd>(events));
+    prepareBackEnd(*made.back());
+    return made.back();
+  };
   Window mainWindow, report;
   Button button;
   ProgressIndicator spinner;
   TextField statusLine;
   TextView text;
   PublishRun::Services services{application, log, channels, [this] { return host.context.get(); },
-                                [this](int tag) {
-                                  events.push_back("method " + std::to_string(tag));
-                                  made.push_back(std::make_shared<FakeBackEnd>(events));
-                                  made.back()->accepts = accepts;
-                                  made.back()->failure = failure;
-                                  return made.back();
-                                }};
+                                [this](int tag) { return factory(tag); }};
   PublishElements elements{mainWindow, button, spinner, statusLine, report, text};
   PublishRun run{services, preparation, elements};
 };
@@ -122,14 +123,13 @@ TEST_F(PublishRunTest, ARefusalOrAFailureEndsTheRunOnceAndIdlesTheControls) {
   addChannel("A");
   addChannel("B");
   run.save();
-  accepts = false;
+  prepareBackEnd = [](FakeBackEnd& next) { next.accepts = false; };
   run.copyCompleted(*made.back());
   expectControls(false);
-  accepts = true;
-  failure = "100%@ wrong\n%s";
+  prepareBackEnd = [](FakeBackEnd& next) { next.failure = "100%@ wrong\n%s"; };
   run.save();
   expectControls(false);
-  failure = std::nullopt;
+  prepareBackEnd = [](FakeBackEnd&) {};
   run.save();
   run.connectionError(*made.back(), 103, "gone");
   run.copyAborted(*made.back());
@@ -138,6 +138,55 @@ TEST_F(PublishRunTest, ARefusalOrAFailureEndsTheRunOnceAndIdlesTheControls) {
   EXPECT_THAT(shell.alerts, ElementsAre(".Mac Error!|100%@ wrong\n%s|OK", ".Mac Error!|gone|OK"));
   EXPECT_THAT(outcomes, ElementsAre(PublishOutcome::Refused, PublishOutcome::ConnectionError,
                                     PublishOutcome::ConnectionError));
+}
+
+TEST_F(PublishRunTest, AnUploadEndsItsRunFromTheLoop) {
+  FakeDotMac dotMac(host.runLoop());
+  ASSERT_TRUE(host.defaults().setValue("noConfirm", true));
+  dotMac.uploadsWait = true;
+  factory = [&](int) {
+    return std::make_shared<CopyFiles>(
+        DotMacCopyServices{application, host.runLoop(), host.defaults(), log, dotMac});
+  };
+  addChannel("A").setValue("mediaPath", "/A");
+  Channel& last = addChannel("B");
+  run.save();
+  for (int press = 0; press < 2; ++press) {
+    run.save();
+    expectControls(true);
+  }
+  host.turn();
+  expectControls(false);
+  EXPECT_FALSE(dotMac.isUploading());
+
+  last.setValue("mediaPath", Value());
+  dotMac.failingUploads = {{"/B.xml", kDMServiceBusy}};
+  run.save();
+  for (int channel = 0; channel < 2; ++channel) {
+    dotMac.finishUpload();
+    host.turn();
+  }
+  expectControls(false);
+  EXPECT_THAT(shell.alerts, ElementsAre(".Mac Error!|.Mac is busy.  Wait a bit and try again later.|OK"));
+  EXPECT_THAT(outcomes, ElementsAre(PublishOutcome::Aborted, PublishOutcome::ConnectionError));
+
+  for (const bool cancelled : {false, true}) {
+    auto going = std::make_unique<PublishRun>(services, preparation, elements);
+    going->save();
+    if (cancelled) going->save();
+    going = nullptr;
+    EXPECT_FALSE(dotMac.isUploading());
+    host.turn();
+  }
+}
+
+TEST_F(PublishRunTest, ABackEndThatIsGoneWithoutAWordEndsTheCancelledRun) {
+  factory = [this](int) { return std::make_shared<FakeBackEnd>(events); };
+  addChannel("A");
+  run.save();
+  run.save();
+  expectControls(false);
+  EXPECT_THAT(outcomes, ElementsAre(PublishOutcome::Aborted));
 }
 
 TEST_F(PublishRunTest, ARunThatCannotSaveFirstStopsWithoutAWord) {

@@ -6,11 +6,34 @@
 #include <filesystem>
 #include <random>
 
+#include "tests/support/FakeMovies.h"
 #include "tests/support/RealMovies.h"
 
 namespace clipwave {
 namespace {
 using namespace testing;
+
+// What the fake and the real opener have in common; `make` makes a movie of two seconds at the path.
+void expectAMovieOpener(MovieOpener& opener, const std::string& path, const std::function<void()>& make,
+                        const std::function<void()>& remove) {
+  EXPECT_FALSE(opener.movieWithPath(path));
+  make();
+  const auto movie = opener.movieWithPath(path);
+  ASSERT_TRUE(movie);
+  remove();
+  EXPECT_DOUBLE_EQ(movie->duration(), 2);
+  EXPECT_FALSE(opener.movieWithPath(path));
+}
+
+TEST(MovieOpenerConformance, MoviesKeepTheirDurationWhenTheirFileIsGone) {
+  const TemporaryFolder folder;
+  const std::string name = "a film: 100% fun.mov", path = folder / name;
+  expectAMovieOpener(
+      *makeMovieOpener(), path, [&] { makeMovie(folder, name, 2); }, [&] { std::filesystem::remove(path); });
+  FakeMovieOpener fake;
+  expectAMovieOpener(
+      fake, path, [&] { fake.durations[path] = 2; }, [&] { fake.durations.clear(); });
+}
 
 TEST(Movie, DurationIsReadFromEveryCommonContainer) {
   const TemporaryFolder folder;
@@ -20,6 +43,7 @@ TEST(Movie, DurationIsReadFromEveryCommonContainer) {
     ASSERT_TRUE(movie) << name;
     EXPECT_NEAR(movie->duration(), 1.5, 0.2) << name;  // whole frames
   }
+  EXPECT_NEAR(opener->movieWithPath(makeMovie(folder, "long.mp4", 3725))->duration(), 3725, 5);
   const std::string fragmented = folder / "recorded.mov";
   runFFmpeg({"-i", folder / "a.mov", "-c", "copy", "-movflags", "frag_keyframe+empty_moov", fragmented});
   ASSERT_TRUE(opener->movieWithPath(fragmented));
