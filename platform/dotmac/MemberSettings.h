@@ -11,7 +11,7 @@ namespace clipwave {
 struct MemberSettings {
   std::string name;
   std::string address;          // http or https, of the iDisk's top level
-  std::string homePageBaseURL;  // http, ends in "/"
+  std::string homePageBaseURL;  // http or https, ends in "/"
   bool mayGoUnencrypted = false;
 
   // None while the member's name or the address of the iDisk is not set.
