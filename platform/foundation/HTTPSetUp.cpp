@@ -23,7 +23,7 @@ void setUpForWeb(void* easy, const std::string& userAgent, const std::string& ce
   curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
   curl_easy_setopt(easy, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
   curl_easy_setopt(easy, CURLOPT_USERAGENT, userAgent.c_str());
-  // A resolver that hangs is left to itself when the time is up.
+  // A resolver that hangs is left to itself when the time is up or the transfer is ended.
   curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
   if (!certificateAuthorities.empty()) {
     curl_easy_setopt(easy, CURLOPT_CAINFO, certificateAuthorities.c_str());
