@@ -118,7 +118,7 @@ void WebDAVServer::proceed(const std::shared_ptr<Attempts>& attempts) {
   if (!exchange) return;
   exchange->http_ = attempts->http.sendInBackground(attempts->request, [attempts](auto response) {
     // Both the next attempt and the completion may end the request that holds this function.
-    const auto kept = attempts;
+    const auto kept = attempts;  // NOLINT(performance-unnecessary-copy-initialization)
     const auto answer = kept->take(response);
     if (!answer) return proceed(kept);
     kept->completion(*answer);
