@@ -10,6 +10,7 @@
 
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/CurlLoop.h"
+#include "platform/foundation/HTTPSetUp.h"
 #include "platform/foundation/URLErrors.h"
 #include "platform/foundation/URLs.h"
 
