@@ -1,4 +1,5 @@
 // publish: a run from the command line, with the terminal in place of the window.
+#include <poll.h>
 #include <signal.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
@@ -27,6 +28,10 @@ std::optional<Alert::Answer> answerFor(Companion& companion, Alert& alert, Exist
   // A run that a timer starts takes nobody to the page for signing up.
   if (alert.title == "No .Mac Account!") return declineAtTerminal(alert);
   if (alert.title != "File Exists!") return std::nullopt;
+  // Who interrupts while file after file is asked about, perhaps of a server that hangs, is not to wait for
+  // the last of them.
+  pollfd interrupt{interrupts, POLLIN, 0};
+  if (::poll(&interrupt, 1, 0) > 0) return Alert::Answer::Other;
   if (existing == Existing::Replace) return Alert::Answer::Alternate;
   if (existing == Existing::Keep) {
     ManagedObject* const channel = currentChannel(companion);

@@ -91,7 +91,7 @@ void UploadTransaction::takeSent(const WebDAVAnswer& answer) {
 // the answer is lost or late, the destination holds what it held, the whole new file or, between the steps,
 // nothing; to remove the temporary file then could leave neither. It stays for the next upload to replace.
 void UploadTransaction::takeMoved(const WebDAVAnswer& answer) {
-  if (!answer.failure) return end(ending_ ? ending_ : &DMTransactionDelegate::transactionSuccessful);
+  if (!answer.failure) return end(&DMTransactionDelegate::transactionSuccessful);
   if (!ending_) return failRequest(answer);
   note(failureLine(request_, *answer.failure));
   if (isUndecided(answer)) return end(ending_);

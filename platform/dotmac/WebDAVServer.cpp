@@ -38,6 +38,13 @@ WebDAVAnswer answerOf(bool isQuestion, const HTTPResponse& response) {
   return {status, dotMacError(kDMResourceNotFound, "What answers there is no WebDAV server.")};
 }
 
+// The second of two is answered as to what the first has made of things: 404, say, where that was done.
+// Nobody knows then whether it was, or still goes on.
+WebDAVAnswer lostMove(const WebDAVAnswer& answer) {
+  return {0, dotMacError(kDMNetworkError, "The server broke the connection off. Asked again: " +
+                                              answer.failure->localizedDescription)};
+}
+
 }  // namespace
 
 WebDAVServer::WebDAVServer(RunLoop& runLoop, HTTPClient& http, std::string_view address,
@@ -77,7 +84,10 @@ struct WebDAVServer::Attempts {
   // Nothing where the request has to be sent again.
   std::optional<WebDAVAnswer> take(const Result<HTTPResponse>& response) {
     if (!response) return WebDAVAnswer{0, errorForFailedRequest(response.error())};
-    if (!isRedirect(*response)) return answerOf(request.method == "PROPFIND", *response);
+    if (!isRedirect(*response)) {
+      const WebDAVAnswer answer = answerOf(request.method == "PROPFIND", *response);
+      return answer.failure && response->wasRepeated && request.method == "MOVE" ? lostMove(answer) : answer;
+    }
     if (++redirects > kMostRedirects)
       return WebDAVAnswer{response->status,
                           dotMacError(kDMResourceNotFound, "The server redirects again and again.")};

@@ -44,6 +44,9 @@ struct HTTPResponse {
   long status = 0;
   std::map<std::string, std::string> headers;  // by name in lower case; of several the last
   std::string body;
+  // A connection that was kept open broke before any word came, and the request went out once more. The
+  // server may have heard it twice.
+  bool wasRepeated = false;
 };
 
 // A request under way in the background. Ending it stops the request; its completion is not called then.

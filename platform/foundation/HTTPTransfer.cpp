@@ -171,6 +171,9 @@ int HTTPTransfer::perform() {
 
 int HTTPTransfer::onRequest(void* self, char*, char*, int, int) {
   auto& transfer = *static_cast<HTTPTransfer*>(self);
+  if (transfer.isAwaitingAnswer_ && transfer.head_.progress() == FailedTransfer::Answer::None)
+    transfer.response_.wasRepeated = true;
+  transfer.isAwaitingAnswer_ = true;
   transfer.head_.begin();
   transfer.response_.body.clear();
   return CURL_PREREQFUNC_OK;

@@ -65,9 +65,10 @@ class HTTPTransfer {
   std::shared_ptr<HTTPClientState> client_;
   std::shared_ptr<void> handle_;
   WebAddress address_;
-  void* headers_ = nullptr;  // the list of those sent
-  std::int64_t size_ = 0;    // of what is to be sent
-  std::int64_t offset_ = 0;  // up to where libcurl has it
+  void* headers_ = nullptr;        // the list of those sent
+  std::int64_t size_ = 0;          // of what is to be sent
+  std::int64_t offset_ = 0;        // up to where libcurl has it
+  bool isAwaitingAnswer_ = false;  // something has gone out
   bool isSourceBroken_ = false;
   bool isTooLong_ = false;  // the answer
   HTTPHead head_;

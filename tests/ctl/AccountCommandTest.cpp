@@ -68,6 +68,7 @@ TEST_F(Account, RefusesAddressesThatWouldGiveThePasswordAwayAndKeepsNothingOfThe
     EXPECT_THAT(account(line, "x\n"), Exits(2)) << line;
   for (const char* blanks : {"http://h/a b", " https://h/"})
     EXPECT_THAT(account({"--server", blanks}), Exits(2)) << blanks;
+  EXPECT_THAT(account("--server https://h/ --member ann", "a\001b\n"), Fails(2, "control character"));
   EXPECT_EQ(settings(), before);
   EXPECT_THAT(account("--allow-plain-http --server http://h.invalid/"), Exits(0));
   EXPECT_THAT(account("--member ann --forbid-plain-http --check"), Fails(1, "Over plain http anyone"));

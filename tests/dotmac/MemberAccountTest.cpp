@@ -83,6 +83,21 @@ TEST(DiskSession, AnswersOfAllKindsOfServersAreUnderstood) {
   EXPECT_THAT(member.log.lines.back(), AllOf(HasSubstr("MKCOL"), HasSubstr("507 (Insufficient Storage)")));
 }
 
+TEST(DiskSession, AMoveThatTheServerMayHaveHeardTwiceIsNotCleanedUpAfter) {
+  LoopbackServer server;
+  MemberDisk member(server.url("/"));
+  int moves = 0;
+  server.answerHead("/clipwave-upload-114fcea479107a40.part", [&moves](LoopbackConnection& connection) {
+    connection.receiveBody();
+    if (connection.request().method() == "MOVE" && ++moves == 1) return;
+    if (moves == 0) connection.keepOpen();
+    connection.send(moves == 0 ? "HTTP/1.1 201 X\r\nContent-Length: 0\r\n\r\n" : httpResponse(404, ""));
+  });
+  EXPECT_EQ(member.upload(member.folder.write("local", "new"), "m.mov"), "103");
+  EXPECT_EQ(moves, 2);
+  EXPECT_THAT(server.requests().back().head, StartsWith("MOVE"));
+}
+
 TEST(DiskSession, AMoveWhoseEndIsNotKnownIsNotUndone) {
   LoopbackServer server;
   MemberDisk member(server.url("/"), {}, Seconds(0.3));
