@@ -72,7 +72,7 @@ class Controller {
   const MovieTypes& types() const { return types_; }
   FeedTables feedTables() const { return {languageDataSource_, types_}; }
   bool addedNewChannel() const { return addedNewChannel_; }
-  // What the last publish run passed over in silence or told without its reason, one sentence each.
+  // What the last publish run passed over in silence or told without its reason, one line each.
   std::vector<std::string> publishTroubles() const;
 
  private:

@@ -20,8 +20,6 @@ class RealPlatform {
   Application& application() { return application_; }
   FileManager& files() { return *files_; }
   UserDefaultsController& defaults() { return *defaults_; }
-  DotMacKit& dotMac() { return *dotMac_; }
-  SecretStore& secrets() { return *secrets_; }
   Pasteboard& generalPasteboard() { return generalPasteboard_; }
 
  private:

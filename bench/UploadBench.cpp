@@ -1,5 +1,8 @@
 // The upload of 1 GiB to a WebDAV server on this machine, and how long it holds up the run loop.
-#include <filesystem>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
 #include <fstream>
 
 #include "bench/BenchProgram.h"

@@ -6,6 +6,7 @@
 #include "ctl/PasswordPrompt.h"
 #include "ctl/RecordText.h"
 #include "platform/dotmac/MemberAddress.h"
+#include "platform/dotmac/MemberSettings.h"
 #include "platform/foundation/JSON.h"
 #include "transfer/CopyFiles.h"
 
@@ -13,10 +14,6 @@ namespace clipwave {
 
 namespace {
 
-constexpr const char* kAddress = "dotMacAddress";
-constexpr const char* kMember = "dotMacMemberName";
-constexpr const char* kHomePage = "dotMacHomePageURL";
-constexpr const char* kPlainHTTP = "dotMacAllowsPlainHTTP";
 constexpr const char* kReadableOnTheWay =
     "Over plain http anyone on the way can read the password. Use https, or say --allow-plain-http.";
 constexpr const char* kNoAccount = "No .Mac account is set up. Say --server and --member.";
@@ -73,7 +70,7 @@ SecretAccount accountOf(Companion& companion, const AccountOptions& options) {
   const auto chosen = [&companion](const std::optional<std::string>& option, const char* key) {
     return option ? *option : companion.defaults().string(key);
   };
-  return {chosen(options.server, kAddress), chosen(options.member, kMember)};
+  return {chosen(options.server, MemberSettings::kAddress), chosen(options.member, MemberSettings::kName)};
 }
 
 bool isConfigured(const SecretAccount& account) {
@@ -85,13 +82,13 @@ ExitStatus show(Companion& companion, bool asJSON) {
   const SecretAccount account = accountOf(companion, {});
   const auto password = companion.services().secrets.password(account);
   const bool hasPassword = password && password->has_value();
-  const bool allowsPlainHTTP = defaults.boolean(kPlainHTTP);
-  const std::string expiry = valueText(defaults.value("dotMacExpiryDate"));
+  const bool allowsPlainHTTP = defaults.boolean(MemberSettings::kAllowsPlainHTTP);
+  const std::string expiry = valueText(defaults.value(MemberSettings::kExpiryDate));
   if (asJSON) {
     const auto orNull = [](const std::string& text) { return text.empty() ? Value() : Value(text); };
     std::cout << JSONFromValue(Dictionary{{"server", orNull(account.address)},
                                           {"member", orNull(account.member)},
-                                          {"homePage", orNull(defaults.string(kHomePage))},
+                                          {"homePage", orNull(defaults.string(MemberSettings::kHomePage))},
                                           {"allowsPlainHTTP", allowsPlainHTTP},
                                           {"expiryDate", orNull(expiry)},
                                           {"hasPassword", hasPassword}})
@@ -99,7 +96,7 @@ ExitStatus show(Companion& companion, bool asJSON) {
   } else {
     const auto orNone = [](const std::string& text) { return text.empty() ? "none" : text; };
     std::cout << "server: " << orNone(account.address) << "\nmember: " << orNone(account.member)
-              << "\nhome page: " << orNone(defaults.string(kHomePage))
+              << "\nhome page: " << orNone(defaults.string(MemberSettings::kHomePage))
               << "\nplain http: " << (allowsPlainHTTP ? "allowed" : "not allowed")
               << "\nexpires: " << (expiry.empty() ? "never" : expiry)
               << "\npassword: " << (hasPassword ? "kept" : "none") << '\n';
@@ -116,7 +113,8 @@ bool isAcceptable(Companion& companion, const AccountOptions& options) {
       return false;
     }
   }
-  const bool allowsPlainHTTP = options.allowsPlainHTTP.value_or(companion.defaults().boolean(kPlainHTTP));
+  const bool allowsPlainHTTP =
+      options.allowsPlainHTTP.value_or(companion.defaults().boolean(MemberSettings::kAllowsPlainHTTP));
   if (options.server && isReadableOnTheWay(*options.server) && !allowsPlainHTTP) {
     usageError(kReadableOnTheWay);
     return false;
@@ -130,10 +128,12 @@ bool isAcceptable(Companion& companion, const AccountOptions& options) {
 
 Result<void> store(Companion& companion, const AccountOptions& options) {
   std::vector<std::pair<const char*, Value>> settings;
-  for (const auto& [key, text] :
-       {std::pair(kAddress, options.server), {kMember, options.member}, {kHomePage, options.homePage}})
+  for (const auto& [key, text] : {std::pair(MemberSettings::kAddress, options.server),
+                                  {MemberSettings::kName, options.member},
+                                  {MemberSettings::kHomePage, options.homePage}})
     if (text) settings.emplace_back(key, text->empty() ? Value() : Value(*text));
-  if (options.allowsPlainHTTP) settings.emplace_back(kPlainHTTP, *options.allowsPlainHTTP);
+  if (options.allowsPlainHTTP)
+    settings.emplace_back(MemberSettings::kAllowsPlainHTTP, *options.allowsPlainHTTP);
   for (const auto& [key, value] : settings)
     if (auto set = companion.defaults().setValue(key, value); !set) return set;
   return {};
@@ -145,12 +145,14 @@ ExitStatus check(Companion& companion) {
   const auto account = services.dotMac.accountFromPreferencesWithApplicationID(CopyFiles::kApplicationID);
   if (!account) return failure(kNoAccount);
   // The service could only say that the password was not accepted, which nobody has been shown.
-  if (isReadableOnTheWay(services.defaults.string(kAddress)) && !services.defaults.boolean(kPlainHTTP))
+  if (isReadableOnTheWay(services.defaults.string(MemberSettings::kAddress)) &&
+      !services.defaults.boolean(MemberSettings::kAllowsPlainHTTP))
     return failure(kReadableOnTheWay);
   account->setIsSynchronous(true);
   const int answer = account->validateCredentials();
   if (answer == kDMCredentialsAccepted) {
-    std::cout << hostAndPortOf(services.defaults.string(kAddress)) << " accepts " << account->name() << ".\n";
+    std::cout << hostAndPortOf(services.defaults.string(MemberSettings::kAddress)) << " accepts "
+              << account->name() << ".\n";
     return kDone;
   }
   const auto messages = std::make_shared<CopyFiles>(DotMacCopyServices{
@@ -191,9 +193,9 @@ ExitStatus runAccount(Companion& companion, const CommandLine& arguments) {
     if (const auto forgotten = secrets.setPassword(before, ""); !forgotten) return failure(forgotten.error());
   }
   const UserDefaultsController& defaults = companion.defaults();
-  if (isConfigured(account) && !defaults.isSetByUser(kHomePage))
+  if (isConfigured(account) && !defaults.isSetByUser(MemberSettings::kHomePage))
     printError("clipwavectl", "No home page is set: feeds will link to movies at " +
-                                  defaults.string(kHomePage) + ". Say --home-page.");
+                                  defaults.string(MemberSettings::kHomePage) + ". Say --home-page.");
   return options->check || password ? check(companion) : kDone;
 }
 

@@ -15,6 +15,13 @@ namespace {
 
 enum class Existing { Ask, Replace, Keep };
 
+// The channel that the run is at, or was at when it ended; none after the last one.
+ManagedObject* currentChannel(Companion& companion) {
+  const auto& channels = companion.controller().channelController().content();
+  const auto index = static_cast<std::size_t>(companion.controller().publishRun().currentSaveIndex());
+  return index < channels.size() ? channels[index] : nullptr;
+}
+
 // Above all, what becomes of a file that exists at the destination.
 std::optional<Alert::Answer> answerFor(Companion& companion, Alert& alert, Existing existing,
                                        int interrupts) {
@@ -27,10 +34,9 @@ std::optional<Alert::Answer> answerFor(Companion& companion, Alert& alert, Exist
   if (::poll(&interrupt, 1, 0) > 0) return Alert::Answer::Other;
   if (existing == Existing::Replace) return Alert::Answer::Alternate;
   if (existing == Existing::Keep) {
-    const auto& channels = companion.controller().channelController().content();
-    const auto index = static_cast<std::size_t>(companion.controller().publishRun().currentSaveIndex());
+    ManagedObject* const channel = currentChannel(companion);
     const bool isFeed =
-        index < channels.size() && channels[index]->primitiveValue("filename").stringValue() == alert.subject;
+        channel != nullptr && channel->primitiveValue("filename").stringValue() == alert.subject;
     return isFeed ? Alert::Answer::Alternate : Alert::Answer::Default;
   }
   if (const auto answer = askAtTerminal(alert, interrupts)) return answer;
@@ -38,11 +44,8 @@ std::optional<Alert::Answer> answerFor(Companion& companion, Alert& alert, Exist
   return Alert::Answer::Other;
 }
 
-// The title of the channel that the run was at when it ended.
-std::string currentTitle(Companion& companion) {
-  const auto& channels = companion.controller().channelController().content();
-  const auto index = static_cast<std::size_t>(companion.controller().publishRun().currentSaveIndex());
-  return index < channels.size() ? std::string(channels[index]->value("vcTitle").stringValue()) : "";
+std::string titleOf(ManagedObject* channel) {
+  return channel != nullptr ? std::string(channel->value("vcTitle").stringValue()) : "";
 }
 
 std::string sentenceFor(PublishOutcome outcome, const std::optional<Error>& error, Companion& companion) {
@@ -53,7 +56,7 @@ std::string sentenceFor(PublishOutcome outcome, const std::optional<Error>& erro
       return error ? error->localizedDescription : "The library could not be saved. Nothing was published.";
     case PublishOutcome::Refused:
     case PublishOutcome::ConnectionError:
-      return "The run has stopped at \"" + currentTitle(companion) +
+      return "The run has stopped at \"" + titleOf(currentChannel(companion)) +
              "\". This channel and later ones were not published.";
     case PublishOutcome::Aborted:
       return "The run was cancelled.";

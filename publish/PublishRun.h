@@ -77,7 +77,7 @@ class PublishRun final : public CopyDelegate {
   void setOnEnd(std::function<void(PublishOutcome, const std::optional<Error>&)> onEnd) {
     onEnd_ = std::move(onEnd);
   }
-  // Called at each status line, with its text, and at each finished file, with "%@ copied" of its name.
+  // Called at each status line, with its text, and at each finished file, with "NAME copied".
   void setOnProgress(std::function<void(std::string_view statusLine)> onProgress) {
     onProgress_ = std::move(onProgress);
   }

@@ -57,8 +57,8 @@ class CopyBackEnd : public std::enable_shared_from_this<CopyBackEnd> {
     delegate_ = nullptr;
     abort();
   }
-  // What a window passes over in silence, or tells without its reason: one sentence each, for a companion.
-  // Each is also a line in the log.
+  // What a window passes over in silence, or tells without its reason: one line each, for a companion. The
+  // log says the same.
   const std::vector<std::string>& troubles() const { return troubles_; }
 
  protected:

@@ -74,15 +74,11 @@ bool CopyFiles::copyFiles(const std::vector<CopyEntry>& files, const std::option
   delegate_ = &sender;
   if (!isMembershipValid()) return false;
   const auto session = openSession();
-  const bool noConfirm = services_.defaults.boolean("noConfirm");
   const std::string destination = iDiskPath(toDirectory.value_or(""));
   if (!makeFolders(*session, destination)) return false;
-  std::optional<std::vector<CopyEntry>> toBeCopied = files;
-  if (!noConfirm) {
-    toBeCopied = askAboutExistingFiles(
-        services_.application, files, destination,
-        [&session](const std::string& path) { return session->fileExistsAtPath(path); });
-  }
+  const auto toBeCopied =
+      askAboutExistingFiles(services_.application, services_.defaults, files, destination,
+                            [&session](const std::string& path) { return session->fileExistsAtPath(path); });
   if (!toBeCopied || toBeCopied->empty()) return false;
   copyNextItemInArray({toBeCopied->begin(), toBeCopied->end()}, destination);
   return true;

@@ -78,12 +78,9 @@ bool CopyFilesLocally::copyFiles(const std::vector<CopyEntry>& files,
     return false;
   }
   delegate_ = &sender;
-  std::optional<std::vector<CopyEntry>> toBeCopied = files;
-  if (!services_.defaults.boolean("noConfirm")) {
-    toBeCopied = askAboutExistingFiles(
-        services_.application, files, *toDirectory,
-        [this](const std::string& path) { return services_.files.fileExistsAtPath(path); });
-  }
+  const auto toBeCopied = askAboutExistingFiles(
+      services_.application, services_.defaults, files, *toDirectory,
+      [this](const std::string& path) { return services_.files.fileExistsAtPath(path); });
   if (!toBeCopied || toBeCopied->empty()) return false;
   copyNextItemInArray({toBeCopied->begin(), toBeCopied->end()}, *toDirectory);
   return true;

@@ -20,8 +20,9 @@ Alert promptFor(const CopyEntry& entry) {
 }  // namespace
 
 std::optional<std::vector<CopyEntry>> askAboutExistingFiles(
-    Application& application, const std::vector<CopyEntry>& files, std::string_view toDirectory,
-    const std::function<bool(const std::string& path)>& exists) {
+    Application& application, const UserDefaultsController& defaults, const std::vector<CopyEntry>& files,
+    std::string_view toDirectory, const std::function<bool(const std::string& path)>& exists) {
+  if (defaults.boolean("noConfirm")) return files;
   std::optional<Alert::Answer> remembered;
   std::vector<CopyEntry> toBeCopied;
   for (const CopyEntry& entry : files) {

@@ -47,8 +47,9 @@ class DMTransaction {
   // that had to leave something behind; "" otherwise.
   virtual std::string errorDescription() const { return {}; }
   // Stops it; transactionAborted follows from the loop once nothing is left of it on the server, in a few
-  // seconds at the latest, or transactionSuccessful where it turns out to have been done by then. Does
-  // nothing when the transaction has ended or was aborted before.
+  // seconds at the latest, or in about half a minute where the server still holds the file; or
+  // transactionSuccessful where it turns out to have been done by then. Does nothing when the transaction has
+  // ended or was aborted before.
   virtual void abort() = 0;
   // Of a completed query; null otherwise.
   virtual Value result() const = 0;

@@ -9,8 +9,6 @@
 namespace clipwave {
 namespace {
 
-constexpr const char* kExpiryKey = "dotMacExpiryDate";
-
 // A query that was answered before it was made.
 class CompletedQuery final : public DMTransaction {
  public:
@@ -46,19 +44,19 @@ int MemberAccount::validateCredentials() {
 }
 
 std::shared_ptr<DMTransaction> MemberAccount::daysLeftUntilExpiration() {
-  const Value entry = services_.defaults.value(kExpiryKey);
+  const Value entry = services_.defaults.value(MemberSettings::kExpiryDate);
   const std::string_view text = trimmed(entry.stringValue());
   std::optional<Date> expiry = entry.dateValue();
   if (!expiry) expiry = dateWithNaturalLanguageString(text, TimeZone::defaultTimeZone());
   if (expiry) return std::make_shared<CompletedQuery>(daysBetween(services_.clock.now(), *expiry));
   if (!entry.isNull() && !(entry.isString() && text.empty()))
-    services_.log.write("The membership's expiry \"" + std::string(text) + "\" (" + kExpiryKey +
-                        ") is no date; it counts as never.");
+    services_.log.write("The membership's expiry \"" + std::string(text) + "\" (" +
+                        MemberSettings::kExpiryDate + ") is no date; it counts as never.");
   return std::make_shared<CompletedQuery>(kNeverExpires);
 }
 
 void MemberAccount::upgradeAccount() {
-  openServicePage(services_, "dotMacRenewalURL");
+  openServicePage(services_, MemberSettings::kRenewalPage);
 }
 
 std::shared_ptr<WebDAVServer> MemberAccount::server() {

@@ -1,27 +1,24 @@
 #include "platform/dotmac/MemberAddress.h"
 
 #include "platform/dotmac/WebDAVAddress.h"
-#include "platform/foundation/WebAddress.h"
+#include "platform/foundation/ASCII.h"
 
 namespace clipwave {
 
-std::string hostAndPortOf(std::string_view url) {
-  return webAddressOf(url).value_or(WebAddress()).hostAndPort;
+std::string hostAndPortOf(std::string_view address) {
+  const auto disk = WebDAVAddress::fromText(address);
+  return disk ? disk->server().hostAndPort : std::string();
 }
 
-bool isReadableOnTheWay(std::string_view url) {
-  const auto server = webAddressOf(url);
-  return server && !server->isEncrypted && !server->isLoopback;
+bool isReadableOnTheWay(std::string_view address) {
+  const auto disk = WebDAVAddress::fromText(address);
+  return disk && disk->server().isReadableOnTheWay();
 }
 
-std::optional<std::string> troubleWithMemberAddress(std::string_view url) {
-  const auto server = webAddressOf(url.substr(0, url.find_first_of("/?#", url.find("//") + 2)));
-  if (!server) return "An address begins with http:// or https:// and the name of a host.";
-  if (server->hasUserInfo)
-    return "An address with a user name or a password in it is not kept; say the address without them.";
-  if (url.find_first_of("?#") != url.npos) return "An address holds no \"?\" and no \"#\".";
-  if (!WebDAVAddress::fromText(url)) return "The address holds characters that no address can hold.";
-  return std::nullopt;
+std::optional<std::string> troubleWithMemberAddress(std::string_view address) {
+  if (trimmed(address) != address) return "An address has no blanks around it.";
+  const auto disk = WebDAVAddress::fromText(address);
+  return disk ? std::nullopt : std::optional(disk.error().localizedDescription);
 }
 
 }  // namespace clipwave

@@ -26,26 +26,26 @@ long statusOfLine(const std::string& line) {
   return blank == line.npos ? 0 : std::atol(line.c_str() + blank);
 }
 
-MemberStatus memberOf(const XMLElement& response) {
-  MemberStatus member;
+ResourceStatus resourceOf(const XMLElement& response) {
+  ResourceStatus resource;
   for (const XMLElement& status : childrenNamed(response, "status"))
-    member.status = statusOfLine(status.stringValue());
+    resource.status = statusOfLine(status.stringValue());
   for (const XMLElement& propstat : childrenNamed(response, "propstat"))
     for (const XMLElement& prop : childrenNamed(propstat, "prop"))
       for (const XMLElement& type : childrenNamed(prop, "resourcetype"))
-        member.isFolder = member.isFolder || !childrenNamed(type, "collection").empty();
-  return member;
+        resource.isFolder = resource.isFolder || !childrenNamed(type, "collection").empty();
+  return resource;
 }
 
 }  // namespace
 
-std::optional<std::vector<MemberStatus>> membersOfMultiStatus(std::string_view body) {
+std::optional<std::vector<ResourceStatus>> resourcesOfMultiStatus(std::string_view body) {
   const auto document = XMLDocument::parse(body, XMLDocument::Parsing::Tolerant);
   if (!document || localName(document->rootElement()) != "multistatus") return std::nullopt;
-  std::vector<MemberStatus> members;
+  std::vector<ResourceStatus> resources;
   for (const XMLElement& response : childrenNamed(document->rootElement(), "response"))
-    members.push_back(memberOf(response));
-  return members;
+    resources.push_back(resourceOf(response));
+  return resources;
 }
 
 }  // namespace clipwave

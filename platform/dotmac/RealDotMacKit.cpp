@@ -16,7 +16,7 @@ class RealDotMacKit final : public DotMacKit {
     if (!settings) return nullptr;
     return std::make_shared<MemberAccount>(services_, options_, std::move(*settings));
   }
-  void signUpNewMember() override { openServicePage(services_, "dotMacSignUpURL"); }
+  void signUpNewMember() override { openServicePage(services_, MemberSettings::kSignUpPage); }
   std::unique_ptr<DMiDiskSession> iDiskSessionWithCredentials(
       const std::shared_ptr<DMMemberAccount>& account) override {
     // Every account of this kit is of this one class.

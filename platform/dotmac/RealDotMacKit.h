@@ -33,9 +33,10 @@ struct DotMacServices {
 struct DotMacOptions {
   // How long a question that is answered at once may take.
   Seconds answerTimeout{30};
-  // How long the removal of an unfinished upload may take: of a server that does not answer, and of one that
-  // answers that it still holds the file.
+  // How long a failed or aborted upload may take to end: for the answer to a MOVE that is under way, and for
+  // the removal of the temporary file.
   Seconds cleanUpTimeout{5};
+  // The same from when a server first answers that it still holds that file locked.
   Seconds lockedTimeout{30};
 };
 

@@ -1,5 +1,5 @@
-// Where the member's password is kept: in the desktop's secret service, or without one in a file that only
-// its owner can read.
+// Where the member's password is kept: in the desktop's secret service, or where that is missing or refuses
+// in a file that only its owner can read.
 #pragma once
 
 #include <memory>
@@ -26,11 +26,12 @@ class SecretStore {
   // None when none is kept for that account. Fails when the secret service or the file says why it cannot
   // tell.
   virtual Result<std::optional<std::string>> password(const SecretAccount& account) = 0;
-  // Replaces what is kept for the account; "" removes it.
+  // Replaces what is kept for the account; "" removes it. Fails when neither the secret service nor the file
+  // takes the password, or when one of them cannot remove its own.
   virtual Result<void> setPassword(const SecretAccount& account, std::string_view password) = 0;
 };
 
-// `filePath`: of the file that serves where there is no secret service; "" for none.
+// `filePath`: of the file that serves where the secret service does not; "" for none.
 std::unique_ptr<SecretStore> makeSecretStore(FileManager& files, std::string filePath);
 
 }  // namespace clipwave

@@ -1,13 +1,19 @@
 #include "platform/dotmac/WebDAVAddress.h"
 
+#include <algorithm>
+
+#include "platform/dotmac/WebDAVErrors.h"
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/FileManager.h"
 #include "platform/foundation/URLEscapes.h"
 #include "platform/foundation/URLs.h"
-#include "platform/foundation/WebAddress.h"
 
 namespace clipwave {
 namespace {
+
+Error refused(std::string sentence) {
+  return dotMacError(kDMResourceNotFound, std::move(sentence));
+}
 
 // Where the path of a web URL begins; its end when it has none.
 std::size_t pathStart(std::string_view url) {
@@ -16,17 +22,21 @@ std::size_t pathStart(std::string_view url) {
 
 }  // namespace
 
-std::optional<WebDAVAddress> WebDAVAddress::fromText(std::string_view text) {
+Result<WebDAVAddress> WebDAVAddress::fromText(std::string_view text) {
   text = trimmed(text);
   const std::size_t start = pathStart(text);
-  const auto server = webAddressOf(text.substr(0, start));
+  auto server = webAddressOf(text.substr(0, start));
+  if (!server) return refused("An address begins with http:// or https:// and the name of a host.");
   // A password in the address is nobody's to keep in the settings.
-  if (!server || server->hasUserInfo || text.find_first_of("?#") != text.npos) return std::nullopt;
+  if (server->hasUserInfo)
+    return refused(
+        "An address with a user name or a password in it is not kept; say the address without them.");
+  if (text.find_first_of("?#") != text.npos) return refused("An address holds no \"?\" and no \"#\".");
   // Blanks and letters as a person enters them are escaped; what is escaped already stands.
   std::string top = server->origin + stringByAddingPercentEscapes(text.substr(start), "%", "");
   while (top.ends_with('/')) top.pop_back();
-  if (!isURL(top)) return std::nullopt;
-  return WebDAVAddress(std::move(top));
+  if (!isURL(top)) return refused("The address holds characters that no address can hold.");
+  return WebDAVAddress(std::move(*server), std::move(top));
 }
 
 std::optional<std::string> WebDAVAddress::urlOf(std::string_view path, bool isFolder) const {

@@ -12,14 +12,14 @@ constexpr const char* kQuestion =
 
 // Of a 207, which alone tells nothing. A question is about one resource; what else was asked may have failed
 // for some of those that it touched, of which a failed dependency is never the reason.
-WebDAVAnswer answerOfMembers(const std::vector<MemberStatus>& members, bool isQuestion) {
+WebDAVAnswer answerOfResources(const std::vector<ResourceStatus>& resources, bool isQuestion) {
   WebDAVAnswer answer{200};
-  if (members.empty() && isQuestion)
+  if (resources.empty() && isQuestion)
     return {207, dotMacError(kDMUnknownError, "The server's answer tells of nothing.")};
-  if (isQuestion) answer = {members.front().status, {}, members.front().isFolder};
-  for (const MemberStatus& member : members) {
+  if (isQuestion) answer = {resources.front().status, {}, resources.front().isFolder};
+  for (const ResourceStatus& resource : resources) {
     const bool isReason = answer.status < 300 || answer.status == 424;
-    if (!isQuestion && member.status >= 300 && isReason) answer.status = member.status;
+    if (!isQuestion && resource.status >= 300 && isReason) answer.status = resource.status;
   }
   if (answer.status < 200 || answer.status >= 300) answer.failure = errorForStatus(answer.status);
   return answer;
@@ -29,8 +29,8 @@ WebDAVAnswer answerOf(bool isQuestion, const HTTPResponse& response) {
   const long status = response.status;
   if (status < 200 || status >= 300) return {status, errorForStatus(status)};
   if (status == 207) {
-    if (const auto members = membersOfMultiStatus(response.body))
-      return answerOfMembers(*members, isQuestion);
+    if (const auto resources = resourcesOfMultiStatus(response.body))
+      return answerOfResources(*resources, isQuestion);
     return {status, dotMacError(kDMUnknownError, "The server's answer cannot be understood.")};
   }
   if (!isQuestion) return {status};
@@ -128,7 +128,7 @@ void WebDAVServer::proceed(const std::shared_ptr<Attempts>& attempts) {
   if (!exchange) return;
   exchange->http_ = attempts->http.sendInBackground(attempts->request, [attempts](auto response) {
     // Both the next attempt and the completion may end the request that holds this function.
-    const auto kept = attempts;
+    const auto kept = attempts;  // NOLINT(performance-unnecessary-copy-initialization)
     const auto answer = kept->take(response);
     if (!answer) return proceed(kept);
     kept->completion(*answer);

@@ -72,7 +72,7 @@ class WebDAVServer {
 
   RunLoop& runLoop_;
   HTTPClient& http_;
-  std::optional<WebDAVAddress> address_;
+  Result<WebDAVAddress> address_;
   HTTPCredentials credentials_;
 };
 

@@ -89,8 +89,6 @@ CurlLoop::State::~State() {
 
 std::shared_ptr<Transfer> CurlLoop::State::add(std::shared_ptr<void> owner, CURL* easy, Completion done) {
   auto transfer = std::make_shared<Transfer>(Transfer{std::move(owner), easy, std::move(done)});
-  // Ending it does not wait for a resolver that hangs.
-  if (easy != nullptr) curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
   if (easy != nullptr && curl_multi_add_handle(multi_, easy) == CURLM_OK) {
     transfers_[easy] = transfer;
   } else {

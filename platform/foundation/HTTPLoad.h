@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/foundation/HTTPSetUp.h"
+#include "platform/foundation/HTTPHead.h"
 #include "platform/foundation/Inflater.h"
 #include "platform/foundation/URLErrors.h"
 #include "platform/foundation/URLLoading.h"

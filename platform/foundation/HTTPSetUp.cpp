@@ -5,13 +5,10 @@
 #include <algorithm>
 #include <limits>
 
-#include "platform/foundation/ASCII.h"
-
 namespace clipwave {
 namespace {
 
-constexpr std::size_t kMostHeadBytes = std::size_t{256} << 10;  // of all answers of a transfer together
-constexpr std::size_t kLongestHost = 255;                       // bytes; of a name in a sentence
+constexpr std::size_t kLongestHost = 255;  // bytes; of a name in a sentence
 
 }  // namespace
 
@@ -23,7 +20,7 @@ void setUpForWeb(void* easy, const std::string& userAgent, const std::string& ce
   curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
   curl_easy_setopt(easy, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
   curl_easy_setopt(easy, CURLOPT_USERAGENT, userAgent.c_str());
-  // A resolver that hangs is left to itself when the time is up.
+  // A resolver that hangs is left to itself when the time is up or the transfer is ended.
   curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
   if (!certificateAuthorities.empty()) {
     curl_easy_setopt(easy, CURLOPT_CAINFO, certificateAuthorities.c_str());
@@ -39,18 +36,6 @@ long statusOf(void* easy) {
 
 std::string shownHost(std::string_view host) {
   return std::string(host.substr(0, kLongestHost));
-}
-
-bool HTTPHead::take(std::string_view line) {
-  if (line.starts_with("HTTP/")) {
-    progress_ = FailedTransfer::Answer::WithinHead;
-    const std::size_t blank = line.find(' ');
-    isInterim_ = blank != line.npos && line.substr(blank + 1).starts_with('1');
-  }
-  if (line == "\r\n" || line == "\n")
-    progress_ = isInterim_ ? FailedTransfer::Answer::None : FailedTransfer::Answer::HeadComplete;
-  size_ += line.size();
-  return size_ <= kMostHeadBytes;
 }
 
 }  // namespace clipwave

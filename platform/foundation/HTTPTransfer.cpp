@@ -10,6 +10,7 @@
 
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/CurlLoop.h"
+#include "platform/foundation/HTTPSetUp.h"
 #include "platform/foundation/URLErrors.h"
 #include "platform/foundation/URLs.h"
 
@@ -75,7 +76,7 @@ std::optional<Error> HTTPTransfer::findRefusal() {
   if (const auto& credentials = request_.credentials) {
     if (hasControls(credentials->user) || hasControls(credentials->password))
       return urlError(kURLErrorBadURL, "The user name or the password holds characters that cannot be sent.");
-    if (!address_.isEncrypted && !address_.isLoopback && !credentials->mayGoUnencrypted)
+    if (address_.isReadableOnTheWay() && !credentials->mayGoUnencrypted)
       return insecureConnectionError(shownHost(address_.host));
   }
   size_ = request_.file ? request_.file->size() : static_cast<std::int64_t>(request_.body.size());

@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "platform/foundation/HTTPClient.h"
-#include "platform/foundation/HTTPSetUp.h"
+#include "platform/foundation/HTTPHead.h"
 #include "platform/foundation/WebAddress.h"
 
 namespace clipwave {

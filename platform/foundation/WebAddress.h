@@ -16,6 +16,9 @@ struct WebAddress {
   bool isEncrypted = false;
   bool isLoopback = false;  // the host is this machine itself
   bool hasUserInfo = false;
+
+  // Whether whoever reads the network between here and there can read along.
+  bool isReadableOnTheWay() const { return !isEncrypted && !isLoopback; }
 };
 
 // Nothing for what is no URL of the web.

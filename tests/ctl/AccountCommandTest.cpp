@@ -66,6 +66,8 @@ TEST_F(Account, RefusesAddressesThatWouldGiveThePasswordAwayAndKeepsNothingOfThe
         "--server http://127.0.0.1.h/", "--server ftp://h/", "--server https://:80/", "--server https://h/?a",
         "--server h", "--home-page ftp://h", "--password", "--server", "--json --check", "sesame"})
     EXPECT_THAT(account(line, "x\n"), Exits(2)) << line;
+  for (const char* blanks : {"http://h/a b", " https://h/"})
+    EXPECT_THAT(account({"--server", blanks}), Exits(2)) << blanks;
   EXPECT_THAT(account("--server https://h/ --member ann", "a\001b\n"), Fails(2, "control character"));
   EXPECT_EQ(settings(), before);
   EXPECT_THAT(account("--allow-plain-http --server http://h.invalid/"), Exits(0));
