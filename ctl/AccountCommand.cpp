@@ -179,8 +179,8 @@ ExitStatus runAccount(Companion& companion, const CommandLine& arguments) {
     password =
         readPassword("Password for " + account.member + " at " + hostAndPortOf(account.address) + ": ");
     if (!password) printError("clipwavectl", "No password was given; one that is kept stays.");
-    if (password &&
-        std::any_of(password->begin(), password->end(), [](unsigned char c) { return c < ' ' || c == 0x7f; }))
+    if (password && std::any_of(password->begin(), password->end(),
+                                [](unsigned char c) { return (c < ' ' && c != '\t') || c == 0x7f; }))
       return usageError("The password holds a control character, which no server is sent.");
   }
   if (const auto stored = store(companion, *options); !stored) return failure(stored.error());

@@ -96,11 +96,6 @@ TEST_F(ChannelTest, ANewChannelAndItsDefaultsAreOneUndoStepWhateverComesBetween)
   EXPECT_EQ(host_.context->countOfEntity(kChannelEntity), 0U);
 }
 
-class ChannelTitleTest : public ChannelTest {
- protected:
-  Channel& channel_ = host_.newChannelWithDefaults();
-};
-
 TEST_F(ChannelTest, DeletingAChannelDeletesItsEpisodes) {
   Channel& channel = host_.newChannel();
   host_.newEpisode(channel);
