@@ -1,8 +1,10 @@
 #include "transfer/CopyFilesLocally.h"
 
 #include <filesystem>
+#include <set>
 
 #include "tests/transfer/CopyTest.h"
+#include "transfer/DestinationFolders.h"
 
 namespace clipwave {
 namespace {
@@ -41,15 +43,24 @@ class CopyFilesLocallyTest : public CopyTest {
 };
 
 TEST_F(CopyFilesLocallyTest, AVolumeThatIsNotMountedIsAskedForAndNeverMade) {
-  to = "/Volumes/Media/Podcasts/Ch1";
-  files.fail("createDirectoryAtPath", "");
-  EXPECT_FALSE(start({{"/s", "a"}}));
-  EXPECT_EQ(files.countOf("createDirectoryAtPath"), 0);
+  std::set<std::string> there = {"/Volumes"};
+  const DestinationStore store{
+      [&](const std::string& path, bool& isDirectory) { return (isDirectory = there.contains(path)); },
+      [&](const std::string& path) { return there.insert(path).second; }};
+  const auto makeFolders = [&](const std::string& path, MountedVolumes volumes = MountedVolumes::MustExist) {
+    return makeDestinationFolders(application, log, path, store, volumes);
+  };
+  EXPECT_FALSE(makeFolders("/Volumes/Media/Podcasts/Ch1"));
+  EXPECT_THAT(there, ElementsAre("/Volumes"));
   EXPECT_THAT(
       shell.alerts,
       ElementsAre("Volume not mounted|The save path \"/Volumes/Media/Podcasts/Ch1\" for this channel is "
                   "on a network volume, but that volume has not been mounted.  Either change the folder "
                   "that the channel gets saved to, or mount the remote volume and try again.|OK"));
+  there = {"/Volumes", "/Volumes/Media"};
+  EXPECT_TRUE(makeFolders("/Volumes/Media/Podcasts"));
+  EXPECT_TRUE(makeFolders("/Volumes/Disk", MountedVolumes::NotOfThisStore));
+  EXPECT_THAT(there, ElementsAre("/Volumes", "/Volumes/Disk", "/Volumes/Media", "/Volumes/Media/Podcasts"));
 }
 
 TEST_F(CopyFilesLocallyTest, WhatStandsInTheWayOfTheFolderIsNamedInAnAlertAndInTheLog) {
