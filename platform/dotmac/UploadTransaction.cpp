@@ -142,7 +142,7 @@ void UploadTransaction::limitCleanUp(Seconds time) {
   cleanUpEnd_ = services_.runLoop.scheduleTimer(time, [weak = weak_from_this()] {
     const auto self = weak.lock();
     if (!self || self->phase_ == Phase::Ended) return;
-    self->note("\"" + self->temporaryPath_ + "\" could not be removed in time.");
+    self->note("\"" + self->temporaryPath_ + "\" may be left: the server did not answer in time.");
     self->end(self->ending_);
   });
 }
