@@ -53,13 +53,7 @@ Controller::Controller(const ApplicationServices& services, lanternAppDelegate& 
   installInitialDefaults();
   interface_.vcastTableView.setDelegate(&episodeListEditing_);
   interface_.channelTableView.setDelegate(&episodeListEditing_);
-  interface_.publishButton.setAction([this] {
-    if (!publishRun_.isCopying()) {
-      backEnds_.clear();
-      feedPreparation_.forgetTroubles();
-    }
-    publishRun_.save();
-  });
+  interface_.publishButton.setAction([this] { publishRun_.save(); });
   interface_.protocolPopUp.setAction(
       [this] { publishMethod_.changePublishMethod(interface_.protocolPopUp); });
 }
@@ -204,21 +198,11 @@ void Controller::showAboutWindow() {
 
 std::shared_ptr<CopyBackEnd> Controller::makeBackEnd(int protocolTag) {
   if (protocolTag == kDotMacMethod) {
-    backEnds_.push_back(std::make_shared<CopyFiles>(DotMacCopyServices{
-        services_.application, services_.runLoop, services_.defaults, services_.log, services_.dotMac}));
-  } else {
-    backEnds_.push_back(std::make_shared<CopyFilesLocally>(LocalCopyServices{
-        services_.application, services_.runLoop, services_.files, services_.defaults, services_.log}));
+    return std::make_shared<CopyFiles>(DotMacCopyServices{
+        services_.application, services_.runLoop, services_.defaults, services_.log, services_.dotMac});
   }
-  return backEnds_.back();
-}
-
-std::vector<std::string> Controller::publishTroubles() const {
-  std::vector<std::string> troubles = feedPreparation_.troubles();
-  for (const auto& backEnd : backEnds_) {
-    troubles.insert(troubles.end(), backEnd->troubles().begin(), backEnd->troubles().end());
-  }
-  return troubles;
+  return std::make_shared<CopyFilesLocally>(LocalCopyServices{
+      services_.application, services_.runLoop, services_.files, services_.defaults, services_.log});
 }
 
 }  // namespace clipwave

@@ -72,8 +72,6 @@ class Controller {
   const MovieTypes& types() const { return types_; }
   FeedTables feedTables() const { return {languageDataSource_, types_}; }
   bool addedNewChannel() const { return addedNewChannel_; }
-  // What the last publish run passed over in silence or told without its reason, one line each.
-  std::vector<std::string> publishTroubles() const;
 
  private:
   void installInitialDefaults();
@@ -98,7 +96,6 @@ class Controller {
   FeedMappings vodcastMappings_;
   FeedMappings channelMappings_;
   MovieTypes types_;
-  std::vector<std::shared_ptr<CopyBackEnd>> backEnds_;  // of the last publish run
   FeedPreparation feedPreparation_;
   PublishRun publishRun_;
   SubscriptionHandOff subscriptionHandOff_;

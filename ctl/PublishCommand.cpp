@@ -181,7 +181,7 @@ ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
   if (!outcome) companion.runLoop().run();
   if (showsProgress) std::cerr << "\r\033[K" << std::flush;
 
-  const auto troubles = companion.controller().publishTroubles();
+  const auto troubles = run.troubles();
   for (const std::string& trouble : troubles) printError("clipwavectl", trouble);
   if (const std::string sentence = sentenceFor(*outcome, error, companion); !sentence.empty())
     printError("clipwavectl", sentence);

@@ -47,6 +47,8 @@ void PublishRun::save() {
     cancel();
     return;
   }
+  preparation_.forgetTroubles();
+  troubles_.clear();
   preparation_.setPubURLs({});
   currentSaveIndex_ = 0;
   ManagedObjectContext* context = services_.managedObjectContext();
@@ -110,6 +112,7 @@ void PublishRun::startTransfer(ManagedObject& channel) {
   if (!backEnd->copyFiles(preparation_.filesToCopy(), channel.value("mediaPath").optionalString(), *this)) {
     // A failure that was reported from within the call has ended the run already.
     if (!isAwaited(*backEnd)) return;
+    noteTroubles(*backEnd);
     // Nothing more will come from this back-end; left as they are, the controls of an earlier channel's
     // transfer would offer a "Cancel" that cancels nothing.
     connectionClosedCleanup();
@@ -186,6 +189,7 @@ void PublishRun::copyCompleted(CopyBackEnd& backEnd) {
   // Cancelled at the moment when the last file had arrived: there is nothing left to abort, and still the
   // run is over.
   if (cf_.get() != &backEnd) return copyAborted(backEnd);
+  noteTroubles(backEnd);
   // The next channel's back-end takes this one's place while it is still on the stack.
   const std::shared_ptr<CopyBackEnd> untilReturn = cf_;
   ++currentSaveIndex_;
@@ -194,6 +198,7 @@ void PublishRun::copyCompleted(CopyBackEnd& backEnd) {
 
 void PublishRun::connectionError(CopyBackEnd& backEnd, int, std::string_view errorMessage) {
   if (isFromEarlierRun(backEnd)) return;
+  noteTroubles(backEnd);
   const bool endsRun = stopAwaiting();
   connectionClosedCleanup();
   services_.application.runCriticalAlertPanel(".Mac Error!", errorMessage, "OK");
@@ -202,9 +207,20 @@ void PublishRun::connectionError(CopyBackEnd& backEnd, int, std::string_view err
 
 void PublishRun::copyAborted(CopyBackEnd& backEnd) {
   if (isFromEarlierRun(backEnd)) return;
+  noteTroubles(backEnd);
   const bool endsRun = stopAwaiting();
   connectionClosedCleanup();
   if (endsRun) end(PublishOutcome::Aborted);
+}
+
+void PublishRun::noteTroubles(const CopyBackEnd& backEnd) {
+  troubles_.insert(troubles_.end(), backEnd.troubles().begin(), backEnd.troubles().end());
+}
+
+std::vector<std::string> PublishRun::troubles() const {
+  std::vector<std::string> all = preparation_.troubles();
+  all.insert(all.end(), troubles_.begin(), troubles_.end());
+  return all;
 }
 
 void PublishRun::end(PublishOutcome outcome, const std::optional<Error>& error) {

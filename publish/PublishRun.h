@@ -5,7 +5,9 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/appkit/Application.h"
 #include "platform/appkit/Controls.h"
@@ -72,6 +74,8 @@ class PublishRun final : public CopyDelegate {
   std::int32_t currentSaveIndex() const { return currentSaveIndex_; }
   const std::shared_ptr<CopyBackEnd>& cf() const { return cf_; }
   void setCf(std::shared_ptr<CopyBackEnd> backEnd);
+  // What the last run passed over in silence or told without its reason, one line each, for a companion.
+  std::vector<std::string> troubles() const;
 
   // Called once at every end of a run, with what became of it; for NotSaved the error is the store's.
   void setOnEnd(std::function<void(PublishOutcome, const std::optional<Error>&)> onEnd) {
@@ -98,6 +102,7 @@ class PublishRun final : public CopyDelegate {
   bool isAwaited(const CopyBackEnd& backEnd) const { return awaited_.lock().get() == &backEnd; }
   bool isFromEarlierRun(const CopyBackEnd& backEnd) const { return isAwaiting_ && !isAwaited(backEnd); }
   bool stopAwaiting();
+  void noteTroubles(const CopyBackEnd& backEnd);
   void end(PublishOutcome outcome, const std::optional<Error>& error = {});
 
   Services services_;
@@ -110,6 +115,7 @@ class PublishRun final : public CopyDelegate {
   bool isAwaiting_ = false;
   std::weak_ptr<CopyBackEnd> awaited_;
   std::int32_t currentSaveIndex_ = 0;
+  std::vector<std::string> troubles_;  // of the back-ends
   std::function<void(PublishOutcome, const std::optional<Error>&)> onEnd_;
   std::function<void(std::string_view)> onProgress_;
 };
