@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "platform/dotmac/WebDAVErrors.h"
-#include "platform/foundation/URLs.h"
 #include "platform/foundation/WebAddress.h"
 
 namespace clipwave {
@@ -11,16 +10,6 @@ namespace {
 
 Error refused(std::string sentence) {
   return dotMacError(kDMResourceNotFound, std::move(sentence));
-}
-
-// What a Location header means as seen from a URL.
-std::string resolved(std::string_view location, std::string_view base) {
-  location = location.substr(0, location.find('#'));
-  if (location.starts_with("//")) return schemeOf(base) + ":" + std::string(location);
-  if (location.find("://") < location.find_first_of("/?")) return std::string(location);
-  if (location.starts_with('/'))
-    return webAddressOf(base).value_or(WebAddress()).origin + std::string(location);
-  return std::string(base.substr(0, base.rfind('/') + 1)) + std::string(location);
 }
 
 // A server that moved a folder redirects what is in it: what the old and the new URL end in alike is the path
@@ -48,7 +37,7 @@ Result<void> followRedirect(HTTPRequest& request, const HTTPResponse& response) 
     return refused(answered + ", which is no answer to such a request.");
   if (location == response.headers.end() || location->second.empty())
     return refused(answered + ", and not where to ask instead.");
-  const std::string target = resolved(location->second, request.url);
+  const std::string target = resolvedURL(location->second, request.url);
   const auto server = webAddressOf(target);
   if (!server) return refused(answered + ", with an address that leads out of the web.");
   if (server->origin != webAddressOf(request.url).value_or(WebAddress()).origin)

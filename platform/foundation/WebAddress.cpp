@@ -51,4 +51,16 @@ std::optional<WebAddress> webAddressOf(std::string_view url) {
   return address;
 }
 
+std::string resolvedURL(std::string_view reference, std::string_view base) {
+  const Parts parts(curl_url(), &curl_url_cleanup);
+  for (const std::string_view url : {base, reference}) {
+    // What leads out of the web is told from what is no URL at all by whoever asks.
+    const auto code =
+        curl_url_set(parts.get(), CURLUPART_URL, std::string(url).c_str(), CURLU_NON_SUPPORT_SCHEME);
+    if (code != CURLUE_OK) return {};
+  }
+  curl_url_set(parts.get(), CURLUPART_FRAGMENT, nullptr, 0);
+  return partOf(parts, CURLUPART_URL).value_or("");
+}
+
 }  // namespace clipwave

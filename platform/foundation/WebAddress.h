@@ -23,5 +23,8 @@ struct WebAddress {
 
 // Nothing for what is no URL of the web.
 std::optional<WebAddress> webAddressOf(std::string_view url);
+// The URL that a reference, such as a redirect's, means as seen from `base`; without a fragment. "" where it
+// means none.
+std::string resolvedURL(std::string_view reference, std::string_view base);
 
 }  // namespace clipwave
