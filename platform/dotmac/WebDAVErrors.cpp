@@ -1,44 +1,23 @@
 #include "platform/dotmac/WebDAVErrors.h"
 
-#include <algorithm>
-#include <iterator>
+#include <utility>
 
+#include "platform/foundation/HTTPStatus.h"
 #include "platform/foundation/URLLoading.h"
 
 namespace clipwave {
 namespace {
 
-struct StatusMeaning {
-  long status;
-  DMErrorType type;
-  const char* reason;
-};
-constexpr StatusMeaning kStatusMeanings[] = {
-    {400, kDMInvalidParameter, "Bad Request"},
-    {401, kDMInvalidCredentials, "Unauthorized"},
-    {403, kDMResourceExists, "Forbidden"},
-    {404, kDMResourceNotFound, "Not Found"},
-    {405, kDMResourceExists, "Method Not Allowed"},
-    {407, kDMNetworkError, "Proxy Authentication Required"},
-    {409, kDMResourceNotFound, "Conflict"},
-    {410, kDMResourceNotFound, "Gone"},
-    {411, kDMInvalidParameter, "Length Required"},
-    {412, kDMResourceExists, "Precondition Failed"},
-    {413, kDMInvalidParameter, "Content Too Large"},
-    {414, kDMInvalidParameter, "URI Too Long"},
-    {415, kDMInvalidParameter, "Unsupported Media Type"},
-    {422, kDMInvalidParameter, "Unprocessable Content"},
-    {423, kDMResourceExists, "Locked"},
-    {424, kDMUnknownError, "Failed Dependency"},
-    {429, kDMServiceBusy, "Too Many Requests"},
-    {431, kDMInvalidParameter, "Request Header Fields Too Large"},
-    {500, kDMUnknownError, "Internal Server Error"},
-    {501, kDMInvalidParameter, "Not Implemented"},
-    {502, kDMNetworkError, "Bad Gateway"},
-    {503, kDMServiceBusy, "Service Unavailable"},
-    {504, kDMNetworkError, "Gateway Timeout"},
-    {507, kDMInsufficientStorage, "Insufficient Storage"},
-};
+// Any other status is an unknown error.
+constexpr std::pair<long, DMErrorType> kTypes[] = {
+    {400, kDMInvalidParameter},   {401, kDMInvalidCredentials}, {403, kDMResourceExists},
+    {404, kDMResourceNotFound},   {405, kDMResourceExists},     {407, kDMNetworkError},
+    {409, kDMResourceNotFound},   {410, kDMResourceNotFound},   {411, kDMInvalidParameter},
+    {412, kDMResourceExists},     {413, kDMInvalidParameter},   {414, kDMInvalidParameter},
+    {415, kDMInvalidParameter},   {422, kDMInvalidParameter},   {423, kDMResourceExists},
+    {429, kDMServiceBusy},        {431, kDMInvalidParameter},   {501, kDMInvalidParameter},
+    {502, kDMNetworkError},       {503, kDMServiceBusy},        {504, kDMNetworkError},
+    {507, kDMInsufficientStorage}};
 
 DMErrorType typeOfFailedRequest(int code) {
   switch (code) {
@@ -68,11 +47,10 @@ Error dotMacError(DMErrorType type, std::string description) {
 }
 
 Error errorForStatus(long status) {
-  const auto* const meaning = std::ranges::find(kStatusMeanings, status, &StatusMeaning::status);
-  const bool isKnown = meaning != std::end(kStatusMeanings);
-  const std::string reason = isKnown ? std::string(" (") + meaning->reason + ")" : "";
-  return dotMacError(isKnown ? meaning->type : kDMUnknownError,
-                     "The server answered " + std::to_string(status) + reason + ".");
+  DMErrorType type = kDMUnknownError;
+  for (const auto& [known, meaning] : kTypes)
+    if (known == status) type = meaning;
+  return dotMacError(type, "The server answered " + httpStatusText(status) + ".");
 }
 
 Error errorForFailedRequest(const Error& failed) {

@@ -2,49 +2,15 @@
 
 #include <curl/curl.h>
 
-#include <array>
 #include <utility>
+
+#include "platform/foundation/HTTPStatus.h"
 
 namespace clipwave {
 namespace {
 
 std::string quoted(std::string_view name) {
   return "\u201c" + std::string(name) + "\u201d";
-}
-
-std::string statusText(long status) {
-  static constexpr std::array<std::pair<long, std::string_view>, 26> kTexts{
-      {{204, "No Content"},
-       {205, "Reset Content"},
-       {206, "Partial Content"},
-       {300, "Multiple Choices"},
-       {301, "Moved Permanently"},
-       {302, "Found"},
-       {303, "See Other"},
-       {304, "Not Modified"},
-       {307, "Temporary Redirect"},
-       {308, "Permanent Redirect"},
-       {400, "Bad Request"},
-       {401, "Unauthorized"},
-       {402, "Payment Required"},
-       {403, "Forbidden"},
-       {404, "Not Found"},
-       {405, "Method Not Allowed"},
-       {406, "Not Acceptable"},
-       {407, "Proxy Authentication Required"},
-       {408, "Request Timeout"},
-       {410, "Gone"},
-       {429, "Too Many Requests"},
-       {451, "Unavailable For Legal Reasons"},
-       {500, "Internal Server Error"},
-       {502, "Bad Gateway"},
-       {503, "Service Unavailable"},
-       {504, "Gateway Timeout"}}};
-  std::string text = std::to_string(status);
-  for (const auto& [known, name] : kTexts) {
-    if (known == status) text.append(" ").append(name);
-  }
-  return text;
 }
 
 URLErrorCode codeOf(const FailedTransfer& failed) {
@@ -98,7 +64,7 @@ std::string sentence(const FailedTransfer& failed, URLErrorCode code) {
   const std::string server = "The server " + quoted(failed.host);
   if (failed.curlCode == CURLE_COULDNT_RESOLVE_PROXY) return "The proxy server could not be found.";
   if (failed.curlCode == CURLE_HTTP_RETURNED_ERROR)
-    return server + " answered " + statusText(failed.status) + ".";
+    return server + " answered " + httpStatusText(failed.status) + ".";
   if (failed.curlCode == CURLE_SSL_CACERT_BADFILE)
     return "The file of trusted certificates could not be read.";
   switch (code) {

@@ -59,7 +59,7 @@ TEST_F(DiskFaults, AWrongOrMissingPasswordIsToldAndChangesNothing) {
       EXPECT_EQ(member_->account()->validateCredentials(), kDMInvalidCredentials);
       EXPECT_EQ(upload("movie"), "101");
     }
-    expectLogged("PROPFIND of \"/\": The server answered 401 (Unauthorized).");
+    expectLogged("PROPFIND of \"/\": The server answered 401 Unauthorized.");
     EXPECT_THAT(member_->log.lines, Not(Contains(HasSubstr("secret"))));
     EXPECT_THAT(server_->contents(), ElementsAre(Pair("/", _), Pair("/movie", "old")));
   }
@@ -78,9 +78,9 @@ TEST_F(DiskFaults, WhatAServerRefusesIsToldAndChangesNothing) {
   const auto before = server.contents();
   // Apache does not tell its own lack of permission from any other trouble.
   EXPECT_EQ(upload("kept/movie"), "100");
-  expectLogged("500 (Internal Server Error)");
+  expectLogged("500 Internal Server Error");
   EXPECT_EQ(upload("locked"), "105");
-  expectLogged("423 (Locked)");
+  expectLogged("423 Locked");
   EXPECT_EQ(member_->upload(fileOfSize(5 << 20), "movie"), "102");
   expectLogged("PUT of \"/clipwave-upload-");
   EXPECT_EQ(server.contents(), before);
