@@ -282,7 +282,7 @@ Result<HTTPResponse> HTTPTransfer::result(int curlCode) {
     response_.status = status;
     return std::move(response_);
   }
-  FailedTransfer failed{curlCode, status, host, head_.progress(), size_ > 0};
+  FailedTransfer failed{curlCode, status, host, head_.progress(), request_.file != nullptr};
   if (curlCode == CURLE_OK) failed.curlCode = CURLE_PARTIAL_FILE;
   return transferError(failed);
 }
