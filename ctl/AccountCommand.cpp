@@ -1,5 +1,4 @@
 // account: the .Mac member account in the settings, and its password in the place of secrets.
-#include <algorithm>
 #include <iostream>
 
 #include "ctl/Commands.h"
@@ -179,9 +178,6 @@ ExitStatus runAccount(Companion& companion, const CommandLine& arguments) {
     password =
         readPassword("Password for " + account.member + " at " + hostAndPortOf(account.address) + ": ");
     if (!password) printError("clipwavectl", "No password was given; one that is kept stays.");
-    if (password && std::any_of(password->begin(), password->end(),
-                                [](unsigned char c) { return (c < ' ' && c != '\t') || c == 0x7f; }))
-      return usageError("The password holds a control character, which no server is sent.");
   }
   if (const auto stored = store(companion, *options); !stored) return failure(stored.error());
   SecretStore& secrets = companion.services().secrets;

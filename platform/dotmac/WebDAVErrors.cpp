@@ -30,9 +30,9 @@ DMErrorType typeOfFailedRequest(int code) {
       return kDMNetworkError;
     case kURLErrorInsecureConnection:
       return kDMInvalidCredentials;
-    case kURLErrorBadURL:
     case kURLErrorUnsupportedURL:
       return kDMResourceNotFound;
+    case kURLErrorBadURL:  // also a name or password that cannot be sent
     case kURLErrorCannotReadSource:
       return kDMInvalidParameter;
     default:
