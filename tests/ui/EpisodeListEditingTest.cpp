@@ -124,5 +124,13 @@ TEST_F(EpisodeListEditingTest, AClearedMovieLeavesNothingOfItselfAndUndoBringsIt
   EXPECT_EQ(shown("mediaSizeString"), Value("2.00"));
 }
 
+TEST_F(EpisodeListEditingTest, ImagesAreFoundByTheirLiteralTitle) {
+  const char* const title = R"(It's "50\%" * OR 1=1)";
+  ManagedObject& image = *window_.imageController.add();
+  image.setValue("title", title);
+  EXPECT_THAT(editing_.imageObjectForKey(title), Optional(ElementsAre(&image)));
+  EXPECT_THAT(editing_.imageObjectForKey("It"), Optional(IsEmpty()));
+}
+
 }  // namespace
 }  // namespace clipwave
