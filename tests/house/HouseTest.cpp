@@ -37,12 +37,17 @@ const std::map<std::string, Names> kRooms = {
 };
 
 // The beginnings of third-party headers, and the one room whose .cpp files may include them.
-const std::map<std::string, std::string> kLibraries = {
-    {"libxml/", "platform/foundation"}, {"curl/", "platform/foundation"},
-    {"date/", "platform/foundation"},   {"nlohmann/", "platform/foundation"},
-    {"pugixml", "platform/coredata"},   {"libav", "platform/quicktime"},
-    {"libsw", "platform/quicktime"},    {"libsecret/", "platform/dotmac"},
-    {"zlib.h", "platform/foundation"},  {"Q", "desktop"}};
+const std::map<std::string, std::string> kLibraries = {{"libxml/", "platform/foundation"},
+                                                       {"curl/", "platform/foundation"},
+                                                       {"date/", "platform/foundation"},
+                                                       {"nlohmann/", "platform/foundation"},
+                                                       {"pugixml", "platform/coredata"},
+                                                       {"libav", "platform/quicktime"},
+                                                       {"libsw", "platform/quicktime"},
+                                                       {"libsecret/", "platform/dotmac"},
+                                                       {"SDL", "platform/quicktime"},
+                                                       {"zlib.h", "platform/foundation"},
+                                                       {"Q", "desktop"}};
 
 std::string roomOf(const std::string& path) {
   for (const auto& [room, below] : kRooms)
