@@ -1,6 +1,7 @@
 #include "desktop/DesktopInterface.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
@@ -35,6 +36,8 @@ namespace clipwave {
 
 namespace {
 
+// The user default: the channel attribute that the channel list shows under the titles; "" for none.
+constexpr const char* kUnderChannels = "channelListShows";
 constexpr int kTellFor = 6000;  // milliseconds
 // How long a cancelled transfer may take to clean up behind itself before the program goes all the same.
 constexpr int kWaitForCancel = 15000;  // milliseconds
@@ -58,6 +61,7 @@ DesktopInterface::DesktopInterface(ClipwaveProgram& program, DesktopInterfaceLoa
   MainInterface& interface = program.interface();
   Ui::MainWindow().setupUi(mainWindow_.get());
   wire(*mainWindow_, interface.mainWindow);
+  if (auto* view = mainWindow_->findChild<QMenu*>("menuView")) addListChoices(*view);
   mirrors_.at(&interface.mainWindow)->setCloseRequest([this] { quit(); });
   makeDialog(interface.statusWindow, setUp<Ui::Report>);
   makeDialog(interface.rssFeedWindow, setUp<Ui::FeedURL>);
@@ -66,8 +70,8 @@ DesktopInterface::DesktopInterface(ClipwaveProgram& program, DesktopInterfaceLoa
   loader_.setMaker([this](WindowController& controller) { loadWindow(controller); });
   program.controller().publishRun().setOnEnd(
       [this](PublishOutcome, const std::optional<Error>&) { endOfPublishRun(); });
-  for (ArrayController* list :
-       {&interface.channelController, &interface.vodcastController, &interface.imageController}) {
+  for (ArrayController* list : std::initializer_list<ArrayController*>{
+           &interface.channelController, &interface.vodcastController, &interface.imageController}) {
     observations_.push_back(list->observeSelectedObjects([this] { wiring_.refreshActions(); }));
   }
 }
@@ -136,7 +140,7 @@ bool DesktopInterface::wireTable(const QString& outlet, RecordTable& table) {
   if (outlet == "channelTableView") {
     table.attach(interface.channelTableView, channelColumns());
     channelTable_ = &table;
-    showUnderChannels(program_.delegate().channelNames().front().code);
+    table.setSecondLineKey(toQString(program_.services().defaults.string(kUnderChannels)));
   } else if (outlet == "vcastTableView") {
     table.attach(interface.vcastTableView, episodeColumns(), facts_.get());
     observations_.push_back(followEmptyText(table, interface.channelController));
@@ -149,6 +153,34 @@ bool DesktopInterface::wireTable(const QString& outlet, RecordTable& table) {
   }
   addContextMenu(table, outlet);
   return true;
+}
+
+void DesktopInterface::addContextMenu(RecordTable& table, const QString& outlet) {
+  // What the menu bar has for the rows of this table.
+  auto* menu = mainWindow_->findChild<QMenu*>(outlet == "channelTableView" ? "menuChannel" : "menuEpisode");
+  if (menu == nullptr || outlet == "imageTableView") return;
+  table.setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(&table, &QWidget::customContextMenuRequested, menu,
+          [&table, menu](const QPoint& place) { menu->popup(table.viewport()->mapToGlobal(place)); });
+}
+
+void DesktopInterface::addListChoices(QMenu& menu) {
+  auto* choices = new QActionGroup(this);
+  menu.addSeparator();
+  QMenu* shown = menu.addMenu(tr("Under Channel Titles"));
+  std::vector<NamedCode> names = program_.delegate().channelNames();
+  names.push_back({toText(tr("Nothing")), ""});
+  const std::string current = program_.services().defaults.string(kUnderChannels);
+  for (const NamedCode& name : names) {
+    QAction* choice = shown->addAction(toQString(name.name));
+    choice->setCheckable(true);
+    choice->setChecked(name.code == current);
+    choices->addAction(choice);
+    connect(choice, &QAction::triggered, this, [this, code = name.code] {
+      channelTable_->setSecondLineKey(toQString(code));
+      static_cast<void>(program_.services().defaults.setValue(kUnderChannels, code));
+    });
+  }
 }
 
 void DesktopInterface::endOfPublishRun() {

@@ -65,7 +65,6 @@ class DesktopInterface final : public QObject {
   bool wireTable(const QString& outlet, RecordTable& table);
   void addContextMenu(RecordTable& table, const QString& outlet);
   void addListChoices(QMenu& menu);
-  void showUnderChannels(const std::string& key);
   void loadWindow(WindowController& controller);
   void refreshEditMenu();
   void tell(const std::string& message);

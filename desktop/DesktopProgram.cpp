@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QSessionManager>
+#include <QUrl>
 
 #include "desktop/QtRunLoop.h"
 #include "desktop/SymbolicIcon.h"

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QPainter>
+#include <QStyle>
 #include <QStyleFactory>
 #include <QTimer>
 #include <filesystem>
