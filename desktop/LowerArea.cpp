@@ -51,12 +51,13 @@ QWidget* LowerArea::part(const char* name) const {
   return findChild<QWidget*>(QLatin1String(name), Qt::FindDirectChildrenOnly);
 }
 
-int LowerArea::viewHeight() const {
-  return std::max(0, height() - kStripHeight - (coversBand_ ? 0 : kBandHeight));
+int LowerArea::freeViewHeight() const {
+  return std::max(0, height() - kStripHeight - kBandHeight);
 }
 
 void LowerArea::areaChanged() {
-  const Rect frame{{0, kLowerViewOriginY}, {static_cast<double>(width()), static_cast<double>(viewHeight())}};
+  const int viewHeight = freeViewHeight() + (coversBand_ ? kBandHeight : 0);
+  const Rect frame{{0, kLowerViewOriginY}, {static_cast<double>(width()), static_cast<double>(viewHeight)}};
   // Observed, so that it comes back as the state's frame; one that is there already does not.
   if (lowerView_) lowerView_->setFrame(frame);
   place(frame);
@@ -64,7 +65,7 @@ void LowerArea::areaChanged() {
 
 void LowerArea::frameChanged() {
   const Rect& frame = lowerView_->frame();
-  coversBand_ = frame.origin.y + frame.size.height > height() - kBandHeight;
+  coversBand_ = frame.origin.y + frame.size.height > kStripHeight + freeViewHeight();
   place(frame);
 }
 

@@ -30,7 +30,7 @@ class LowerArea : public QWidget {
 
  private:
   QWidget* part(const char* name) const;
-  int viewHeight() const;
+  int freeViewHeight() const;  // while the band is free
   void areaChanged();
   void frameChanged();
   void place(const Rect& frame);

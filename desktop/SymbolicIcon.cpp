@@ -33,8 +33,10 @@ class SVGIconEngine final : public QIconEngine {
     if (isSymbol) coloured.replace(kColour, textColour(mode).name().toLatin1());
     QSvgRenderer renderer(coloured);
     renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+    painter->save();
     if (!isSymbol && mode == QIcon::Disabled) painter->setOpacity(0.4);
     renderer.render(painter, rect);
+    painter->restore();
   }
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
