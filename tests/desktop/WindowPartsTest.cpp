@@ -24,30 +24,35 @@ QByteArray picture(int width) {
 }
 
 TEST(SplitViewTest, TheMouseTakesADividerOnlyAsFarAsTheLimitsLetIt) {
-  SplitView view;
-  for (int i = 0; i < 3; ++i) view.addWidget(new QWidget);
-  view.setChildrenCollapsible(false);
-  view.resize(1000, 200);
-  view.setSizes({200, 500, 300});
-  view.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
-  const auto drag = [&view](int divider, int by) {
-    QWidget* const handle = view.handle(divider + 1);
-    const QPoint start = handle->rect().center();
-    QTest::mousePress(handle, Qt::LeftButton, {}, start);
-    QTest::mouseMove(handle, start + QPoint(by, 0));
-    QTest::mouseRelease(handle, Qt::LeftButton, {}, start + QPoint(by, 0));
-    return handle->x();
-  };
-  const int before = view.handle(1)->x();
-  EXPECT_EQ(drag(0, 30), before + 30) << "no limits yet";
-  view.setConstraints([](float, int) { return 120.0F; },
-                      [](float proposed, int) { return proposed * 0.75F; });
-  EXPECT_EQ(drag(0, -500), 120);
-  const int right = view.handle(2)->x();
-  EXPECT_NEAR(drag(0, 900), (right - view.handleWidth()) * 0.75, 1);
-  EXPECT_EQ(view.handle(2)->x(), right) << "its neighbour stays";
-  EXPECT_NEAR(drag(1, 900), (1000 - view.handleWidth()) * 0.75, 1);
+  for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+    SplitView view;
+    for (int i = 0; i < 3; ++i) view.addWidget(new QWidget);
+    view.setChildrenCollapsible(false);
+    view.setLayoutDirection(direction);
+    view.resize(1000, 200);
+    view.setSizes({200, 500, 300});
+    view.show();
+    const auto place = [&](int divider) {
+      const int x = view.handle(divider + 1)->x();
+      return view.isMirrored() ? 1000 - view.handleWidth() - x : x;
+    };
+    const auto drag = [&](int divider, int by) {
+      QWidget* const handle = view.handle(divider + 1);
+      const QPoint start = handle->rect().center(), end = start + QPoint(view.isMirrored() ? -by : by, 0);
+      QTest::mousePress(handle, Qt::LeftButton, {}, start);
+      QTest::mouseMove(handle, end);
+      QTest::mouseRelease(handle, Qt::LeftButton, {}, end);
+      return place(divider);
+    };
+    const int before = place(0), right = place(1);
+    EXPECT_EQ(drag(0, 30), before + 30) << "no limits yet";
+    view.setConstraints([](float, int) { return 120.0F; },
+                        [](float proposed, int) { return proposed * 0.75F; });
+    EXPECT_EQ(drag(0, -500), 120);
+    EXPECT_NEAR(drag(0, 900), (right - view.handleWidth()) * 0.75, 1);
+    EXPECT_EQ(place(1), right) << "its neighbour stays";
+    EXPECT_NEAR(drag(1, 900), (1000 - view.handleWidth()) * 0.75, 1);
+  }
 }
 
 class ArtworkWellTest : public ::testing::Test {
