@@ -1,0 +1,49 @@
+#include "desktop/PlainTextView.h"
+
+#include <QScreen>
+#include <QScrollBar>
+#include <QTextDocument>
+#include <algorithm>
+#include <cmath>
+
+namespace clipwave {
+namespace {
+
+constexpr int kShortestLine = 36;  // in average characters
+constexpr int kLongestLine = 64;
+
+}  // namespace
+
+PlainTextView::PlainTextView(const QString& text, bool isBold, QWidget* parent) : QTextEdit(parent) {
+  setReadOnly(true);
+  setFrameShape(QFrame::NoFrame);
+  setTextInteractionFlags(Qt::TextSelectableByMouse);
+  setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setAccessibleName(text);
+  // On the dialog's own ground, in its colour.
+  viewport()->setAutoFillBackground(false);
+  QPalette colours = palette();
+  colours.setColor(QPalette::Text, colours.color(QPalette::WindowText));
+  setPalette(colours);
+  QFont wanted = font();
+  wanted.setBold(isBold);
+  setFont(wanted);
+  document()->setDocumentMargin(0);
+  setPlainText(text);
+
+  const QSize available = screen()->availableSize();
+  const int character = QFontMetrics(wanted).averageCharWidth();
+  const int longest = std::min(kLongestLine * character, available.width() / 2);
+  const int natural = static_cast<int>(std::ceil(document()->idealWidth())) + 1;
+  const int width = std::clamp(natural, std::min(kShortestLine * character, longest), longest);
+  document()->setTextWidth(width);
+  const int height = static_cast<int>(std::ceil(document()->size().height()));
+  const int tallest = available.height() / (isBold ? 4 : 2);
+  const bool scrolls = height > tallest;
+  setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+  setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::ClickFocus);
+  setFixedSize(width + (scrolls ? verticalScrollBar()->sizeHint().width() : 0), std::min(height, tallest));
+}
+
+}  // namespace clipwave
