@@ -5,16 +5,17 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 #include <array>
 #include <utility>
 
+#include "desktop/AlertIcon.h"
 #include "desktop/PlainTextView.h"
 
 namespace clipwave {
 namespace {
 
 constexpr int kGrid = 8;  // pixels; every distance is a multiple of it
+constexpr int kIconSize = 6 * kGrid;
 
 // A title is no place for shortcuts: an ampersand in it is shown.
 QString buttonText(const std::string& title) {
@@ -34,9 +35,9 @@ bool isQuestion(const Alert& alert) {
 }
 
 // A serious question warns; a failure that can only be taken note of is an error.
-QStyle::StandardPixmap iconFor(const Alert& alert) {
-  if (alert.style == Alert::Style::Informational) return QStyle::SP_MessageBoxInformation;
-  return isQuestion(alert) ? QStyle::SP_MessageBoxWarning : QStyle::SP_MessageBoxCritical;
+AlertIcon iconFor(const Alert& alert) {
+  if (alert.style == Alert::Style::Informational) return AlertIcon::Information;
+  return isQuestion(alert) ? AlertIcon::Warning : AlertIcon::Error;
 }
 
 }  // namespace
@@ -55,9 +56,7 @@ AlertDialog::AlertDialog(const Alert& alert, QWidget* parent)
   setAccessibleDescription(message);
 
   auto* icon = new QLabel(this);
-  const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
-  icon->setPixmap(
-      style()->standardIcon(iconFor(alert), nullptr, this).pixmap(QSize(size, size), devicePixelRatioF()));
+  icon->setPixmap(alertIcon(iconFor(alert), kIconSize, devicePixelRatioF()));
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins(3 * kGrid, 3 * kGrid, 3 * kGrid, 2 * kGrid);
   grid->setHorizontalSpacing(2 * kGrid);

@@ -4,10 +4,13 @@
 #include <QDir>
 #include <QFileSystemModel>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QSortFilterProxyModel>
+#include <QSplitter>
+#include <QTreeView>
 #include <algorithm>
 
 #include "platform/foundation/FileManager.h"
@@ -91,6 +94,7 @@ OpenPanelDialog::OpenPanelDialog(const OpenPanel& panel, IsAllowed isAllowed, co
     }
   }
   setUpFilters();
+  setUpSizes();
   const QString title = QString::fromStdString(panel.title);
   setWindowTitle(!title.isEmpty()             ? title
                  : !panel.canChooseFiles      ? tr("Choose a folder")
@@ -118,6 +122,18 @@ void OpenPanelDialog::setUpFilters() {
   });
 }
 
+// Room for whole names and dates; what the user has made of it before comes first.
+void OpenPanelDialog::setUpSizes() {
+  resize(size().expandedTo(QSize(800, 520)));
+  if (auto* splitter = findChild<QSplitter*>(); splitter != nullptr && splitter->sizes().value(0) < 160)
+    splitter->setSizes({160, 640});
+  if (auto* details = findChild<QTreeView*>(QStringLiteral("treeView"))) {
+    details->header()->setStretchLastSection(false);
+    details->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    details->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+  }
+}
+
 // Adds a line above the dialog's own widgets, and one below them.
 void OpenPanelDialog::setUpLines(const QString& message) {
   auto* grid = qobject_cast<QGridLayout*>(layout());
@@ -131,7 +147,7 @@ void OpenPanelDialog::setUpLines(const QString& message) {
   };
   objection_ = makeLabel("openPanelObjection");
   objection_->setVisible(false);
-  grid->addWidget(objection_, grid->rowCount(), 0, 1, -1);
+  grid->addWidget(objection_, grid->rowCount(), 1, 1, 1);
   connect(this, &QFileDialog::currentChanged, objection_, &QWidget::hide);
   connect(this, &QFileDialog::directoryEntered, objection_, &QWidget::hide);
   if (message.isEmpty()) return;

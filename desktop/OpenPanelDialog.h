@@ -6,7 +6,6 @@
 
 #include "platform/appkit/OpenPanel.h"
 
-class QGridLayout;
 class QLabel;
 
 namespace clipwave {
@@ -30,6 +29,7 @@ class OpenPanelDialog final : public QFileDialog {
 
  private:
   void setUpFilters();
+  void setUpSizes();
   void setUpLines(const QString& message);
   QStringList candidates() const;
   QString objectionTo(const QString& path) const;

@@ -5,6 +5,7 @@
 #include <QTextDocument>
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace clipwave {
 namespace {
@@ -32,14 +33,19 @@ PlainTextView::PlainTextView(const QString& text, bool isBold, QWidget* parent) 
   document()->setDocumentMargin(0);
   setPlainText(text);
 
+  // Measured in a document of its own: the view lays its own out to the width that it happens to have.
+  const std::unique_ptr<QTextDocument> measured(document()->clone());
+  measured->setTextWidth(-1);
+  const QFontMetrics metrics(wanted);
   const QSize available = screen()->availableSize();
-  const int character = QFontMetrics(wanted).averageCharWidth();
-  const int longest = std::min(kLongestLine * character, available.width() / 2);
-  const int natural = static_cast<int>(std::ceil(document()->idealWidth())) + 1;
-  const int width = std::clamp(natural, std::min(kShortestLine * character, longest), longest);
-  document()->setTextWidth(width);
-  const int height = static_cast<int>(std::ceil(document()->size().height()));
-  const int tallest = available.height() / (isBold ? 4 : 2);
+  const int longest = std::min(kLongestLine * metrics.averageCharWidth(), available.width() / 2);
+  const int shortest = std::min(kShortestLine * metrics.averageCharWidth(), longest);
+  const int natural = static_cast<int>(std::ceil(measured->idealWidth())) + 1;
+  const int width = std::clamp(natural, shortest, longest);
+  measured->setTextWidth(width);
+  const int height = static_cast<int>(std::ceil(measured->size().height()));
+  const int line = metrics.lineSpacing();
+  const int tallest = available.height() / (isBold ? 4 : 2) / line * line;
   const bool scrolls = height > tallest;
   setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
   setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::ClickFocus);
