@@ -82,7 +82,9 @@ void MovieReader::readFacts() {
   for (AVStream* stream : std::span(input_->streams, input_->nb_streams)) {
     if (stream->index != picture_.index && stream->index != sound_.index) stream->discard = AVDISCARD_ALL;
   }
-  if (input_->start_time != AV_NOPTS_VALUE) start_ = static_cast<double>(input_->start_time) / AV_TIME_BASE;
+  // What comes before zero only primes a decoder.
+  if (input_->start_time != AV_NOPTS_VALUE && input_->start_time > 0)
+    start_ = static_cast<double>(input_->start_time) / AV_TIME_BASE;
   const double seconds = static_cast<double>(input_->duration) / AV_TIME_BASE;
   if (seconds > 0 && seconds < kLongestDuration) duration_ = seconds;
   if (!hasPicture()) return;
@@ -241,6 +243,7 @@ bool MovieReader::hasBrokenOff(double reached) const {
 }
 
 bool MovieReader::seek(double time) {
+  if (!hasPicture() && !hasSound()) return false;
   const Track& lead = hasPicture() ? picture_ : sound_;
   const auto target = static_cast<std::int64_t>(std::floor((time + start_) / av_q2d(stream(lead).time_base)));
   if (av_seek_frame(input_.get(), lead.index, target, AVSEEK_FLAG_BACKWARD) < 0 &&

@@ -107,27 +107,27 @@ bool PlayerThread::findPicture(double target) {
   // Sound that was decoded beyond the target is not to be had again without seeking.
   if (shown_ && soundPosition_ <= target && reader_->isAhead(shown_->time, target)) {
     begin(target);
-    return decodeTo(target) != Search::Overtaken;
+    return decodeTo(target, true) != Search::Overtaken;
   }
   begin(target);
   for (const double back : kStepsBack) {
     const double from = std::max(target - back, 0.0);
     if (!reader_->seek(from)) continue;
     ahead_.reset();
-    const Search search = decodeTo(target);
+    const Search search = decodeTo(target, false);
     if (search == Search::Overtaken) return false;
     if (search == Search::Found || from == 0) break;
   }
   return true;
 }
 
-// Leaves the picture of that time in shown_ and the one after it in ahead_.
-PlayerThread::Search PlayerThread::decodeTo(double target) {
-  bool found = false;
+// Leaves the picture of that time in shown_ and the one after it in ahead_. `found` says whether shown_ holds
+// one from before that time already.
+PlayerThread::Search PlayerThread::decodeTo(double target, bool found) {
   for (;;) {
     if (!ahead_) ahead_ = reader_->nextPicture();
     if (!ahead_) return found ? Search::Found : Search::Nothing;
-    if (ahead_->time > target + kPictureTolerance && (found || ahead_->time > target)) break;
+    if (ahead_->time > target + kPictureTolerance) break;
     shown_ = std::exchange(ahead_, std::nullopt);
     found = true;
     if (link_.isOvertaken()) return Search::Overtaken;

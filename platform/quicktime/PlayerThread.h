@@ -26,7 +26,7 @@ class PlayerThread {
   void obey(const PlayerWishes& wishes);
   void goTo(double target);
   bool findPicture(double target);
-  Search decodeTo(double target);
+  Search decodeTo(double target, bool found);
   void begin(double position);
   void start();
   void pause();

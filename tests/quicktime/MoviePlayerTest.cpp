@@ -61,7 +61,8 @@ std::string makePattern(const TemporaryFolder& folder, const std::string& name, 
       "-f", "lavfi", "-i", "color=black:s=64x48:r=10" + length + ",geq=lum=" + grey + ":cb=128:cr=128"};
   if (!sound.empty())
     arguments.insert(arguments.end(), {"-f", "lavfi", "-i", "aevalsrc=" + sound + ":s=44100" + length});
-  arguments.insert(arguments.end(), {"-c:v", "mpeg4", "-q:v", "2", "-g", "25", "-bf", "2"});
+  arguments.insert(arguments.end(),
+                   {"-c:v", "libx264", "-preset", "veryfast", "-qp", "2", "-g", "25", "-bf", "2"});
   arguments.insert(arguments.end(), more.begin(), more.end());
   arguments.push_back(folder / name);
   runFFmpeg(arguments);
@@ -83,7 +84,7 @@ double onset(const std::string& recording, double from) {
 
 TEST(MoviePlayer, ShowsExactlyThePictureOfTheTimeItIsSetTo) {
   const TemporaryFolder folder;
-  for (const char* name : {"a.mov", "a.mkv", "a.ts", "a.avi"}) {
+  for (const char* name : {"a.mov", "a.mkv", "a.ts"}) {
     Playback playback(makePattern(folder, name, 5, "16+4*N", kTone));
     ASSERT_TRUE(playback.untilPicture()) << name;
     EXPECT_NEAR(playback.player->duration(), 5, 0.2);
@@ -94,7 +95,7 @@ TEST(MoviePlayer, ShowsExactlyThePictureOfTheTimeItIsSetTo) {
       ASSERT_TRUE(playback.untilPicture()) << name << time;
       const double number = std::min(std::floor(time * 10 + 1e-6), 49.0);
       EXPECT_NEAR(playback.grey() / 1.164 / 4, number, 0.49) << name << " at " << time;
-      EXPECT_NEAR(playback.last.time, number / 10, 0.11) << name << " at " << time;
+      EXPECT_NEAR(playback.last.time, number / 10, 0.002) << name << " at " << time;
     }
     // A slider that is drawn quickly: requests that were overtaken are dropped, the last one counts.
     const int before = playback.pictures;
@@ -113,11 +114,12 @@ TEST(MoviePlayer, PicturesFitInTheirOwnProportionsAndStandUpright) {
   runFFmpeg({"-i", wide, "-c", "copy", "-aspect", "4:3", "-metadata:s:v", "rotate=90", turned});
   struct Case {
     std::string path;
-    int naturalWidth, naturalHeight, areaWidth, areaHeight, width, height, topRight, bottomLeft;
+    int naturalWidth, naturalHeight, areaWidth, areaHeight, width, height, topLeft, bottomLeft;
   };
-  const Case cases[] = {{wide, 128, 48, 0, 0, 128, 48, 0, 255},   {wide, 128, 48, 500, 500, 128, 48, 0, 255},
-                        {wide, 128, 48, 64, 64, 64, 24, 0, 255},  {turned, 48, 64, 0, 0, 48, 64, 255, 0},
-                        {turned, 48, 64, 24, 99, 24, 32, 255, 0}, {turned, 48, 64, 1, 1, 1, 1, 127, 127}};
+  const Case cases[] = {
+      {wide, 128, 48, 0, 0, 128, 48, 255, 255},  {wide, 128, 48, 500, 500, 128, 48, 255, 255},
+      {wide, 128, 48, 64, 64, 64, 24, 255, 255}, {turned, 48, 64, 0, 0, 48, 64, 0, 255},
+      {turned, 48, 64, 24, 99, 24, 32, 0, 255},  {turned, 48, 64, 1, 1, 1, 1, 127, 127}};
   for (const Case& c : cases) {
     Playback playback(c.path);
     playback.player->setFrameSize(c.areaWidth, c.areaHeight);
@@ -128,7 +130,7 @@ TEST(MoviePlayer, PicturesFitInTheirOwnProportionsAndStandUpright) {
     EXPECT_EQ(playback.player->naturalWidth(), c.naturalWidth);
     EXPECT_EQ(playback.player->naturalHeight(), c.naturalHeight);
     if (c.width == 1) continue;
-    EXPECT_NEAR(playback.last.row(0)[c.width * 4 - 4], c.topRight, 20) << c.path;
+    EXPECT_NEAR(playback.last.row(0)[0], c.topLeft, 20) << c.path;
     EXPECT_NEAR(playback.last.row(c.height - 1)[0], c.bottomLeft, 20) << c.path;
   }
 }
