@@ -1,22 +1,19 @@
 #include "platform/foundation/RunLoop.h"
 
-#include <poll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cmath>
-#include <ctime>
 #include <limits>
 #include <vector>
 
+#include "platform/foundation/DescriptorWatches.h"
 #include "platform/foundation/TimerQueue.h"
 
 namespace clipwave {
 namespace {
 
 constexpr Seconds kForever{std::numeric_limits<double>::infinity()};
-constexpr double kLongestWait = 24 * 60 * 60;  // seconds; keeps the conversion below in range
 
 // Rouses a poll() from another thread.
 class WakeUp {
@@ -39,24 +36,6 @@ class WakeUp {
   int descriptor_;
 };
 
-// Shared between the loop and the caller's watch: whichever goes first, the other finds it marked.
-struct WatchedDescriptor {
-  int descriptor;
-  short events;
-  bool alsoModal;
-  bool isBeingCalled = false;
-  std::shared_ptr<RunLoop::Function> function;  // none: no longer watched
-};
-
-class Watch final : public DescriptorWatch {
- public:
-  explicit Watch(std::shared_ptr<WatchedDescriptor> watched) : watched_(std::move(watched)) {}
-  ~Watch() override { watched_->function = nullptr; }
-
- private:
-  std::shared_ptr<WatchedDescriptor> watched_;
-};
-
 class PollRunLoop final : public RunLoop {
  public:
   explicit PollRunLoop(Clock& clock) : clock_(clock), queue_(clock, [this] { wakeUp_.send(); }) {}
@@ -71,7 +50,9 @@ class PollRunLoop final : public RunLoop {
   void performLater(Function function) override { queue_.performLater(std::move(function)); }
   void performFromAnyThread(Function function) override { queue_.performFromAnyThread(std::move(function)); }
   std::unique_ptr<DescriptorWatch> watch(int descriptor, Readiness readiness, Function function,
-                                         Delivery delivery) override;
+                                         Delivery delivery) override {
+    return watches_.watch(descriptor, readiness, std::move(function), delivery);
+  }
 
   void run() override;
   void stop() override { stopInnermost(Mode::Default); }
@@ -82,7 +63,6 @@ class PollRunLoop final : public RunLoop {
   bool hasPendingWork() const override { return queue_.hasDue(); }
 
  private:
-  using Ready = std::vector<std::shared_ptr<WatchedDescriptor>>;
   struct Run {
     Mode kind;
     bool stopped = false;
@@ -91,27 +71,14 @@ class PollRunLoop final : public RunLoop {
   void runUntilStopped(Mode kind);
   void stopInnermost(Mode kind);
   void waitForWork(Seconds wait);
-  bool pollOnce(Seconds wait, Ready* ready);
-  bool callReady();
+  bool isRoused(Seconds wait);
 
   Clock& clock_;
   WakeUp wakeUp_;
   TimerQueue queue_;
-  std::vector<std::shared_ptr<WatchedDescriptor>> watched_;
+  DescriptorWatches watches_;
   std::vector<Run*> runs_;
-  std::uint64_t turn_ = 0;
 };
-
-std::unique_ptr<DescriptorWatch> PollRunLoop::watch(int descriptor, Readiness readiness, Function function,
-                                                    Delivery delivery) {
-  auto watched = std::make_shared<WatchedDescriptor>();
-  watched->descriptor = descriptor;
-  watched->events = readiness == Readiness::Readable ? POLLIN : POLLOUT;
-  watched->alsoModal = delivery == Delivery::DefaultAndModal;
-  watched->function = std::make_shared<Function>(std::move(function));
-  watched_.push_back(watched);
-  return std::make_unique<Watch>(std::move(watched));
-}
 
 void PollRunLoop::runUntilStopped(Mode kind) {
   Run current{kind};
@@ -137,10 +104,10 @@ void PollRunLoop::stopInnermost(Mode kind) {
 }
 
 bool PollRunLoop::runOnce(Seconds wait) {
-  ++turn_;
+  watches_.beginTurn();
   if (wait > Seconds(0) && !queue_.hasDue()) waitForWork(wait);
   const bool called = queue_.runDue();
-  return callReady() || called;
+  return watches_.callReady(mode()) || called;
 }
 
 void PollRunLoop::waitForWork(Seconds wait) {
@@ -148,56 +115,20 @@ void PollRunLoop::waitForWork(Seconds wait) {
   const auto next = queue_.nextFireTime();
   if (next) wait = std::min(wait, std::max(*next - now, Seconds(0)));
   if (clock_.runsByItself()) {
-    pollOnce(wait, nullptr);
-  } else if (!pollOnce(next ? Seconds(0) : wait, nullptr)) {
+    isRoused(wait);
+  } else if (!isRoused(next ? Seconds(0) : wait)) {
     // What is due stays comparable with the time of the clock: now + (next - now) need not be next.
     clock_.advanceTo(next && now + wait >= *next ? *next : now + wait);
   }
 }
 
-// Answers whether a descriptor is ready, or another thread has called; `ready` receives the former.
-bool PollRunLoop::pollOnce(Seconds wait, Ready* ready) {
-  std::erase_if(watched_, [](const auto& watched) { return watched->function == nullptr; });
-  const bool isModal = mode() == Mode::Modal;
-  std::vector<pollfd> polled;
-  Ready asked;
-  for (const auto& watched : watched_) {
-    if (watched->isBeingCalled || (isModal && !watched->alsoModal)) continue;
-    polled.push_back({watched->descriptor, watched->events, 0});
-    asked.push_back(watched);
-  }
+// Answers whether a descriptor is ready, or another thread has called.
+bool PollRunLoop::isRoused(Seconds wait) {
   // Calls of other threads wait during a modal run; asking for them here would only keep it from sleeping.
-  if (!isModal) polled.push_back({wakeUp_.descriptor(), POLLIN, 0});
-
-  const double seconds = std::min(wait.count(), kLongestWait);
-  timespec timeout{static_cast<time_t>(seconds), 0};
-  timeout.tv_nsec = std::min(999'999'999L, std::lround(std::ceil((seconds - std::floor(seconds)) * 1e9)));
-  if (::ppoll(polled.data(), polled.size(), &timeout, nullptr) <= 0) return false;
-  if (!isModal && polled.back().revents != 0) wakeUp_.clear();
-  if (ready == nullptr) return true;
-  for (std::size_t i = 0; i < asked.size(); ++i) {
-    if (polled[i].revents != 0) ready->push_back(asked[i]);
-  }
-  return true;
-}
-
-bool PollRunLoop::callReady() {
-  if (watched_.empty()) return false;
-  Ready ready;
-  pollOnce(Seconds(0), &ready);
-  const std::uint64_t thisTurn = turn_;
-  bool called = false;
-  for (const auto& watched : ready) {
-    // A turn that ran inside a call has looked at the descriptors anew: what we know of the rest is stale.
-    if (turn_ != thisTurn) break;
-    const auto function = watched->function;
-    if (!function) continue;
-    watched->isBeingCalled = true;
-    (*function)();
-    watched->isBeingCalled = false;
-    called = true;
-  }
-  return called;
+  if (mode() == Mode::Modal) return watches_.waitForReady(wait, Mode::Modal);
+  // What roused an earlier turn, and has been served since.
+  wakeUp_.clear();
+  return queue_.hasDue() || watches_.waitForReady(wait, Mode::Default, wakeUp_.descriptor());
 }
 
 }  // namespace

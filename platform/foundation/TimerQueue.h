@@ -1,5 +1,5 @@
-// The timers and deferred calls of a run loop: what is due, in which order, and in which mode. Internal to
-// this room.
+// The timers and deferred calls of a run loop: what is due, in which order, and in which mode. Shared by the
+// run loops, this room's and the desktop's.
 #pragma once
 
 #include <cstdint>

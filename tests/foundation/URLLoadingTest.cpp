@@ -236,6 +236,23 @@ TEST_F(URLLoadingTest, ABackgroundLoadTellsItsClientOnceAndFromTheLoop) {
                                    "failed: The address is not a valid URL."));
 }
 
+TEST_F(URLLoadingTest, DataLoadedInTheBackgroundComeFromTheLoopUnlessDropped) {
+  const std::string url = answering(httpResponse(200, "picture"));
+  const auto note = [this](const Result<LoadedData>& data) {
+    client_.calls.push_back(data ? data->bytes : data.error().localizedDescription);
+  };
+  const auto dropped = [](const Result<LoadedData>&) { FAIL(); };
+  std::vector<Observation> observations;
+  for (const std::string& each : {url, server_.url("/none"), fileURLWithPath(folder_.write("a", "file"))}) {
+    observations.push_back(urls().loadDataInBackground(each, note));
+    urls().loadDataInBackground(each, dropped).cancel();
+  }
+  EXPECT_THAT(client_.calls, IsEmpty());
+  runUntilTold(observations.size());
+  EXPECT_THAT(client_.calls,
+              UnorderedElementsAre("picture", "file", ofServer(" answered 404 Not Found.").substr(1)));
+}
+
 TEST_F(URLLoadingTest, WhatIsDroppedOrLosesItsLoaderIsNotHeardOfAgain) {
   const std::string url = answering(httpResponse(200, "x")), file = fileURLWithPath(folder_.write("a", "x"));
   server_.answer("/half", [](LoopbackConnection& connection) {
