@@ -27,6 +27,7 @@ constexpr double kMissingPart = 0.05;
 
 constexpr double kLongestDuration = 1e9;
 constexpr unsigned kMostThreads = 4;
+constexpr int kMostSkipped = 300;  // packets of a stream that never says where it can be entered
 
 MovieDecoder openDecoder(const AVStream& stream) {
   const AVCodec* codec = avcodec_find_decoder(stream.codecpar->codec_id);
@@ -192,15 +193,19 @@ MovieFrame MovieReader::nextFrame(Track& track, const Track& other) {
 }
 
 MoviePacket MovieReader::nextPacket(Track& track, const Track& other) {
-  while (track.packets.empty()) {
-    if (atEnd_ || mustWait(track, other)) return nullptr;
-    readPacket();
+  for (;;) {
+    while (track.packets.empty()) {
+      if (atEnd_ || mustWait(track, other)) return nullptr;
+      readPacket();
+    }
+    MoviePacket packet = std::move(track.packets.front());
+    track.packets.pop_front();
+    track.bytes -= packet->size;
+    if (packet->dts != AV_NOPTS_VALUE) track.readUntil = secondsOf(track, packet->dts);
+    if ((packet->flags & AV_PKT_FLAG_KEY) != 0) track.mayBeSkipped = 0;
+    if (track.mayBeSkipped == 0) return packet;
+    --track.mayBeSkipped;
   }
-  MoviePacket packet = std::move(track.packets.front());
-  track.packets.pop_front();
-  track.bytes -= packet->size;
-  if (packet->dts != AV_NOPTS_VALUE) track.readUntil = secondsOf(track, packet->dts);
-  return packet;
 }
 
 bool MovieReader::mustWait(const Track& track, const Track& other) const {
@@ -244,11 +249,7 @@ bool MovieReader::hasBrokenOff(double reached) const {
 
 bool MovieReader::seek(double time) {
   if (!hasPicture() && !hasSound()) return false;
-  const Track& lead = hasPicture() ? picture_ : sound_;
-  const auto target = static_cast<std::int64_t>(std::floor((time + start_) / av_q2d(stream(lead).time_base)));
-  if (av_seek_frame(input_.get(), lead.index, target, AVSEEK_FLAG_BACKWARD) < 0 &&
-      avformat_seek_file(input_.get(), lead.index, INT64_MIN, target, INT64_MAX, 0) < 0)
-    return false;
+  if (!seekNear(time)) return false;
   for (Track* track : {&picture_, &sound_}) {
     if (!track->decoder) continue;
     avcodec_flush_buffers(track->decoder.get());
@@ -257,9 +258,22 @@ bool MovieReader::seek(double time) {
     track->readUntil = time;
     track->drained = track->ended = false;
   }
+  // Streams made for broadcasting are sought by time alone, and may go on in the middle of a scene.
+  picture_.mayBeSkipped = kMostSkipped;
   resampler_.reset();
   atEnd_ = failed_ = false;
   return true;
+}
+
+bool MovieReader::seekNear(double time) {
+  // What is sought by time alone is not sure to find its beginning.
+  if (time <= 0 && (input_->iformat->flags & AVFMT_TS_DISCONT) != 0 &&
+      av_seek_frame(input_.get(), -1, 0, AVSEEK_FLAG_BYTE) >= 0)
+    return true;
+  const Track& lead = hasPicture() ? picture_ : sound_;
+  const auto target = static_cast<std::int64_t>(std::floor((time + start_) / av_q2d(stream(lead).time_base)));
+  return av_seek_frame(input_.get(), lead.index, target, AVSEEK_FLAG_BACKWARD) >= 0 ||
+         avformat_seek_file(input_.get(), lead.index, INT64_MIN, target, INT64_MAX, 0) >= 0;
 }
 
 bool MovieReader::isAhead(double position, double time) const {

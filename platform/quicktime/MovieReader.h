@@ -68,6 +68,7 @@ class MovieReader {
     std::int64_t bytes = 0;  // of the packets
     double readUntil = 0;    // where decoding has come to, by the packets taken
     double time = 0;         // where the frame after the last is expected
+    int mayBeSkipped = 0;    // packets, until one that is understood without the ones before
     bool drained = false;    // the decoder was told that nothing follows
     bool ended = false;
   };
@@ -78,6 +79,7 @@ class MovieReader {
   AVStream& stream(const Track& track) const;
   double secondsOf(const Track& track, std::int64_t timestamp) const;
   MovieFrame nextFrame(Track& track, const Track& other);
+  bool seekNear(double time);
   MoviePacket nextPacket(Track& track, const Track& other);
   bool mustWait(const Track& track, const Track& other) const;
   void readPacket();
