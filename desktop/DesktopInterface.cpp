@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QLabel>
 #include <QMenu>
 #include <QTimer>
 
@@ -63,13 +64,13 @@ DesktopInterface::DesktopInterface(ClipwaveProgram& program, DesktopInterfaceLoa
   wire(*mainWindow_, interface.mainWindow);
   if (auto* view = mainWindow_->findChild<QMenu*>("menuView")) addListChoices(*view);
   mirrors_.at(&interface.mainWindow)->setCloseRequest([this] { quit(); });
-  makeDialog(interface.statusWindow, setUp<Ui::Report>);
+  makeReport();
   makeDialog(interface.rssFeedWindow, setUp<Ui::FeedURL>);
   makeDialog(interface.editImagePropsWindow, setUp<Ui::ImageProperties>);
   makeDialog(interface.prefWindow, setUp<Ui::Preferences>);
   loader_.setMaker([this](WindowController& controller) { loadWindow(controller); });
   program.controller().publishRun().setOnEnd(
-      [this](PublishOutcome, const std::optional<Error>&) { endOfPublishRun(); });
+      [this](PublishOutcome outcome, const std::optional<Error>&) { publishRunEnded(outcome); });
   for (ArrayController* list : std::initializer_list<ArrayController*>{
            &interface.channelController, &interface.vodcastController, &interface.imageController}) {
     observations_.push_back(list->observeSelectedObjects([this] { wiring_.refreshActions(); }));
@@ -85,6 +86,17 @@ void DesktopInterface::makeDialog(Window& window, void (*setUpDialog)(QDialog&))
   auto* dialog = new QDialog(mainWindow_.get());
   setUpDialog(*dialog);
   wire(*dialog, window);
+}
+
+void DesktopInterface::makeReport() {
+  Window& window = program_.interface().statusWindow;
+  auto* dialog = new QDialog(mainWindow_.get());
+  Ui::Report form;
+  form.setupUi(dialog);
+  summaryLabel_ = form.summaryLabel;
+  wire(*dialog, window);
+  connect(dialog->findChild<TextViewMirror*>(), &TextViewMirror::linkActivated, this,
+          [this](const QString& link) { program_.services().workspace.openURL(toText(link)); });
 }
 
 void DesktopInterface::wire(QWidget& root, Window& window) {
@@ -183,7 +195,14 @@ void DesktopInterface::addListChoices(QMenu& menu) {
   }
 }
 
-void DesktopInterface::endOfPublishRun() {
+void DesktopInterface::publishRunEnded(PublishOutcome outcome) {
+  if (auto* summary = summaryLabel_; summary != nullptr && outcome == PublishOutcome::Done) {
+    const auto count = static_cast<int>(program_.controller().feedPreparation().urlsToLaunch().size());
+    summary->setText(count == 0   ? tr("No channel is marked for publishing.")
+                     : count == 1 ? tr("One channel was published. Its subscription link:")
+                                  : tr("%1 channels were published. Their subscription links:").arg(count));
+  }
+  wiring_.refreshActions();
   if (isQuitting_) QTimer::singleShot(0, this, [this] { terminate(); });
 }
 

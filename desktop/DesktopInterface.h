@@ -15,6 +15,7 @@
 #include "platform/appkit/InterfaceLoader.h"
 
 class QDialog;
+class QLabel;
 class QMenu;
 
 namespace clipwave {
@@ -60,6 +61,7 @@ class DesktopInterface final : public QObject {
 
  private:
   void makeDialog(Window& window, void (*setUp)(QDialog&));
+  void makeReport();
   void wire(QWidget& root, Window& window);
   bool wireOutlet(const QString& outlet, QWidget& widget);
   bool wireTable(const QString& outlet, RecordTable& table);
@@ -68,7 +70,7 @@ class DesktopInterface final : public QObject {
   void loadWindow(WindowController& controller);
   void refreshEditMenu();
   void tell(const std::string& message);
-  void endOfPublishRun();
+  void publishRunEnded(PublishOutcome outcome);
   void terminate();
 
   ClipwaveProgram& program_;
@@ -81,6 +83,7 @@ class DesktopInterface final : public QObject {
   // Shows the images in their sheet; no part of the program asks for it.
   TableView imageTable_;
   RecordTable* channelTable_ = nullptr;
+  QLabel* summaryLabel_ = nullptr;  // of the report
   std::map<const Window*, WindowMirror*> mirrors_;
   QStringList refused_;
   bool isQuitting_ = false;

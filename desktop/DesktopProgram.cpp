@@ -13,8 +13,6 @@ namespace clipwave {
 
 namespace {
 
-constexpr int kHandOverTimeout = 5000;  // milliseconds
-
 // Files are given as paths, or as the file URLs that some file managers hand over.
 std::vector<std::string> absolutePaths(const QStringList& files) {
   std::vector<std::string> paths;
@@ -30,9 +28,8 @@ std::vector<std::string> absolutePaths(const QStringList& files) {
 DesktopProgram::DesktopProgram(const std::string& executablePath)
     : runLoop_(makeQtRunLoop(clock_)),
       files_(makeFileManager()),
-      shell_(*runLoop_, *files_, [this](const Window& window) {
-        return interface_ ? interface_->widgetOf(window) : nullptr;
-      }),
+      shell_(*runLoop_, *files_,
+             [this](const Window& window) { return interface_ ? interface_->widgetOf(window) : nullptr; }),
       platform_(std::make_unique<RealPlatform>(executablePath, *runLoop_, clock_, shell_, loader_, log_)) {
   dressApplication();
 }
@@ -52,19 +49,20 @@ void DesktopProgram::dressApplication() {
   QApplication::setWindowIcon(imageNamed(QStringLiteral("clipwave")));
   // The program quits by its own rules, after its own questions.
   QApplication::setQuitOnLastWindowClosed(false);
-  connect(qApp, &QGuiApplication::commitDataRequest, this,
-          [this](QSessionManager& session) { commitSession(session); }, Qt::DirectConnection);
+  connect(
+      qApp, &QGuiApplication::commitDataRequest, this,
+      [this](QSessionManager& session) { commitSession(session); }, Qt::DirectConnection);
 }
 
 int DesktopProgram::run(const QStringList& files) {
   const std::vector<std::string> paths = absolutePaths(files);
-  instance_ = std::make_unique<SingleInstance>();
-  switch (instance_->claim(paths, kHandOverTimeout)) {
+  const auto library = platform_->services().process.applicationSupportFolder();
+  instance_ = std::make_unique<SingleInstance>(*runLoop_, library ? *library : std::string());
+  switch (instance_->claim(paths)) {
     case SingleInstance::Role::Second:
       return 0;
     case SingleInstance::Role::Unreachable:
-      platform_->application().runAlertPanel(
-          "", "Clipwave is already running, but it does not answer. Close it and try again.", "OK");
+      platform_->application().runAlertPanel("", SingleInstance::unreachableMessage(), "OK");
       return 1;
     case SingleInstance::Role::First:
       break;
@@ -89,9 +87,7 @@ bool DesktopProgram::start(const std::vector<std::string>& paths) {
   if (instance_) {
     instance_->setOnFiles([this](std::vector<std::string> files, const QByteArray& activationToken) {
       interface_->raise(activationToken);
-      // In the default mode: not while a question stands open that holds row numbers.
-      if (files.empty()) return;
-      runLoop_->performLater([this, files = std::move(files)] { program_->delegate().openFiles(files); });
+      if (!files.empty()) program_->delegate().openFiles(files);
     });
   }
   if (!paths.empty()) runLoop_->performLater([this, paths] { program_->delegate().openFiles(paths); });

@@ -176,7 +176,11 @@ void InterfaceWiring::bindSelection(QWidget& widget, WindowMirror& mirror, const
     const auto zone = keyPathOf(propertyText(widget, "zoneBinding"));
     new DateMirror(*date, controller, path.key, zone ? zone->key : std::string(), store);
   } else if (auto* label = qobject_cast<QLabel*>(&widget)) {
-    new LabelMirror(*label, controller, path.key);
+    if (propertyText(widget, "shows") == QLatin1String("image")) {
+      new ImageMirror(*label, controller, path.key);
+    } else {
+      new LabelMirror(*label, controller, path.key);
+    }
     return;
   } else if (auto* well = qobject_cast<ArtworkWell*>(&widget)) {
     new ArtworkMirror(*well, controller, path.key);

@@ -28,6 +28,7 @@ class WindowMirror;
 //   enabledBinding  a key path of a boolean without which the widget is disabled
 //   zoneBinding     of a date: the key path of the time zone in which it is shown
 //   choices         what a combo box offers
+//   shows           "image": a label shows the image that its value names
 //   validator       the check of a field's entries
 class InterfaceWiring final : public QObject {
   Q_OBJECT

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "desktop/DateField.h"
+#include "desktop/SymbolicIcon.h"
 #include "desktop/Text.h"
 #include "platform/coredata/ManagedObjectContext.h"
 
@@ -127,6 +128,16 @@ LabelMirror::LabelMirror(QLabel& widget, ArrayController& controller, std::strin
       }) {
   widget_.setTextFormat(Qt::PlainText);
   widget_.setText(toQString(selected_.value().stringValue()));
+}
+
+ImageMirror::ImageMirror(QLabel& widget, ArrayController& controller, std::string key)
+    : QObject(&widget), widget_(widget), selected_(controller, std::move(key), [this] { refresh(); }) {
+  refresh();
+}
+
+void ImageMirror::refresh() {
+  const QIcon image = imageNamed(toQString(selected_.value().stringValue()));
+  widget_.setPixmap(image.pixmap(widget_.maximumSize(), widget_.devicePixelRatioF()));
 }
 
 EnabledMirror::EnabledMirror(QObject& owner, ArrayController& controller, const std::string& enabledKey,

@@ -93,6 +93,19 @@ class LabelMirror final : public QObject {
   SelectedValue selected_;
 };
 
+// The program's image that the value names.
+class ImageMirror final : public QObject {
+  Q_OBJECT
+ public:
+  ImageMirror(QLabel& widget, ArrayController& controller, std::string key);
+
+ private:
+  void refresh();
+
+  QLabel& widget_;
+  SelectedValue selected_;
+};
+
 // Keeps a widget enabled while something is selected, and while `enabledKey` ("" for none) is true for it.
 // What is enabled so may be an element instead of the widget itself.
 class EnabledMirror final : public QObject {
