@@ -21,7 +21,10 @@ constexpr double kRadius = 6;
 }  // namespace
 
 ArtworkWell::ArtworkWell(QWidget* parent) : QWidget(parent) {
-  connect(&decoding_, &QFutureWatcherBase::finished, this, [this] { show(decoding_.result()); });
+  connect(&decoding_, &QFutureWatcherBase::finished, this, [this] {
+    // Nothing comes of a decoding that was given up.
+    if (decoding_.future().resultCount() > 0) show(decoding_.result());
+  });
   show({});
 }
 

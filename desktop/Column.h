@@ -22,7 +22,7 @@ struct Column {
 
   Kind kind;
   std::string key;
-  // Of a column whose header shows a symbol: the tooltip and the accessible name.
+  // Where the header has no room for it, the tooltip and the accessible name.
   QString title;
   Symbol symbol = Symbol::None;
   // Whether a click on the header sorts by the key, and whether only by what is stored for it.

@@ -46,21 +46,14 @@ std::vector<Column> episodeColumns() {
            .title = tr("Size"),
            .sortsStored = true,
            .sample = shortSizeText(1000LL << 20, locale)},
-          {.kind = Kind::Trouble,
-           .key = "vcPath",
-           .title = tr("Trouble with the movie"),
-           .symbol = Symbol::Warning,
-           .sortable = false}};
+          {.kind = Kind::Trouble, .key = "vcPath", .title = tr("Trouble with the movie"), .sortable = false}};
 }
 
 std::vector<Column> channelColumns() {
-  return {publishColumn(),
-          {.kind = Kind::Title, .key = "vcTitle", .title = tr("Channels")},
-          {.kind = Kind::Count,
-           .key = "children",
-           .title = tr("Episodes"),
-           .sortable = false,
-           .sample = "00000"}};
+  return {
+      publishColumn(),
+      {.kind = Kind::Title, .key = "vcTitle", .title = tr("Channels")},
+      {.kind = Kind::Count, .key = "children", .title = tr("Episodes"), .sortable = false, .sample = "0000"}};
 }
 
 std::vector<Column> imageColumns() {

@@ -1,7 +1,6 @@
 #include "desktop/RecordTable.h"
 
 #include <QApplication>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -9,6 +8,7 @@
 
 #include "desktop/ListText.h"
 #include "desktop/RecordTableDelegate.h"
+#include "desktop/RecordTableHeader.h"
 
 namespace clipwave {
 namespace {
@@ -16,7 +16,6 @@ namespace {
 constexpr int kSymbolColumnWidth = 32;
 constexpr int kCellMargins = 16;
 constexpr int kSortArrowRoom = 12;
-constexpr int kTitleMinimum = 8;  // widths of an average character
 constexpr unsigned kDeleteCharacter = 127;
 
 unsigned modifiersOf(const QKeyEvent& event) {
@@ -68,6 +67,7 @@ RecordTable::RecordTable(QWidget* parent) : QTreeView(parent) {
   setHorizontalScrollMode(ScrollPerPixel);
   setContextMenuPolicy(Qt::CustomContextMenu);
   setAcceptDrops(true);
+  setHeader(new RecordTableHeader(this));
   setItemDelegate(new RecordTableDelegate(this));
 }
 
@@ -75,6 +75,8 @@ void RecordTable::attach(TableView& table, std::vector<Column> columns, MovieFac
   table_ = &table;
   facts_ = facts;
   model_ = new RecordTableModel(table, std::move(columns), facts, this);
+  // The new selection model begins with nothing selected, which is no wish of the user's.
+  mirroring_ = true;
   setModel(model_);
   setUpHeader();
   tableObservation_ = table.observe([this] {
@@ -108,13 +110,13 @@ void RecordTable::setUpHeader() {
   const QFontMetrics& metrics = fontMetrics();
   for (int section = 0; section < head.count(); ++section) {
     const Column& column = model_->column(section);
-    if (column.symbol != Column::Symbol::None || column.kind == Column::Kind::CheckBox) {
+    if (column.kind == Column::Kind::CheckBox || column.kind == Column::Kind::Trouble) {
       head.setSectionResizeMode(section, QHeaderView::Fixed);
       head.resizeSection(section, kSymbolColumnWidth);
     } else if (column.sample.isEmpty()) {
       head.setSectionResizeMode(section, QHeaderView::Stretch);
     } else {
-      const int title = metrics.horizontalAdvance(column.title) + kSortArrowRoom;
+      const int title = column.sortable ? metrics.horizontalAdvance(column.title) + kSortArrowRoom : 0;
       head.setSectionResizeMode(section, QHeaderView::Interactive);
       head.resizeSection(section, std::max(metrics.horizontalAdvance(column.sample), title) + kCellMargins);
     }

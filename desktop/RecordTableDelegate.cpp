@@ -7,14 +7,13 @@
 #include <QToolTip>
 
 #include "desktop/RecordTableModel.h"
-#include "desktop/SymbolIcon.h"
+#include "desktop/Symbols.h"
 
 namespace clipwave {
 namespace {
 
 constexpr int kLineSpacing = 8;  // above and below the text of a row, together
 constexpr int kSecondLineSpacing = 12;
-constexpr int kMargin = 4;
 constexpr int kMark = 16;
 
 const RecordTableModel& modelOf(const QModelIndex& index) {
@@ -35,6 +34,11 @@ QPalette::ColorGroup colorGroup(const QStyleOptionViewItem& option) {
   return option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
 }
 
+// Where the style begins a text.
+int margin(const QStyleOptionViewItem& option) {
+  return styleOf(option).pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1;
+}
+
 void paintBackground(QPainter& painter, const QStyleOptionViewItem& option) {
   styleOf(option).drawPrimitive(QStyle::PE_PanelItemViewItem, &option, &painter, option.widget);
 }
@@ -48,6 +52,16 @@ void paintCheckBox(QPainter& painter, const QStyleOptionViewItem& option) {
   box.state &= ~QStyle::State_HasFocus;
   box.state |= option.checkState == Qt::Checked ? QStyle::State_On : QStyle::State_Off;
   style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, &painter, option.widget);
+  if (!isDark(option.palette)) return;
+  // Some styles leave an empty box on a dark background all but invisible.
+  QColor frame = option.palette.color(QPalette::Text);
+  frame.setAlphaF(0.4F);
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(frame);
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(QRectF(box.rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+  painter.restore();
 }
 
 void paintTwoLines(QPainter& painter, const QStyleOptionViewItem& option, const QString& second) {
@@ -57,7 +71,7 @@ void paintTwoLines(QPainter& painter, const QStyleOptionViewItem& option, const 
   const QFont small = secondLineFont(option.font);
   const QFontMetrics smallMetrics(small);
   const int height = option.fontMetrics.height() + smallMetrics.height();
-  QRect line = option.rect.adjusted(kMargin, (option.rect.height() - height) / 2, -kMargin, 0);
+  QRect line = option.rect.adjusted(margin(option), (option.rect.height() - height) / 2, -margin(option), 0);
   line.setHeight(option.fontMetrics.height());
   painter.save();
   painter.setPen(color);
@@ -121,7 +135,7 @@ QSize RecordTableDelegate::sizeHint(const QStyleOptionViewItem& option, const QM
   if (modelOf(index).hasSecondLine())
     height =
         cell.fontMetrics.height() + QFontMetrics(secondLineFont(cell.font)).height() + kSecondLineSpacing;
-  return {cell.fontMetrics.horizontalAdvance(cell.text) + 2 * kMargin, height};
+  return {cell.fontMetrics.horizontalAdvance(cell.text) + 2 * margin(cell), height};
 }
 
 bool RecordTableDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
@@ -134,7 +148,7 @@ bool RecordTableDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     QStringList cut;
     const QString title = index.data().toString();
     const QString second = index.data(RecordTableModel::kSecondLineRole).toString();
-    const int room = option.rect.width() - 2 * kMargin;
+    const int room = option.rect.width() - 2 * margin(option);
     if (option.fontMetrics.horizontalAdvance(title) > room) cut += title;
     if (QFontMetrics(secondLineFont(option.font)).horizontalAdvance(second) > room) cut += second;
     text = cut.join("\n");

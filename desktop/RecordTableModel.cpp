@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "desktop/ListText.h"
-#include "desktop/SymbolIcon.h"
 
 namespace clipwave {
 namespace {
@@ -193,14 +192,13 @@ QVariant RecordTableModel::foreground(const Column& shown, const ManagedObject& 
 QVariant RecordTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal) return {};
   const Column& shown = column(section);
-  const bool showsSymbol = shown.symbol != Column::Symbol::None;
+  const bool isNamed = shown.symbol == Column::Symbol::None && shown.kind != Column::Kind::Trouble &&
+                       shown.kind != Column::Kind::Count;
   switch (role) {
     case Qt::DisplayRole:
-      return showsSymbol ? QString() : shown.title;
-    case Qt::DecorationRole:
-      return showsSymbol ? QVariant(symbolIcon(shown.symbol)) : QVariant();
+      return isNamed ? shown.title : QString();
     case Qt::ToolTipRole:
-      return showsSymbol ? QVariant(shown.title) : QVariant();
+      return isNamed ? QVariant() : QVariant(shown.title);
     case Qt::AccessibleTextRole:
       return shown.title;
     case Qt::TextAlignmentRole:

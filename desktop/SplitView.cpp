@@ -22,7 +22,12 @@ class LimitedHandle final : public QSplitterHandle {
     if (!(event->buttons() & Qt::LeftButton)) return;
     const int divider = view_.indexOf(this) - 1;  // handle 0 is the hidden one before the first widget
     const int wanted = along(view_.mapFromGlobal(event->globalPosition().toPoint())) - grip_;
-    moveSplitter(view_.constrained(wanted, divider));
+    if (view_.isMirrored()) {
+      // Coordinates begin at the right edge here, for the limits as for the splitter.
+      moveSplitter(view_.width() - view_.constrained(view_.width() - view_.handleWidth() - wanted, divider));
+    } else {
+      moveSplitter(view_.constrained(wanted, divider));
+    }
   }
 
  private:
@@ -52,8 +57,13 @@ QSplitterHandle* SplitView::createHandle() {
   return new LimitedHandle(*this);
 }
 
+bool SplitView::isMirrored() const {
+  return orientation() == Qt::Horizontal && isRightToLeft();
+}
+
 int SplitView::extent(int index, bool end) const {
   const QRect place = widget(index)->geometry();
+  if (isMirrored()) return width() - (end ? place.left() : place.right() + 1);
   if (orientation() == Qt::Horizontal) return end ? place.right() + 1 : place.left();
   return end ? place.bottom() + 1 : place.top();
 }

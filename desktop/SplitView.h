@@ -20,6 +20,8 @@ class SplitView : public QSplitter {
   void setConstraints(Limit min, Limit max);
   // The coordinate for a divider that the user drags to `wanted`.
   int constrained(int wanted, int divider) const;
+  // Whether coordinates count from the right edge, as the reading direction has it.
+  bool isMirrored() const;
 
  protected:
   QSplitterHandle* createHandle() override;

@@ -1,17 +1,26 @@
 #include "desktop/WindowDressing.h"
 
-#include <QAbstractButton>
+#include <QAbstractSpinBox>
 #include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QToolButton>
+#include <algorithm>
 
+#include "desktop/ElidedLabel.h"
 #include "desktop/SymbolicIcon.h"
 
 namespace clipwave {
 namespace {
+
+constexpr int kSmallestRow = 24;
 
 QString textOf(const QObject& object, const char* property) {
   return object.property(property).toString();
@@ -63,6 +72,46 @@ bool arrangeToolBar(QToolBar& bar) {
   return false;
 }
 
+template <class... Kinds>
+bool isOneOf(const QWidget& widget) {
+  return ((qobject_cast<const Kinds*>(&widget) != nullptr) || ...);
+}
+
+// Gives the controls of a window one height, so that the rows of panes side by side stand on one line: that
+// of its tallest kind of field, in the font and style there are.
+class EvenRows final : public QObject {
+ public:
+  explicit EvenRows(QWidget& window) : QObject(&window), window_(window) {
+    window.installEventFilter(this);
+    adjust();
+  }
+  bool eventFilter(QObject* /*object*/, QEvent* event) override {
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+      QMetaObject::invokeMethod(
+          this, [this] { adjust(); }, Qt::QueuedConnection);  // the children come later
+    return false;
+  }
+
+ private:
+  void adjust() {
+    const QList<QWidget*> widgets = window_.findChildren<QWidget*>();
+    int height = kSmallestRow;
+    for (const QWidget* widget : widgets) {
+      if (!isOneOf<QLineEdit, QComboBox, QAbstractSpinBox>(*widget)) continue;
+      widget->ensurePolished();
+      height = std::max(height, widget->sizeHint().height());
+    }
+    for (QWidget* widget : widgets) {
+      const bool isInner = isOneOf<QComboBox, QAbstractSpinBox>(*widget->parentWidget());
+      if (isInner || !widget->styleSheet().isEmpty()) continue;
+      if (isOneOf<QLineEdit, QComboBox, QAbstractSpinBox, QPushButton, QCheckBox, ElidedLabel>(*widget))
+        widget->setMinimumHeight(height);
+    }
+  }
+
+  QWidget& window_;
+};
+
 }  // namespace
 
 bool dressWindow(QWidget& window) {
@@ -72,6 +121,7 @@ bool dressWindow(QWidget& window) {
     if (auto* action = qobject_cast<QAction*>(object)) complete = connectPage(window, *action) && complete;
     if (auto* bar = qobject_cast<QToolBar*>(object)) complete = arrangeToolBar(*bar) && complete;
   }
+  new EvenRows(window);
   return complete;
 }
 

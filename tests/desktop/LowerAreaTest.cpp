@@ -19,7 +19,6 @@ class LowerAreaTest : public ::testing::Test {
     area_.attach(state_);
     area_.resize(800, 400);
     area_.show();
-    QTest::qWait(1);
   }
   // As the program switches between its layouts.
   void grow(double height) {
@@ -29,7 +28,6 @@ class LowerAreaTest : public ::testing::Test {
   }
 
   View state_;
-  // The area owns its parts no longer than they live: they go first.
   LowerArea area_;
   QWidget band_, view_, strip_;
   QLineEdit destination_{&band_};
@@ -40,7 +38,6 @@ TEST_F(LowerAreaTest, TheStateFollowsTheHeightOfTheAreaInBothLayouts) {
     grow(covered);
     for (const int height : {400, 500, 300, 20, 350}) {
       area_.resize(700, height);
-      QTest::qWait(1);
       const double free = std::max(0, height - 74 - 42);
       EXPECT_EQ(state_.frame(), (Rect{{0, 74}, {700, free + covered}})) << height;
       EXPECT_EQ(area_.coversBand(), covered > 0) << height;
@@ -58,7 +55,6 @@ TEST_F(LowerAreaTest, ACoveredBandIsOutOfReachAndComesBackWithTheAdvancedLayout)
   EXPECT_TRUE(QAccessible::queryAccessibleInterface(&band_)->state().invisible);
   grow(-42);
   EXPECT_TRUE(destination_.isVisible());
-  EXPECT_EQ(view_.geometry(), QRect(0, 42, 800, 400 - 74 - 42));
 }
 
 }  // namespace

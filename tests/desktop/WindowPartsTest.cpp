@@ -2,13 +2,11 @@
 
 #include <QBuffer>
 #include <QHelpEvent>
-#include <QLabel>
 #include <QTest>
 #include <QToolTip>
 
 #include "desktop/ArtworkWell.h"
 #include "desktop/ElidedLabel.h"
-#include "desktop/Spinner.h"
 #include "desktop/SplitView.h"
 #include "desktop/SymbolicIcon.h"
 #include "tests/support/FakeURLLoading.h"
@@ -26,35 +24,35 @@ QByteArray picture(int width) {
 }
 
 TEST(SplitViewTest, TheMouseTakesADividerOnlyAsFarAsTheLimitsLetIt) {
-  SplitView view;
-  for (int i = 0; i < 3; ++i) view.addWidget(new QWidget);
-  view.setChildrenCollapsible(false);
-  view.resize(1000, 200);
-  view.setSizes({200, 500, 300});
-  view.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
-  const auto drag = [&view](int divider, int by) {
-    QWidget* const handle = view.handle(divider + 1);
-    const QPoint start = handle->rect().center();
-    QTest::mousePress(handle, Qt::LeftButton, {}, start);
-    QTest::mouseMove(handle, start + QPoint(by, 0));
-    QTest::mouseRelease(handle, Qt::LeftButton, {}, start + QPoint(by, 0));
-    return handle->x();
-  };
-  std::vector<float> proposals;
-  const int before = view.handle(1)->x();
-  EXPECT_EQ(drag(0, 30), before + 30) << "no limits yet";
-  view.setConstraints([](float, int) { return 120.0F; },
-                      [&proposals](float proposed, int) {
-                        proposals.push_back(proposed);
-                        return proposed * 0.75F;
-                      });
-  EXPECT_EQ(drag(0, -500), 120);
-  const int right = view.handle(2)->x();
-  EXPECT_NEAR(drag(0, 900), (right - view.handleWidth()) * 0.75, 1);
-  EXPECT_EQ(view.handle(2)->x(), right) << "its neighbour stays";
-  EXPECT_NEAR(drag(1, 900), (1000 - view.handleWidth()) * 0.75, 1);
-  EXPECT_THAT(proposals, ::testing::Contains(1000 - view.handleWidth()));
+  for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+    SplitView view;
+    for (int i = 0; i < 3; ++i) view.addWidget(new QWidget);
+    view.setChildrenCollapsible(false);
+    view.setLayoutDirection(direction);
+    view.resize(1000, 200);
+    view.setSizes({200, 500, 300});
+    view.show();
+    const auto place = [&](int divider) {
+      const int x = view.handle(divider + 1)->x();
+      return view.isMirrored() ? 1000 - view.handleWidth() - x : x;
+    };
+    const auto drag = [&](int divider, int by) {
+      QWidget* const handle = view.handle(divider + 1);
+      const QPoint start = handle->rect().center(), end = start + QPoint(view.isMirrored() ? -by : by, 0);
+      QTest::mousePress(handle, Qt::LeftButton, {}, start);
+      QTest::mouseMove(handle, end);
+      QTest::mouseRelease(handle, Qt::LeftButton, {}, end);
+      return place(divider);
+    };
+    const int before = place(0), right = place(1);
+    EXPECT_EQ(drag(0, 30), before + 30) << "no limits yet";
+    view.setConstraints([](float, int) { return 120.0F; },
+                        [](float proposed, int) { return proposed * 0.75F; });
+    EXPECT_EQ(drag(0, -500), 120);
+    EXPECT_NEAR(drag(0, 900), (right - view.handleWidth()) * 0.75, 1);
+    EXPECT_EQ(place(1), right) << "its neighbour stays";
+    EXPECT_NEAR(drag(1, 900), (1000 - view.handleWidth()) * 0.75, 1);
+  }
 }
 
 class ArtworkWellTest : public ::testing::Test {
@@ -69,14 +67,12 @@ class ArtworkWellTest : public ::testing::Test {
 
 TEST_F(ArtworkWellTest, APictureInAFileIsShownAtASizeForTheScreen) {
   const std::string path = folder_.write("large 100%.png", picture(2000).toStdString());
-  for (const QString& address :
-       {QString::fromStdString(path), QUrl::fromLocalFile(path.c_str()).toString(QUrl::FullyEncoded)}) {
+  const QString url = QUrl::fromLocalFile(path.c_str()).toString(QUrl::FullyEncoded);
+  for (const QString& address : {QString::fromStdString(path), url}) {
     well_.setAddress(address);
     EXPECT_TRUE(well_.image().isNull()) << "not while the caller waits";
     ASSERT_TRUE(settles());
     EXPECT_EQ(well_.image().size(), QSize(1024, 512)) << well_.toolTip().toStdString();
-    well_.setAddress({});
-    EXPECT_TRUE(well_.image().isNull());
   }
 }
 
@@ -84,9 +80,7 @@ TEST_F(ArtworkWellTest, WhatIsNoPictureSaysWhyInItsTooltip) {
   const std::pair<std::string, std::string> kAddresses[] = {
       {folder_.write("text.png", "not a picture"), "The picture cannot be read"},
       {folder_ / "none.png", "There is no file"},
-      {folder_.path(), "There is no file"},
       {"cover.png", "“cover.png” is not the address of a picture."},
-      {"www.clipwave.example/cover.png", "is not the address of a picture."},
   };
   for (const auto& [address, message] : kAddresses) {
     well_.setAddress(QString::fromStdString(address));
@@ -133,18 +127,6 @@ TEST(ElidedLabelTest, TheTooltipShowsTheWholeTextWhereItIsShortened) {
   EXPECT_TRUE(tooltip().endsWith(path.toHtmlEscaped()));
 }
 
-TEST(SpinnerTest, OnlyAWheelThatTurnsIsSeen) {
-  Spinner spinner;
-  spinner.show();
-  const QImage still = spinner.grab().toImage();
-  spinner.setSpinning(true);
-  const QImage turning = spinner.grab().toImage();
-  EXPECT_NE(turning, still);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return spinner.grab().toImage() != turning; }));
-  spinner.setSpinning(false);
-  EXPECT_EQ(spinner.grab().toImage(), still);
-}
-
 TEST(SymbolicIconTest, SymbolsTakeTheTextColoursOfThePaletteAsItIsNow) {
   const auto colour = [](const QIcon& icon, QIcon::Mode mode) {
     return icon.pixmap(QSize(40, 40), 1, mode).toImage().pixelColor(20, 20);
@@ -155,15 +137,12 @@ TEST(SymbolicIconTest, SymbolsTakeTheTextColoursOfThePaletteAsItIsNow) {
     QPalette palette = before;
     palette.setColor(QPalette::ButtonText, text);
     palette.setColor(QPalette::Disabled, QPalette::ButtonText, Qt::gray);
-    palette.setColor(QPalette::HighlightedText, Qt::yellow);
     QApplication::setPalette(palette);
     EXPECT_EQ(colour(cross, QIcon::Normal), text);
     EXPECT_EQ(colour(cross, QIcon::Disabled), QColor(Qt::gray));
-    EXPECT_EQ(colour(cross, QIcon::Selected), QColor(Qt::yellow));
   }
   QApplication::setPalette(before);
   EXPECT_EQ(cross.pixmap(QSize(20, 20), 2).size(), QSize(40, 40)) << "as crisp as the screen";
-  EXPECT_TRUE(imageNamed("none").isNull());
 }
 
 }  // namespace

@@ -226,31 +226,16 @@ TEST_F(URLLoadingTest, ABackgroundLoadTellsItsClientOnceAndFromTheLoop) {
   for (const std::string& url :
        {server_.url("/good"), server_.url("/none"), server_.url("/large"), file, "no url"s})
     observations.push_back(urls().loadInBackground(url, client_));
+  observations.push_back(urls().loadDataInBackground(
+      server_.url("/good"), [this](const auto& data) { client_.calls.push_back("data " + data->bytes); }));
   EXPECT_THAT(client_.calls, IsEmpty());
   runUntilTold(observations.size());
   runOn(5);
   EXPECT_THAT(client_.calls,
-              UnorderedElementsAre("finished " + server_.url("/good"), "finished " + file,
+              UnorderedElementsAre("finished " + server_.url("/good"), "finished " + file, "data x",
                                    ofServer("failed: answered 404 Not Found."),
                                    "failed: The data from \u201c127.0.0.1\u201d are larger than 100 bytes.",
                                    "failed: The address is not a valid URL."));
-}
-
-TEST_F(URLLoadingTest, DataLoadedInTheBackgroundComeFromTheLoopUnlessDropped) {
-  const std::string url = answering(httpResponse(200, "picture"));
-  const auto note = [this](const Result<LoadedData>& data) {
-    client_.calls.push_back(data ? data->bytes : data.error().localizedDescription);
-  };
-  const auto dropped = [](const Result<LoadedData>&) { FAIL(); };
-  std::vector<Observation> observations;
-  for (const std::string& each : {url, server_.url("/none"), fileURLWithPath(folder_.write("a", "file"))}) {
-    observations.push_back(urls().loadDataInBackground(each, note));
-    urls().loadDataInBackground(each, dropped).cancel();
-  }
-  EXPECT_THAT(client_.calls, IsEmpty());
-  runUntilTold(observations.size());
-  EXPECT_THAT(client_.calls,
-              UnorderedElementsAre("picture", "file", ofServer(" answered 404 Not Found.").substr(1)));
 }
 
 TEST_F(URLLoadingTest, WhatIsDroppedOrLosesItsLoaderIsNotHeardOfAgain) {

@@ -1,8 +1,5 @@
-#include "desktop/SymbolIcon.h"
+#include "desktop/Symbols.h"
 
-#include <QGuiApplication>
-#include <QIconEngine>
-#include <QPainter>
 #include <QPainterPath>
 
 namespace clipwave {
@@ -41,31 +38,7 @@ void drawWarning(QPainter& painter) {
   painter.drawEllipse(QPointF(8, 11.7), 0.35, 0.35);
 }
 
-class SymbolEngine final : public QIconEngine {
- public:
-  explicit SymbolEngine(Column::Symbol symbol) : symbol_(symbol) {}
-  void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
-    drawSymbol(*painter, symbol_, rect, QGuiApplication::palette().color(QPalette::ButtonText));
-  }
-  // The base class paints on whatever was in memory.
-  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-    QPixmap picture(size);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    paint(&painter, QRect(QPoint(), size), mode, state);
-    return picture;
-  }
-  QIconEngine* clone() const override { return new SymbolEngine(*this); }
-
- private:
-  Column::Symbol symbol_;
-};
-
 }  // namespace
-
-QIcon symbolIcon(Column::Symbol symbol) {
-  return symbol == Column::Symbol::None ? QIcon() : QIcon(new SymbolEngine(symbol));
-}
 
 void drawSymbol(QPainter& painter, Column::Symbol symbol, const QRectF& rect, const QColor& color) {
   painter.save();
@@ -80,9 +53,12 @@ void drawSymbol(QPainter& painter, Column::Symbol symbol, const QRectF& rect, co
   painter.restore();
 }
 
+bool isDark(const QPalette& palette) {
+  return palette.color(QPalette::Base).lightness() < 128;
+}
+
 QColor warningColor(const QPalette& palette) {
-  return palette.color(QPalette::Base).lightness() < 128 ? QColor(0xF0, 0xB0, 0x50)
-                                                         : QColor(0xA8, 0x58, 0x00);
+  return isDark(palette) ? QColor(0xF0, 0xB0, 0x50) : QColor(0xA8, 0x58, 0x00);
 }
 
 }  // namespace clipwave

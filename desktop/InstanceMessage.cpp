@@ -1,0 +1,47 @@
+#include "desktop/InstanceMessage.h"
+
+#include <QList>
+#include <QtEndian>
+#include <algorithm>
+
+namespace clipwave {
+namespace {
+
+constexpr char kMark[] = "CWI1";
+constexpr qsizetype kMarkLength = 4;
+constexpr qsizetype kHeadLength = kMarkLength + 4;
+// More than a command line can hold.
+constexpr quint32 kLongestBody = 32 * 1024 * 1024;
+
+}  // namespace
+
+QByteArray frameOf(const InstanceMessage& message) {
+  QByteArray body = message.activationToken + '\0';
+  for (const std::string& path : message.paths)
+    body.append(path.data(), static_cast<qsizetype>(path.size())).append('\0');
+  char length[4];
+  qToBigEndian(static_cast<quint32>(body.size()), length);
+  return QByteArray(kMark, kMarkLength).append(length, 4) + body;
+}
+
+std::optional<InstanceMessage> messageFrom(const QByteArray& bytes, bool* isBroken) {
+  const qsizetype markLength = std::min(bytes.size(), kMarkLength);
+  *isBroken = bytes.left(markLength) != QByteArray(kMark, markLength);
+  if (*isBroken || bytes.size() < kHeadLength) return std::nullopt;
+  const auto length = qFromBigEndian<quint32>(bytes.constData() + kMarkLength);
+  *isBroken = length == 0 || length > kLongestBody || bytes.size() > kHeadLength + qsizetype{length};
+  if (*isBroken || bytes.size() < kHeadLength + qsizetype{length}) return std::nullopt;
+
+  *isBroken = !bytes.endsWith('\0');
+  if (*isBroken) return std::nullopt;
+  QList<QByteArray> parts = bytes.sliced(kHeadLength).chopped(1).split('\0');
+  InstanceMessage message{.paths = {}, .activationToken = parts.takeFirst()};
+  for (const QByteArray& path : parts) {
+    *isBroken = !path.startsWith('/');
+    if (*isBroken) return std::nullopt;
+    message.paths.push_back(path.toStdString());
+  }
+  return message;
+}
+
+}  // namespace clipwave
