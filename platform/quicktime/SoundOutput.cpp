@@ -25,11 +25,19 @@ bool startLibrary() {
   return SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
 }
 
+// The library keeps its last error for each thread, and is not told when a thread of ours ends.
+void forgetThread() {
+  SDL_TLSCleanup();
+}
+
 }  // namespace
 
 std::unique_ptr<SoundOutput> SoundOutput::open() {
   const std::lock_guard lock(libraryMutex());
-  if (!startLibrary()) return nullptr;
+  if (!startLibrary()) {
+    forgetThread();
+    return nullptr;
+  }
   std::unique_ptr<SoundOutput> output(new SoundOutput);
   SDL_AudioSpec wanted{};
   wanted.freq = kSoundRate;
@@ -42,6 +50,7 @@ std::unique_ptr<SoundOutput> SoundOutput::open() {
   output->device_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
   if (output->device_ != 0) return output;
   SDL_QuitSubSystem(SDL_INIT_AUDIO);
+  forgetThread();
   return nullptr;
 }
 
@@ -50,6 +59,7 @@ SoundOutput::~SoundOutput() {
   const std::lock_guard lock(libraryMutex());
   SDL_CloseAudioDevice(device_);
   SDL_QuitSubSystem(SDL_INIT_AUDIO);
+  forgetThread();
 }
 
 void SoundOutput::append(std::span<const std::int16_t> samples) {
