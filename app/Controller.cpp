@@ -46,6 +46,8 @@ Controller::Controller(const ApplicationServices& services, lanternAppDelegate& 
           {interface.mainWindow, interface.vcastTableView, interface.channelTableView, interface.previewPane,
            interface.prefWindow, interface.editImagePropsWindow, interface.vodcastController,
            interface.channelController, interface.imageController}),
+      channelListEditing_(services.application, interface.mainWindow, interface.vcastTableView,
+                          interface.channelController, episodeListEditing_),
       windowLayout_(interface.mainWindow, interface.lowerView, interface.channelController,
                     services.defaults),
       publishMethod_({services.application, interface.channelController, services.dotMac, windowLayout_,

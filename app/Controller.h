@@ -20,6 +20,7 @@
 #include "publish/PublishRun.h"
 #include "publish/SubscriptionHandOff.h"
 #include "transfer/CopyBackEnd.h"
+#include "ui/ChannelListEditing.h"
 #include "ui/EpisodeListEditing.h"
 #include "ui/PublishMethod.h"
 #include "ui/WindowLayout.h"
@@ -64,6 +65,7 @@ class Controller {
   SubscriptionHandOff& subscriptionHandOff() { return subscriptionHandOff_; }
   FeedImport& feedImport() { return feedImport_; }
   EpisodeListEditing& episodeListEditing() { return episodeListEditing_; }
+  ChannelListEditing& channelListEditing() { return channelListEditing_; }
   WindowLayout& windowLayout() { return windowLayout_; }
   PublishMethod& publishMethod() { return publishMethod_; }
   const LanguageDataSource& languageDataSource() const { return languageDataSource_; }
@@ -101,6 +103,7 @@ class Controller {
   SubscriptionHandOff subscriptionHandOff_;
   FeedImport feedImport_;
   EpisodeListEditing episodeListEditing_;
+  ChannelListEditing channelListEditing_;
   WindowLayout windowLayout_;
   PublishMethod publishMethod_;
   std::unique_ptr<UpdateCheck> updateCheck_;

@@ -6,6 +6,19 @@
 
 namespace clipwave {
 
+namespace {
+
+OpenPanel folderPanel() {
+  OpenPanel panel;
+  panel.canChooseFiles = false;
+  panel.canChooseDirectories = true;
+  panel.canCreateDirectories = true;
+  panel.message = "Select a folder to publish to:";
+  return panel;
+}
+
+}  // namespace
+
 void PublishMethod::changePublishMethod(const PopUpButton& sender) {
   const auto tag = sender.selectedTag();
   if (tag == kFolderMethod) {
@@ -16,13 +29,16 @@ void PublishMethod::changePublishMethod(const PopUpButton& sender) {
   services_.windowLayout.updateWindowSize();
 }
 
+void PublishMethod::chooseDestination() {
+  const OpenPanelAnswer chosen = services_.application.runOpenPanel(folderPanel());
+  if (chosen.empty()) return;
+  setURLTextFieldsWithURL(std::nullopt, chosen.front());
+  if (ManagedObjectContext* context = services_.managedObjectContext())
+    context->undoManager().setActionName("Change of Destination");
+}
+
 void PublishMethod::chooseFolder() {
-  OpenPanel panel;
-  panel.canChooseFiles = false;
-  panel.canChooseDirectories = true;
-  panel.canCreateDirectories = true;
-  panel.message = "Select a folder to publish to:";
-  const OpenPanelAnswer chosen = services_.application.runOpenPanel(panel);
+  const OpenPanelAnswer chosen = services_.application.runOpenPanel(folderPanel());
   if (!chosen.empty()) {
     completeChoice([&] { setURLTextFieldsWithURL(std::string(kPlaceholderURL), chosen.front()); });
   } else if (ManagedObjectContext* context = services_.managedObjectContext()) {

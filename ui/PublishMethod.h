@@ -32,6 +32,8 @@ class PublishMethod {
   // as one undo group: a cancelled folder panel undoes that group for good, and what follows from the choice
   // joins it.
   void changePublishMethod(const PopUpButton& sender);
+  // Asks for another folder for the selected channels, which keep their URLs.
+  void chooseDestination();
   // Writes the destination and, when a URL is given, both URLs into every selected channel.
   void setURLTextFieldsWithURL(const std::optional<std::string>& url, const std::string& mediaPath);
   // A channel's publish method was set: re-lays the window.

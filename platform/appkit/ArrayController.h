@@ -73,6 +73,7 @@ class ArrayController : public Editor {
   const std::vector<ManagedObject*>& arrangedObjects() const { return current().arranged_; }
   // Sorts anew.
   void setSortDescriptors(std::vector<SortDescriptor> descriptors);
+  const std::vector<SortDescriptor>& sortDescriptors() const { return sortDescriptors_; }
   // Sorts anew, keeping the selected records selected. Records that compare equal keep content order.
   void rearrangeObjects();
 

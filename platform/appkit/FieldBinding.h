@@ -24,6 +24,9 @@ class FieldBinding : public Editor {
   FieldBinding& operator=(const FieldBinding&) = delete;
   ~FieldBinding() override;
 
+  // Names a committed edit in the Edit menu.
+  void setUndoActionName(std::string name) { undoActionName_ = std::move(name); }
+
   bool commitEditing() override { return field_.commitEditing(); }
   void discardEditing() override { field_.discardEditing(); }
 
@@ -35,6 +38,7 @@ class FieldBinding : public Editor {
   TextField& field_;
   ArrayController& controller_;
   std::function<void(const Error&)> presentError_;
+  std::string undoActionName_;
   bool registered_ = false;  // as an editor of the controller
   SelectedValue selected_;
   Observation fieldObservation_;

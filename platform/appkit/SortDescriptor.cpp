@@ -45,10 +45,14 @@ std::weak_ordering compare(const Value& a, const Value& b) {
   }
 }
 
+Value keyOf(ManagedObject& object, const SortDescriptor& descriptor) {
+  return descriptor.stored ? object.primitiveValue(descriptor.key) : object.value(descriptor.key);
+}
+
 std::vector<Value> keysOf(ManagedObject& object, const std::vector<SortDescriptor>& descriptors) {
   std::vector<Value> keys;
   keys.reserve(descriptors.size());
-  for (const SortDescriptor& descriptor : descriptors) keys.push_back(object.value(descriptor.key));
+  for (const SortDescriptor& descriptor : descriptors) keys.push_back(keyOf(object, descriptor));
   return keys;
 }
 
@@ -64,7 +68,7 @@ void sortRecords(std::vector<ManagedObject*>& records, const std::vector<SortDes
   order.reserve(records.size());
   for (ManagedObject* record : records) {
     order.push_back(order.size());
-    for (const SortDescriptor& descriptor : descriptors) keys.push_back(record->value(descriptor.key));
+    for (const SortDescriptor& descriptor : descriptors) keys.push_back(keyOf(*record, descriptor));
   }
   std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
     for (std::size_t i = 0; i < width; ++i) {
@@ -85,7 +89,7 @@ std::size_t placeInOrder(ManagedObject& object, const std::vector<ManagedObject*
   const std::vector<Value> keys = keysOf(object, descriptors);
   const auto belongsBefore = [&](ManagedObject* other) {
     for (std::size_t i = 0; i < keys.size(); ++i) {
-      const auto compared = compare(keys[i], other->value(descriptors[i].key));
+      const auto compared = compare(keys[i], keyOf(*other, descriptors[i]));
       if (compared != 0) return descriptors[i].ascending ? compared < 0 : compared > 0;
     }
     return false;

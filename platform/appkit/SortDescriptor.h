@@ -13,6 +13,9 @@ namespace clipwave {
 struct SortDescriptor {
   std::string key;
   bool ascending = true;
+  // Compares what is stored and computes nothing: for keys whose first reading is costly (it opens a movie).
+  bool stored = false;
+  bool operator==(const SortDescriptor&) const = default;
 };
 
 // Sorts by the first descriptor, equal ones by the next. Records that are equal by all keep their order.

@@ -25,9 +25,11 @@ class CurlURLLoading final : public URLLoading {
       : runLoop_(runLoop), files_(files), options_(std::move(options)), curl_(runLoop) {}
 
   Observation loadInBackground(std::string_view url, URLLoadClient& client) override;
+  Observation loadDataInBackground(std::string_view url, DataTaker taken) override;
   Result<LoadedData> dataWithContentsOfURL(std::string_view url, Seconds timeout) override;
 
  private:
+  Observation load(std::string_view url, HTTPLoad::Purpose purpose, DataTaker taken);
   Result<LoadedData> withoutNetwork(std::string_view url);
   Observation callLater(std::function<void()> function);
 
@@ -39,14 +41,23 @@ class CurlURLLoading final : public URLLoading {
 };
 
 Observation CurlURLLoading::loadInBackground(std::string_view url, URLLoadClient& client) {
+  return load(
+      url, HTTPLoad::Purpose::Arrival,
+      [url = std::string(url), &client](const Result<LoadedData>& result) { tell(client, url, result); });
+}
+
+Observation CurlURLLoading::loadDataInBackground(std::string_view url, DataTaker taken) {
+  return load(url, HTTPLoad::Purpose::Data, std::move(taken));
+}
+
+Observation CurlURLLoading::load(std::string_view url, HTTPLoad::Purpose purpose, DataTaker taken) {
   if (!isURL(url) || !isWebURL(url)) {
-    return callLater([this, url = std::string(url), &client] { tell(client, url, withoutNetwork(url)); });
+    return callLater(
+        [this, url = std::string(url), taken = std::move(taken)] { taken(withoutNetwork(url)); });
   }
-  auto load =
-      std::make_shared<HTTPLoad>(url, HTTPLoad::Purpose::Arrival, options_.backgroundTimeout, options_);
-  return curl_.add(load, load->easy(), [load, url = std::string(url), &client](int code) {
-    tell(client, url, load->result(code));
-  });
+  auto load = std::make_shared<HTTPLoad>(url, purpose, options_.backgroundTimeout, options_);
+  return curl_.add(load, load->easy(),
+                   [load, taken = std::move(taken)](int code) { taken(load->result(code)); });
 }
 
 Result<LoadedData> CurlURLLoading::dataWithContentsOfURL(std::string_view url, Seconds timeout) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -61,6 +62,10 @@ class URLLoading {
   // lives, never inside this call: ending it drops a load that is still under way, so that a client may go
   // before its resource came.
   virtual Observation loadInBackground(std::string_view url, URLLoadClient& client) = 0;
+  // The same for one who wants the data: `taken` is called once, on the run loop, as long as the answer
+  // lives. The data never comes from a cache.
+  using DataTaker = std::function<void(const Result<LoadedData>&)>;
+  virtual Observation loadDataInBackground(std::string_view url, DataTaker taken) = 0;
   // The resource's data, never from a cache; blocks until all of it is there, from the network at the longest
   // for `timeout`. Fails with kURLErrorBadURL for text that is no URL.
   virtual Result<LoadedData> dataWithContentsOfURL(std::string_view url, Seconds timeout) = 0;

@@ -11,6 +11,8 @@ namespace clipwave {
 // An opened movie; it holds no open file once its facts are read.
 class Movie : public Handle {
  public:
+  // The absolute path that it was opened at.
+  virtual std::string_view path() const = 0;
   // The whole movie's duration in seconds; 0 when the file does not say.
   virtual double duration() const = 0;
 };

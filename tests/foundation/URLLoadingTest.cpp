@@ -226,11 +226,13 @@ TEST_F(URLLoadingTest, ABackgroundLoadTellsItsClientOnceAndFromTheLoop) {
   for (const std::string& url :
        {server_.url("/good"), server_.url("/none"), server_.url("/large"), file, "no url"s})
     observations.push_back(urls().loadInBackground(url, client_));
+  observations.push_back(urls().loadDataInBackground(
+      server_.url("/good"), [this](const auto& data) { client_.calls.push_back("data " + data->bytes); }));
   EXPECT_THAT(client_.calls, IsEmpty());
   runUntilTold(observations.size());
   runOn(5);
   EXPECT_THAT(client_.calls,
-              UnorderedElementsAre("finished " + server_.url("/good"), "finished " + file,
+              UnorderedElementsAre("finished " + server_.url("/good"), "finished " + file, "data x",
                                    ofServer("failed: answered 404 Not Found."),
                                    "failed: The data from \u201c127.0.0.1\u201d are larger than 100 bytes.",
                                    "failed: The address is not a valid URL."));

@@ -9,10 +9,12 @@ namespace clipwave::testing {
 
 class FakeMovie final : public Movie {
  public:
-  explicit FakeMovie(double duration) : duration_(duration) {}
+  FakeMovie(std::string_view path, double duration) : path_(path), duration_(duration) {}
+  std::string_view path() const override { return path_; }
   double duration() const override { return duration_; }
 
  private:
+  std::string path_;
   double duration_;
 };
 
@@ -22,7 +24,7 @@ class FakeMovieOpener final : public MovieOpener {
   std::shared_ptr<Movie> movieWithPath(std::string_view path) override {
     ++openings;
     const auto movie = durations.find(path);
-    return movie == durations.end() ? nullptr : std::make_shared<FakeMovie>(movie->second);
+    return movie == durations.end() ? nullptr : std::make_shared<FakeMovie>(path, movie->second);
   }
 
   std::map<std::string, double, std::less<>> durations;  // by path, in seconds

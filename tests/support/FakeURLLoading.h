@@ -28,15 +28,29 @@ class FakeURLLoading final : public URLLoading {
     if (onLoad) onLoad();
     return Observation([this] { client_ = nullptr; });
   }
+  // Ends with what every read answers, when the test says so.
+  Observation loadDataInBackground(std::string_view url, DataTaker taken) override {
+    loads.emplace_back(url);
+    taken_ = std::move(taken);
+    return Observation([this] { taken_ = nullptr; });
+  }
+  void finishData() {
+    if (const auto taken = std::exchange(taken_, nullptr)) taken(answer());
+  }
   Result<LoadedData> dataWithContentsOfURL(std::string_view url, Seconds timeout) override {
     reads.emplace_back(url);
     timeouts.push_back(timeout);
     if (!isURL(url)) return Error{std::string(NSURLErrorDomain), kURLErrorBadURL, "No URL.", {}};
+    return answer();
+  }
+
+ private:
+  Result<LoadedData> answer() const {
     if (error) return *error;
     return LoadedData{data, charset};
   }
 
- private:
+  DataTaker taken_;
   URLLoadClient* client_ = nullptr;
 };
 

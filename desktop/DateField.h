@@ -1,0 +1,40 @@
+// A date with its time of day that may be absent: a box says whether there is one.
+#pragma once
+
+#include <QDateTime>
+#include <QTimeZone>
+#include <QWidget>
+#include <optional>
+
+class QCheckBox;
+class QDateTimeEdit;
+
+namespace clipwave {
+
+class DateField final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit DateField(QWidget* parent = nullptr);
+
+  // What is shown now, also while it is being typed; nothing for no date.
+  std::optional<QDateTime> dateTime() const;
+  // From the program: tells nobody. Shown in the date's own time zone.
+  void setDateTime(const std::optional<QDateTime>& dateTime);
+
+ signals:
+  void editingBegan();
+  // The user is done: the focus left, Return was pressed, or the box was clicked.
+  void editingEnded();
+
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  QCheckBox* box_;
+  QDateTimeEdit* edit_;
+  QTimeZone zone_ = QTimeZone::systemTimeZone();
+};
+
+}  // namespace clipwave

@@ -1,0 +1,109 @@
+#include "desktop/DesktopProgram.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QSessionManager>
+#include <QUrl>
+
+#include "desktop/QtRunLoop.h"
+#include "desktop/SymbolicIcon.h"
+#include "desktop/Text.h"
+
+namespace clipwave {
+
+namespace {
+
+// Files are given as paths, or as the file URLs that some file managers hand over.
+std::vector<std::string> absolutePaths(const QStringList& files) {
+  std::vector<std::string> paths;
+  for (const QString& file : files) {
+    const QUrl url(file);
+    paths.push_back(toText(QFileInfo(url.isLocalFile() ? url.toLocalFile() : file).absoluteFilePath()));
+  }
+  return paths;
+}
+
+}  // namespace
+
+DesktopProgram::DesktopProgram(const std::string& executablePath)
+    : runLoop_(makeQtRunLoop(clock_)),
+      files_(makeFileManager()),
+      shell_(*runLoop_, *files_,
+             [this](const Window& window) { return interface_ ? interface_->widgetOf(window) : nullptr; }),
+      platform_(std::make_unique<RealPlatform>(executablePath, *runLoop_, clock_, shell_, loader_, log_)) {
+  dressApplication();
+}
+
+DesktopProgram::~DesktopProgram() {
+  // The windows go before what they show.
+  signals_.reset();
+  instance_.reset();
+  interface_.reset();
+  program_.reset();
+}
+
+void DesktopProgram::dressApplication() {
+  QApplication::setApplicationName(QStringLiteral("clipwave"));
+  QApplication::setApplicationDisplayName(QStringLiteral("Clipwave"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("clipwave"));
+  QApplication::setWindowIcon(imageNamed(QStringLiteral("clipwave")));
+  // The program quits by its own rules, after its own questions.
+  QApplication::setQuitOnLastWindowClosed(false);
+  connect(
+      qApp, &QGuiApplication::commitDataRequest, this,
+      [this](QSessionManager& session) { commitSession(session); }, Qt::DirectConnection);
+}
+
+int DesktopProgram::run(const QStringList& files) {
+  const std::vector<std::string> paths = absolutePaths(files);
+  const auto library = platform_->services().process.applicationSupportFolder();
+  instance_ = std::make_unique<SingleInstance>(*runLoop_, library ? *library : std::string());
+  switch (instance_->claim(paths)) {
+    case SingleInstance::Role::Second:
+      return 0;
+    case SingleInstance::Role::Unreachable:
+      platform_->application().runAlertPanel("", SingleInstance::unreachableMessage(), "OK");
+      return 1;
+    case SingleInstance::Role::First:
+      break;
+  }
+  if (!start(paths)) return 1;
+  runLoop_->run();
+  return 0;
+}
+
+bool DesktopProgram::start(const std::vector<std::string>& paths) {
+  program_ = std::make_unique<ClipwaveProgram>(platform_->services());
+  interface_ = std::make_unique<DesktopInterface>(*program_, loader_);
+  if (!interface_->refused().isEmpty()) {
+    for (const QString& refused : interface_->refused()) log_.write(toText(refused));
+    return false;
+  }
+  if (const auto& error = platform_->defaults().loadError()) platform_->application().presentError(*error);
+  program_->controller().awakeFromNib();
+  if (platform_->application().isTerminated()) return false;
+  interface_->show();
+  signals_ = std::make_unique<TerminationSignals>(*runLoop_, [this] { interface_->quit(); });
+  if (instance_) {
+    instance_->setOnFiles([this](std::vector<std::string> files, const QByteArray& activationToken) {
+      interface_->raise(activationToken);
+      if (!files.empty()) program_->delegate().openFiles(files);
+    });
+  }
+  if (!paths.empty()) runLoop_->performLater([this, paths] { program_->delegate().openFiles(paths); });
+  return true;
+}
+
+void DesktopProgram::commitSession(QSessionManager& session) {
+  if (!interface_ || platform_->application().isTerminated()) return;
+  if (!session.allowsInteraction()) {
+    // Nobody can be asked: what there is is saved, or the session's end takes it.
+    program_->delegate().saveAction();
+    return;
+  }
+  interface_->quit();
+  session.release();
+  if (!platform_->application().isTerminated()) session.cancel();
+}
+
+}  // namespace clipwave

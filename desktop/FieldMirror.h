@@ -1,0 +1,38 @@
+// Shows a text field in a line edit, a text edit or an editable combo box, and takes its keystrokes as they
+// come.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QWidget>
+#include <functional>
+
+#include "platform/appkit/Controls.h"
+
+namespace clipwave {
+
+class FieldMirror final : public QObject {
+  Q_OBJECT
+
+ public:
+  // Lives with the widget, which is one of the three kinds; the field must outlive it.
+  FieldMirror(QWidget& widget, TextField& field);
+  static bool canShow(const QWidget& widget);
+  // What an empty field shows, dimmed.
+  void setPlaceholder(const QString& text);
+
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override;
+
+ private:
+  void fieldChanged();
+  QString shownText() const;
+  void showText(const QString& text);
+  void connectKeystrokes();
+
+  QWidget& widget_;
+  TextField& field_;
+  Observation observation_;
+};
+
+}  // namespace clipwave

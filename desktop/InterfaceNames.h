@@ -1,0 +1,56 @@
+// What the names in the interface files stand for: elements, operations, lists and choices of the program.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "platform/appkit/ArrayController.h"
+#include "platform/appkit/Controls.h"
+#include "platform/appkit/MovieView.h"
+#include "platform/appkit/TableView.h"
+#include "platform/appkit/TextView.h"
+#include "platform/appkit/Window.h"
+#include "platform/coredata/ManagedObjectModel.h"
+
+namespace clipwave {
+
+// Text or flag that is no record's: a setting. What `store` answers is wrong with the entry, in a sentence;
+// "" when it was taken.
+struct SettingAccess {
+  std::function<std::string()> text;
+  std::function<std::string(std::string_view)> store;
+  std::function<bool()> flag;
+  std::function<std::string(bool)> storeFlag;
+  std::function<Observation(std::function<void()>)> observe;
+};
+
+struct InterfaceAction {
+  std::function<void()> perform;
+  // Whether it can be sent now; none: always.
+  std::function<bool()> isEnabled = {};
+  // Names what it changed in the Edit menu; "" leaves the name alone.
+  std::string undoName = {};
+};
+
+using Outlet =
+    std::variant<TextField*, Button*, PopUpButton*, ProgressIndicator*, ScrollView*, TableView*, TextView*>;
+
+struct InterfaceNames {
+  std::map<std::string, Outlet, std::less<>> outlets;
+  std::map<std::string, InterfaceAction, std::less<>> actions;
+  std::map<std::string, ArrayController*, std::less<>> controllers;
+  const ManagedObjectModel* model = nullptr;
+  // The setting under a key path such as "defaults.noConfirm"; one without `text` for none.
+  std::function<SettingAccess(const std::string& keyPath)> setting;
+  // What a combo box offers; a null list for an unknown name.
+  std::map<std::string, std::function<QStringList()>, std::less<>> choices;
+  std::map<std::string, TextField::Validator, std::less<>> validators;
+  std::function<void(const Error&)> presentError;
+};
+
+}  // namespace clipwave

@@ -1,0 +1,24 @@
+// How days, durations and sizes read in a list: pure rules.
+#pragma once
+
+#include <QLocale>
+#include <QString>
+#include <cstdint>
+#include <string_view>
+
+#include "platform/foundation/Date.h"
+
+namespace clipwave {
+
+inline QString textFromUtf8(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// The day in local time as the locale orders it, with the month's short name: "22 Nov 2026".
+QString dayText(Date date, const QLocale& locale);
+// "00:12:31" as "12:31", "01:02:03" as "1:02:03"; every other text as it is.
+QString shortDurationText(std::string_view stored);
+// "310 MB", "1.4 GB"; powers of 1024.
+QString shortSizeText(std::int64_t bytes, const QLocale& locale);
+
+}  // namespace clipwave

@@ -1,0 +1,244 @@
+#include "desktop/ProgramNames.h"
+
+#include <QApplication>
+#include <QClipboard>
+
+#include "desktop/EditActions.h"
+#include "desktop/Text.h"
+#include "model/Formatter.h"
+
+namespace clipwave {
+
+namespace {
+
+using Actions = std::map<std::string, InterfaceAction, std::less<>>;
+
+std::function<bool()> hasSelection(ArrayController& list) {
+  return [&list] { return !list.selectionIndexes().empty(); };
+}
+
+void nameUndo(ClipwaveProgram& program, const std::string& name) {
+  if (ManagedObjectContext* context = program.controller().channelController().managedObjectContext())
+    context->undoManager().setActionName(name);
+}
+
+void addLibraryActions(Actions& actions, ClipwaveProgram& program, const DesktopActions& desktop) {
+  Controller& controller = program.controller();
+  lanternAppDelegate& delegate = program.delegate();
+  Application& application = program.services().application;
+  actions["saveAction:"] = {[&controller, &delegate] {
+    ManagedObjectContext* context = controller.channelController().managedObjectContext();
+    if (context == nullptr || context->commitEditing()) delegate.saveAction();
+  }};
+  actions["openMovies:"] = {[&controller, &delegate, &application] {
+    OpenPanel panel;
+    panel.allowsMultipleSelection = true;
+    panel.message = "Each movie becomes an episode of a new channel.";
+    panel.allowedTypes = controller.episodeListEditing().movieFileTypes();
+    application.beginOpenPanelSheet(panel, controller.interface().mainWindow,
+                                    [&delegate](const OpenPanelAnswer& paths) {
+                                      if (!paths.empty()) delegate.openFiles(paths);
+                                    });
+  }};
+  actions["terminate:"] = {desktop.quit};
+  actions["showHelp:"] = {
+      [&delegate] { delegate.showHelp(); },
+      [&program] {
+        return program.services().bundle.pathForResource("Clipwave Instructions", "pdf").has_value();
+      }};
+  actions["showAboutWindow:"] = {[&controller] { controller.showAboutWindow(); }};
+  actions["closeAboutWindow:"] = {[&controller] { controller.aboutWindowController().window().orderOut(); }};
+  actions["showPrefs:"] = {[&controller] { controller.episodeListEditing().showPrefs(); }};
+  actions["dismissPrefs:"] = {[&controller] {
+    Window& window = controller.interface().prefWindow;
+    // An entry that is not acceptable keeps the window open.
+    if (window.makeFirstResponder(nullptr)) controller.episodeListEditing().dismissPrefs();
+  }};
+}
+
+void addListActions(Actions& actions, ClipwaveProgram& program) {
+  Controller& controller = program.controller();
+  ChannelListEditing& channels = controller.channelListEditing();
+  EpisodeListEditing& episodes = controller.episodeListEditing();
+  const auto hasStore = [&controller] {
+    return controller.channelController().managedObjectContext() != nullptr;
+  };
+  const auto anyChannel = hasSelection(controller.channelController());
+  const auto anyEpisode = hasSelection(controller.vodcastController());
+  actions["addChannel:"] = {[&channels] { channels.addChannel(); }, hasStore, "New Channel"};
+  actions["removeChannels:"] = {[&channels] { channels.removeSelectedChannels(); }, anyChannel,
+                                "Delete Channel"};
+  actions["addEpisodes:"] = {[&channels] { channels.addEpisodes(); }, hasStore};
+  actions["removeEpisodes:"] = {[&controller] {
+                                  ArrayController& list = controller.vodcastController();
+                                  list.removeObjectsAtArrangedObjectIndexes(list.selectionIndexes());
+                                },
+                                anyEpisode, "Delete Episode"};
+  actions["addMovie:"] = {[&episodes] { episodes.addMovie(); }, anyEpisode};
+  actions["clearMovie:"] = {[&episodes] { episodes.clearMovie(); }, anyEpisode, "Clear Movie"};
+  actions["openMediaInQuicktime:"] = {[&episodes] { episodes.openMediaInQuicktime(); }, anyEpisode};
+  actions["toggleSelectedOnCopyVodcasts:"] = {[&episodes] { episodes.toggleSelectedOnCopyVodcasts(); },
+                                              anyEpisode, "Change of Copy"};
+  actions["toggleSelectedOnPublishVodcasts:"] = {[&episodes] { episodes.toggleSelectedOnPublishVodcasts(); },
+                                                 anyEpisode, "Change of Publish"};
+  actions["toggleSelectedOnPublishChannel:"] = {[&episodes] { episodes.toggleSelectedOnPublishChannel(); },
+                                                anyChannel, "Change of Publish"};
+  actions["playOrPause:"] = {[&controller] {
+                               MovieView& preview = controller.interface().previewPane;
+                               preview.isPlaying() ? preview.pause() : preview.play();
+                             },
+                             [&controller] { return controller.interface().previewPane.movie() != nullptr; }};
+}
+
+void addImageActions(Actions& actions, ClipwaveProgram& program) {
+  Controller& controller = program.controller();
+  EpisodeListEditing& episodes = controller.episodeListEditing();
+  ArrayController& images = controller.imageController();
+  actions["editImageProps:"] = {[&controller, &episodes, &images] {
+                                  const Value image =
+                                      controller.channelController().selection().value("image");
+                                  if (image.recordValue() != nullptr)
+                                    images.setSelectedObjects({image.recordValue()});
+                                  episodes.editImageProps();
+                                },
+                                hasSelection(controller.channelController())};
+  actions["closeEditImagePropsSheet:"] = {[&episodes, &images] {
+    if (images.commitEditing()) episodes.closeEditImagePropsSheet();
+  }};
+  actions["revertImageChanges:"] = {[&episodes] { episodes.revertImageChanges(); }};
+  actions["addImage:"] = {[&images] { images.add(); }, {}, "New Artwork"};
+  actions["removeImage:"] = {
+      [&images] { images.removeObjectsAtArrangedObjectIndexes(images.selectionIndexes()); },
+      hasSelection(images), "Delete Artwork"};
+}
+
+void addPublishActions(Actions& actions, ClipwaveProgram& program, const DesktopActions& desktop) {
+  Controller& controller = program.controller();
+  FeedImport& import = controller.feedImport();
+  PublishRun& run = controller.publishRun();
+  SubscriptionHandOff& handOff = controller.subscriptionHandOff();
+  // What waits for a server shows that it does.
+  const auto waiting = [](const std::function<void()>& work) {
+    return [work] {
+      QApplication::setOverrideCursor(Qt::WaitCursor);
+      work();
+      QApplication::restoreOverrideCursor();
+    };
+  };
+  actions["save:"] = {[&controller] { controller.interface().publishButton.performClick(); }};
+  actions["closeStatusSheet:"] = {[&run] { run.closeStatusSheet(); }};
+  actions["importRSSFromFile:"] = {[&import] { import.importRSSFromFile(); }};
+  actions["importRSSFromURL:"] = {[&import] { import.importRSSFromURL(); }};
+  actions["closeRSSFeedSheet:"] = {waiting([&import] { import.closeRSSFeedSheet(); }), {}, "Import"};
+  actions["cancelRSSFeedSheet:"] = {[&import] { import.cancelRSSFeedSheet(); }};
+  actions["openInItunes:"] = {[&handOff] { handOff.openInItunes(); },
+                              [&controller] { return !controller.feedPreparation().urlsToLaunch().empty(); }};
+  actions["copyLinks:"] = {[&controller, tell = desktop.tell] {
+    QApplication::clipboard()->setText(toQString(controller.interface().statusTextView.string()).trimmed());
+    tell(toText(QObject::tr("The links are on the clipboard.")));
+  }};
+  actions["sendEmail:"] = {
+      [&handOff, &program, tell = desktop.tell] {
+        handOff.sendEmail();
+        const Value text = program.services().generalPasteboard.propertyListForType(NSStringPboardType);
+        QApplication::clipboard()->setText(toQString(text.stringValue()));
+        tell(toText(QObject::tr("The invitation is on the clipboard.")));
+      },
+      [&controller] { return !controller.channelController().arrangedObjects().empty(); }};
+  actions["chooseDestination:"] = {
+      [&controller] { controller.publishMethod().chooseDestination(); },
+      [&controller] { return controller.channelController().selection().value("canEditURLs").boolValue(); }};
+}
+
+void addEditActions(Actions& actions, ClipwaveProgram& program) {
+  const auto undoManager = [&program] {
+    return program.delegate().windowWillReturnUndoManager(program.interface().mainWindow);
+  };
+  actions["undo:"] = {[undoManager] { undoLastChange(undoManager()); },
+                      [undoManager] { return canUndoChange(undoManager()); }};
+  actions["redo:"] = {[undoManager] { redoLastChange(undoManager()); },
+                      [undoManager] { return canRedoChange(undoManager()); }};
+  for (const char* name : {"cut", "copy", "paste", "selectAll"})
+    actions[std::string(name) + ":"] = {[name] { sendToFocus(name); }};
+}
+
+SettingAccess settingOf(Preferences& preferences, const std::string& keyPath) {
+  const auto dot = keyPath.find('.');
+  const std::string group = keyPath.substr(0, dot);
+  if (dot == std::string::npos || (group != "defaults" && keyPath != "account.password")) return {};
+  const std::string key = keyPath.substr(dot + 1);
+  return {[&preferences, key] { return preferences.text(key); },
+          [&preferences, key](std::string_view text) {
+            return preferences.setText(key, text).value_or(std::string());
+          },
+          [&preferences, key] { return preferences.flag(key); },
+          [&preferences, key](bool flag) { return preferences.setFlag(key, flag).value_or(std::string()); },
+          [&preferences, key](std::function<void()> function) {
+            return preferences.observe(key, std::move(function));
+          }};
+}
+
+QStringList listOf(const std::vector<std::string>& texts) {
+  QStringList list;
+  for (const std::string& text : texts) list << toQString(text);
+  return list;
+}
+
+void addChoices(InterfaceNames& names, ClipwaveProgram& program) {
+  Controller& controller = program.controller();
+  names.choices["languages"] = [&controller] { return listOf(controller.languageDataSource().display()); };
+  names.choices["timezones"] = [&program] { return listOf(program.delegate().timezones()); };
+  names.choices["sizeUnits"] = [] { return QStringList{"Bytes", "KB", "MB", "GB"}; };
+  const auto categories = [&program](bool isSubcategory) {
+    QStringList list;
+    for (const auto& [name, subcategories] : program.services().bundle.dictionaryForResource("categories")) {
+      if (!isSubcategory) list << toQString(name);
+      if (!isSubcategory) continue;
+      for (const Value& subcategory : subcategories.arrayValue())
+        list << toQString(subcategory.stringValue());
+    }
+    return list;
+  };
+  names.choices["categories"] = [categories] { return categories(false); };
+  names.choices["subcategories"] = [categories] { return categories(true); };
+}
+
+}  // namespace
+
+InterfaceNames namesOfProgram(ClipwaveProgram& program, Preferences& preferences, DesktopActions desktop) {
+  InterfaceNames names;
+  MainInterface& interface = program.interface();
+  names.outlets = {{"rssURLBox", &interface.rssURLBox},
+                   {"titleTextField", &interface.titleTextField},
+                   {"channelTitleTextField", &interface.channelTitleTextField},
+                   {"statusTextView", &interface.statusTextView},
+                   {"advancedOptionsScrollView", &interface.advancedOptionsScrollView},
+                   {"advancedOptionsRSSScrollView", &interface.advancedOptionsRSSScrollView},
+                   {"copyStatusTextField", &interface.copyStatusTextField},
+                   {"copyStatus", &interface.copyStatus},
+                   {"publishButton", &interface.publishButton},
+                   {"protocolPopUp", &interface.protocolPopUp}};
+  addLibraryActions(names.actions, program, desktop);
+  addListActions(names.actions, program);
+  addImageActions(names.actions, program);
+  addPublishActions(names.actions, program, desktop);
+  addEditActions(names.actions, program);
+  for (auto& [name, action] : names.actions) {
+    if (action.undoName.empty()) continue;
+    action.perform = [&program, perform = action.perform, undoName = action.undoName] {
+      perform();
+      nameUndo(program, undoName);
+    };
+  }
+  names.controllers = {{"channelController", &interface.channelController},
+                       {"vodcastController", &interface.vodcastController},
+                       {"imageController", &interface.imageController}};
+  names.model = &program.delegate().managedObjectModel();
+  names.setting = [&preferences](const std::string& keyPath) { return settingOf(preferences, keyPath); };
+  addChoices(names, program);
+  names.validators["httpURL"] = Formatter::isValidObject;
+  names.presentError = [&program](const Error& error) { program.services().application.presentError(error); };
+  return names;
+}
+
+}  // namespace clipwave

@@ -1,0 +1,409 @@
+#include "desktop/RecordTable.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <algorithm>
+
+#include "desktop/ListText.h"
+#include "desktop/RecordTableDelegate.h"
+#include "desktop/RecordTableHeader.h"
+
+namespace clipwave {
+namespace {
+
+constexpr int kSymbolColumnWidth = 32;
+constexpr int kCellMargins = 16;
+constexpr int kSortArrowRoom = 12;
+constexpr unsigned kDeleteCharacter = 127;
+
+unsigned modifiersOf(const QKeyEvent& event) {
+  unsigned modifiers = 0;
+  if (event.modifiers() & Qt::ShiftModifier) modifiers |= KeyEvent::Shift;
+  if (event.modifiers() & Qt::ControlModifier) modifiers |= KeyEvent::Control;
+  if (event.modifiers() & Qt::AltModifier) modifiers |= KeyEvent::Option;
+  if (event.modifiers() & Qt::MetaModifier) modifiers |= KeyEvent::Command;
+  return modifiers;
+}
+
+// Ranges of neighbouring rows: ten thousand of them are one.
+QItemSelection selectionOf(const IndexSet& rows, const QAbstractItemModel& model) {
+  QItemSelection selection;
+  const int last = model.columnCount() - 1;
+  for (auto row = rows.begin(); row != rows.end();) {
+    const auto first = *row;
+    auto end = first;
+    while (++row != rows.end() && *row == end + 1) ++end;
+    selection.append(QItemSelectionRange(model.index(static_cast<int>(first), 0),
+                                         model.index(static_cast<int>(end), last)));
+  }
+  return selection;
+}
+
+IndexSet rowsOf(const QItemSelection& selection) {
+  std::vector<std::pair<int, int>> ranges;
+  for (const QItemSelectionRange& range : selection) ranges.emplace_back(range.top(), range.bottom());
+  std::sort(ranges.begin(), ranges.end());
+  IndexSet rows;
+  for (const auto& [top, bottom] : ranges)
+    for (int row = top; row <= bottom; ++row) rows.insert(rows.end(), static_cast<std::size_t>(row));
+  return rows;
+}
+
+}  // namespace
+
+RecordTable::RecordTable(QWidget* parent) : QTreeView(parent) {
+  setRootIsDecorated(false);
+  setItemsExpandable(false);
+  setExpandsOnDoubleClick(false);
+  setUniformRowHeights(true);
+  setAllColumnsShowFocus(true);
+  setAlternatingRowColors(true);
+  setSelectionMode(ExtendedSelection);
+  setSelectionBehavior(SelectRows);
+  setEditTriggers(NoEditTriggers);
+  setVerticalScrollMode(ScrollPerPixel);
+  setHorizontalScrollMode(ScrollPerPixel);
+  setContextMenuPolicy(Qt::CustomContextMenu);
+  setAcceptDrops(true);
+  setHeader(new RecordTableHeader(this));
+  setItemDelegate(new RecordTableDelegate(this));
+}
+
+void RecordTable::attach(TableView& table, std::vector<Column> columns, MovieFacts* facts) {
+  table_ = &table;
+  facts_ = facts;
+  model_ = new RecordTableModel(table, std::move(columns), facts, this);
+  // The new selection model begins with nothing selected, which is no wish of the user's.
+  mirroring_ = true;
+  setModel(model_);
+  setUpHeader();
+  tableObservation_ = table.observe([this] {
+    followStore();
+    queueSync();
+  });
+  if (facts != nullptr) factsObservation_ = facts->observe([this] { repaintLater(); });
+  followStore();
+  sync();
+}
+
+void RecordTable::setSecondLineKey(const QString& key) {
+  model_->setSecondLineKey(key.toStdString());
+  scheduleDelayedItemsLayout();
+}
+
+void RecordTable::setEmptyText(const QString& text) {
+  emptyText_ = text;
+  viewport()->update();
+}
+
+// --- The header ---
+
+void RecordTable::setUpHeader() {
+  QHeaderView& head = *header();
+  head.setStretchLastSection(false);
+  head.setSectionsMovable(false);
+  head.setSectionsClickable(true);
+  head.setMinimumSectionSize(kSymbolColumnWidth);
+  head.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  const QFontMetrics& metrics = fontMetrics();
+  for (int section = 0; section < head.count(); ++section) {
+    const Column& column = model_->column(section);
+    if (column.kind == Column::Kind::CheckBox || column.kind == Column::Kind::Trouble) {
+      head.setSectionResizeMode(section, QHeaderView::Fixed);
+      head.resizeSection(section, kSymbolColumnWidth);
+    } else if (column.sample.isEmpty()) {
+      head.setSectionResizeMode(section, QHeaderView::Stretch);
+    } else {
+      const int title = column.sortable ? metrics.horizontalAdvance(column.title) + kSortArrowRoom : 0;
+      head.setSectionResizeMode(section, QHeaderView::Interactive);
+      head.resizeSection(section, std::max(metrics.horizontalAdvance(column.sample), title) + kCellMargins);
+    }
+  }
+  connect(&head, &QHeaderView::sectionClicked, this, &RecordTable::sortBy);
+}
+
+void RecordTable::sortBy(int section) {
+  ArrayController* const list = table_->contentController();
+  const Column& column = model_->column(section);
+  if (list == nullptr || !column.sortable) return;
+  // What one looks for first comes first: A, but the newest, the largest, and what is checked.
+  const bool isText = column.kind == Column::Kind::Title || column.kind == Column::Kind::Text;
+  SortDescriptor order{column.key, isText, column.sortsStored};
+  const auto& now = list->sortDescriptors();
+  if (!now.empty() && now.front().key == column.key) order.ascending = !now.front().ascending;
+  list->setSortDescriptors({order});
+  showSortOrder();
+}
+
+void RecordTable::showSortOrder() {
+  const ArrayController* const list = table_->contentController();
+  int shown = -1;
+  Qt::SortOrder order = Qt::AscendingOrder;
+  if (list != nullptr && !list->sortDescriptors().empty()) {
+    const SortDescriptor& first = list->sortDescriptors().front();
+    for (int section = 0; section < header()->count(); ++section)
+      if (model_->column(section).sortable && model_->column(section).key == first.key) shown = section;
+    order = first.ascending ? Qt::AscendingOrder : Qt::DescendingOrder;
+  }
+  header()->setSortIndicatorShown(shown >= 0);
+  if (shown >= 0) header()->setSortIndicator(shown, order);
+}
+
+// --- Following the list ---
+
+// Values are told by the store as a whole: an observer for each of ten thousand records would cost more than
+// they are worth. At once, for the store may be another by the time the rows are taken over.
+void RecordTable::followStore() {
+  const ArrayController* const list = table_->contentController();
+  ManagedObjectContext* const context = list == nullptr ? nullptr : list->managedObjectContext();
+  if (context == observedContext_ && !model_->rows().empty()) return;
+  observedContext_ = context;
+  storeObservation_.cancel();
+  if (context == nullptr) return;
+  storeObservation_ = context->observeChanges([this](const ContextChange& change) {
+    if (change.kind == ContextChange::Kind::ValueChanged) repaintLater();
+  });
+}
+
+void RecordTable::repaintLater() {
+  if (repaintQueued_) return;
+  repaintQueued_ = true;
+  viewport()->update();
+}
+
+void RecordTable::queueSync() {
+  if (syncQueued_) return;
+  syncQueued_ = true;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        if (syncQueued_) sync();
+      },
+      Qt::QueuedConnection);
+}
+
+void RecordTable::sync() {
+  syncQueued_ = false;
+  const Scrolled before = scrolled();
+  mirroring_ = true;
+  const RecordTableModel::Change change = model_->sync();
+  const bool selectsOthers = mirrorSelection();
+  mirroring_ = false;
+  showSortOrder();
+  if (change != RecordTableModel::Change::None) keepInPlace(change, before);
+  if (selectsOthers) revealSelection();
+  viewport()->update();
+}
+
+RecordTable::Scrolled RecordTable::scrolled() const {
+  const auto [first, last] = visibleRows();
+  Scrolled place;
+  place.value = verticalScrollBar()->value();
+  if (first > last) return place;
+  const auto& rows = model_->rows();
+  place.visible.assign(rows.begin() + first, rows.begin() + last + 1);
+  place.offset = visualRect(model_->index(first, 0)).top();
+  place.showsSelection = isSelectionVisible();
+  return place;
+}
+
+// Rows that come or go elsewhere leave what is in sight where it is. Sorted anew, the list stays where it was
+// scrolled to, or where the selected row went.
+void RecordTable::keepInPlace(RecordTableModel::Change change, const Scrolled& before) {
+  executeDelayedItemsLayout();
+  QScrollBar& bar = *verticalScrollBar();
+  if (change == RecordTableModel::Change::Reordered) {
+    bar.setValue(before.value);
+    if (before.showsSelection) revealSelection();
+    return;
+  }
+  const auto& rows = model_->rows();
+  int offset = before.offset;
+  for (ManagedObject* record : before.visible) {
+    const auto found = std::find(rows.begin(), rows.end(), record);
+    if (found != rows.end()) {
+      const int top = visualRect(model_->index(static_cast<int>(found - rows.begin()), 0)).top();
+      // A list at its beginning stays there: what comes on top is to be seen.
+      if (before.value > 0) bar.setValue(bar.value() + top - offset);
+      return;
+    }
+    offset = std::min(offset, 0);
+  }
+  bar.setValue(before.visible.empty() ? before.value : 0);
+}
+
+std::pair<int, int> RecordTable::visibleRows() const {
+  if (model_ == nullptr || model_->rowCount() == 0) return {0, -1};
+  const QModelIndex first = indexAt(QPoint(0, 0));
+  const QModelIndex last = indexAt(QPoint(0, viewport()->height() - 1));
+  return {first.isValid() ? first.row() : 0, last.isValid() ? last.row() : model_->rowCount() - 1};
+}
+
+// --- The selection ---
+
+// Whether other records than before are selected.
+bool RecordTable::mirrorSelection() {
+  const IndexSet rows = table_->selectedRowIndexes();
+  if (rowsOf(selectionModel()->selection()) != rows) {
+    selectionModel()->select(selectionOf(rows, *model_), QItemSelectionModel::ClearAndSelect);
+    const bool keepsCurrent =
+        currentIndex().isValid() && rows.contains(static_cast<std::size_t>(currentIndex().row()));
+    if (!rows.empty() && !keepsCurrent) {
+      selectionModel()->setCurrentIndex(model_->index(static_cast<int>(*rows.begin()), model_->titleColumn()),
+                                        QItemSelectionModel::NoUpdate);
+    }
+  }
+  std::vector<ManagedObject*> selected;
+  for (const std::size_t row : rows)
+    if (row < model_->rows().size()) selected.push_back(model_->rows()[row]);
+  std::sort(selected.begin(), selected.end());
+  return std::exchange(selected_, selected) != selected && !selected.empty();
+}
+
+void RecordTable::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QTreeView::selectionChanged(selected, deselected);
+  if (!mirroring_ && table_ != nullptr) pushSelection();
+}
+
+void RecordTable::pushSelection() {
+  const IndexSet rows = rowsOf(selectionModel()->selection());
+  if (rows == table_->selectedRowIndexes()) return;
+  table_->selectRowIndexes(rows);
+  // The user sees the row that was chosen: it need not be scrolled to.
+  if (rows == table_->selectedRowIndexes()) {
+    selected_.clear();
+    for (const std::size_t row : rows) selected_.push_back(model_->rows()[row]);
+    std::sort(selected_.begin(), selected_.end());
+  }
+  queueSync();
+}
+
+bool RecordTable::isSelectionVisible() const {
+  const auto [first, last] = visibleRows();
+  for (const QItemSelectionRange& range : selectionModel()->selection())
+    if (range.top() <= last && range.bottom() >= first) return true;
+  return false;
+}
+
+void RecordTable::revealSelection() {
+  const IndexSet rows = table_->selectedRowIndexes();
+  if (rows.empty()) return;
+  executeDelayedItemsLayout();
+  if (rows.size() > 1 && isSelectionVisible()) return;
+  scrollTo(model_->index(static_cast<int>(*rows.begin()), model_->titleColumn()));
+}
+
+void RecordTable::selectRow(int row) {
+  const QModelIndex index = model_->index(row, model_->titleColumn());
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+// --- Keys and clicks ---
+
+// The rows under an event are to be those of the list.
+bool RecordTable::viewportEvent(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::ContextMenu:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+      if (syncQueued_) sync();
+      break;
+    default:
+      break;
+  }
+  return QTreeView::viewportEvent(event);
+}
+
+void RecordTable::keyPressEvent(QKeyEvent* event) {
+  if (syncQueued_) sync();
+  const bool opens = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (opens && event->modifiers().testFlags(Qt::NoModifier) && !selectionModel()->selection().isEmpty()) {
+    emit recordOpened();
+  } else if (event->key() != Qt::Key_Backspace || !passToTable(*event)) {
+    QTreeView::keyPressEvent(event);
+  }
+}
+
+bool RecordTable::passToTable(const QKeyEvent& event) {
+  return table_ != nullptr && table_->keyDown({kDeleteCharacter, modifiersOf(event)});
+}
+
+// The base class looks in the first column. One letter again and again goes from title to title.
+void RecordTable::keyboardSearch(const QString& search) {
+  const int count = model_ == nullptr ? 0 : model_->rowCount();
+  const bool goesOn =
+      sinceSearch_.isValid() && sinceSearch_.elapsed() < QApplication::keyboardInputInterval();
+  if (search.isEmpty()) {
+    searched_.clear();
+    return;
+  }
+  if (!goesOn) searched_.clear();
+  if (count == 0 || (searched_.isEmpty() && search.trimmed().isEmpty())) return;
+  sinceSearch_.start();
+  const bool repeats = !searched_.isEmpty() && searched_ == search;
+  if (!repeats) searched_ += search;
+  const int current = currentIndex().isValid() ? currentIndex().row() : -1;
+  const int start = searched_.size() > 1 ? std::max(current, 0) : current + 1;
+  for (int step = 0; step < count; ++step) {
+    const int row = (start + step) % count;
+    const QString title = model_->index(row, model_->titleColumn()).data().toString();
+    if (!title.startsWith(searched_, Qt::CaseInsensitive)) continue;
+    selectRow(row);
+    return;
+  }
+}
+
+QModelIndex RecordTable::checkBoxAt(const QPoint& position) const {
+  const QModelIndex index = indexAt(position);
+  return index.isValid() && model_->column(index.column()).kind == Column::Kind::CheckBox ? index
+                                                                                          : QModelIndex();
+}
+
+// A click on a check box is for that box alone and leaves the selection as it is.
+void RecordTable::mousePressEvent(QMouseEvent* event) {
+  pressedCheckBox_ = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier
+                         ? checkBoxAt(event->pos())
+                         : QModelIndex();
+  if (!pressedCheckBox_.isValid()) QTreeView::mousePressEvent(event);
+}
+
+void RecordTable::mouseMoveEvent(QMouseEvent* event) {
+  if (!pressedCheckBox_.isValid()) QTreeView::mouseMoveEvent(event);
+}
+
+void RecordTable::mouseReleaseEvent(QMouseEvent* event) {
+  if (!pressedCheckBox_.isValid()) {
+    QTreeView::mouseReleaseEvent(event);
+    return;
+  }
+  const QModelIndex pressed = std::exchange(pressedCheckBox_, QPersistentModelIndex());
+  if (checkBoxAt(event->pos()) != pressed) return;
+  const bool isOn = pressed.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+  model_->setData(pressed, isOn ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+}
+
+void RecordTable::mouseDoubleClickEvent(QMouseEvent* event) {
+  // The second click of two quick ones on a check box.
+  if (checkBoxAt(event->pos()).isValid()) {
+    mousePressEvent(event);
+    return;
+  }
+  QTreeView::mouseDoubleClickEvent(event);
+  if (event->button() == Qt::LeftButton && indexAt(event->pos()).isValid()) emit recordOpened();
+}
+
+bool RecordTable::event(QEvent* event) {
+  // The user may have put a file back in another program.
+  if (event->type() == QEvent::WindowActivate && facts_ != nullptr) {
+    facts_->forgetTroubles();
+    repaintLater();
+  }
+  return QTreeView::event(event);
+}
+
+}  // namespace clipwave

@@ -1,0 +1,191 @@
+#include "desktop/ValueMirrors.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QTimeZone>
+#include <algorithm>
+
+#include "desktop/DateField.h"
+#include "desktop/SymbolicIcon.h"
+#include "desktop/Text.h"
+#include "platform/coredata/ManagedObjectContext.h"
+
+namespace clipwave {
+
+namespace {
+
+QTimeZone zoneNamed(const Value& name) {
+  const QTimeZone zone(QByteArray(std::string(name.stringValue()).c_str()));
+  return zone.isValid() ? zone : QTimeZone::systemTimeZone();
+}
+
+}  // namespace
+
+void storeChoice(ArrayController& controller, const std::string& key, const Value& value,
+                 const std::string& undoName, const std::function<void(const Error&)>& presentError) {
+  ManagedObjectContext* context = controller.managedObjectContext();
+  if (context == nullptr) return;
+  const Validation answer = controller.selection().commitValue(key, value);
+  context->undoManager().setActionName(undoName);
+  if (!answer.valid && answer.error && presentError) presentError(*answer.error);
+}
+
+CheckMirror::CheckMirror(QCheckBox& widget, ArrayController& controller, std::string key,
+                         std::function<void(bool)> store)
+    : QObject(&widget),
+      widget_(widget),
+      controller_(controller),
+      key_(key),
+      selected_(controller, std::move(key), [this] { refresh(); }) {
+  connect(&widget, &QCheckBox::clicked, this, [this, store = std::move(store)] {
+    store(widget_.checkState() != Qt::Unchecked);
+    refresh();
+  });
+  refresh();
+}
+
+void CheckMirror::refresh() {
+  const QSignalBlocker silent(&widget_);
+  const bool isMixed = controller_.selection().state(key_) == Selection::State::MultipleValues;
+  // Only the program makes a check partial.
+  widget_.setTristate(isMixed);
+  if (isMixed) {
+    widget_.setCheckState(Qt::PartiallyChecked);
+  } else {
+    widget_.setChecked(selected_.value().boolValue());
+  }
+}
+
+ChoiceMirror::ChoiceMirror(QComboBox& widget, ArrayController& controller, std::string key,
+                           std::function<void(const std::string&)> store)
+    : QObject(&widget), widget_(widget), selected_(controller, std::move(key), [this] {
+        widget_.setCurrentIndex(widget_.findText(toQString(selected_.value().stringValue())));
+      }) {
+  connect(&widget, &QComboBox::textActivated, this,
+          [store = std::move(store)](const QString& text) { store(toText(text)); });
+  widget_.setCurrentIndex(widget_.findText(toQString(selected_.value().stringValue())));
+}
+
+DateMirror::DateMirror(DateField& widget, ArrayController& controller, std::string key, std::string zoneKey,
+                       std::function<void(const Value&)> store)
+    : QObject(&widget),
+      widget_(widget),
+      controller_(controller),
+      store_(std::move(store)),
+      selected_(controller, std::move(key), [this] { refresh(); }) {
+  if (!zoneKey.empty())
+    zone_ = std::make_unique<SelectedValue>(controller, std::move(zoneKey), [this] { refresh(); });
+  connect(&widget, &DateField::editingBegan, this, [this] {
+    if (std::exchange(isEditing_, true)) return;
+    controller_.objectDidBeginEditing(*this);
+  });
+  connect(&widget, &DateField::editingEnded, this, [this] { commitEditing(); });
+  refresh();
+}
+
+DateMirror::~DateMirror() {
+  if (isEditing_) controller_.objectDidEndEditing(*this);
+}
+
+bool DateMirror::commitEditing() {
+  if (!isEditing_) return true;
+  const std::optional<QDateTime> date = widget_.dateTime();
+  endEditing();
+  store_(date ? Value(Date{date->toMSecsSinceEpoch() * 1000}) : Value());
+  refresh();
+  return true;
+}
+
+void DateMirror::discardEditing() {
+  if (!isEditing_) return;
+  endEditing();
+  refresh();
+}
+
+void DateMirror::endEditing() {
+  isEditing_ = false;
+  controller_.objectDidEndEditing(*this);
+}
+
+void DateMirror::refresh() {
+  if (isEditing_) return;
+  const std::optional<Date> date = selected_.value().dateValue();
+  const QTimeZone zone = zone_ ? zoneNamed(zone_->value()) : QTimeZone::systemTimeZone();
+  widget_.setDateTime(date ? std::optional(QDateTime::fromMSecsSinceEpoch(date->microseconds / 1000, zone))
+                           : std::nullopt);
+}
+
+LabelMirror::LabelMirror(QLabel& widget, ArrayController& controller, std::string key)
+    : QObject(&widget),
+      widget_(widget),
+      controller_(controller),
+      key_(std::move(key)),
+      selected_(controller, key_, [this] {
+        const bool differs = controller_.selection().state(key_) == Selection::State::MultipleValues;
+        widget_.setText(differs ? QStringLiteral("…") : toQString(selected_.value().stringValue()));
+      }) {
+  widget_.setTextFormat(Qt::PlainText);
+  widget_.setText(toQString(selected_.value().stringValue()));
+}
+
+ImageMirror::ImageMirror(QLabel& widget, ArrayController& controller, std::string key)
+    : QObject(&widget), widget_(widget), selected_(controller, std::move(key), [this] { refresh(); }) {
+  refresh();
+}
+
+void ImageMirror::refresh() {
+  const QIcon image = imageNamed(toQString(selected_.value().stringValue()));
+  widget_.setPixmap(image.pixmap(widget_.maximumSize(), widget_.devicePixelRatioF()));
+}
+
+EnabledMirror::EnabledMirror(QObject& owner, ArrayController& controller, const std::string& enabledKey,
+                             std::function<void(bool)> setEnabled)
+    : QObject(&owner), selected_(controller, enabledKey, [this, enabledKey, setEnabled] {
+        setEnabled(selected_.hasSelection() && (enabledKey.empty() || selected_.value().boolValue()));
+      }) {
+  setEnabled(selected_.hasSelection() && (enabledKey.empty() || selected_.value().boolValue()));
+}
+
+ImagePicker::ImagePicker(QComboBox& widget, ArrayController& channels, ArrayController& images)
+    : QObject(&widget),
+      widget_(widget),
+      channels_(channels),
+      images_(images),
+      selected_(channels, "image", [this] { refresh(); }),
+      imagesObservation_(images.observeArrangedObjects([this] { refresh(); })) {
+  connect(&widget, &QComboBox::activated, this, [this](int index) { choose(index); });
+  if (ManagedObjectContext* context = images.managedObjectContext())
+    contextObservation_ = context->observeChanges([this](const ContextChange& change) {
+      if (change.kind == ContextChange::Kind::ValueChanged &&
+          &change.object->entity() == images_.managedObjectContext()->managedObjectModel().entity("Image"))
+        refresh();
+    });
+  refresh();
+}
+
+void ImagePicker::refresh() {
+  const QSignalBlocker silent(&widget_);
+  widget_.clear();
+  widget_.addItem(tr("No artwork"));
+  offered_ = images_.arrangedObjects();
+  for (ManagedObject* image : offered_) {
+    const QString title = toQString(image->value("title").stringValue());
+    widget_.addItem(title.isEmpty() ? tr("Untitled") : title);
+  }
+  ManagedObject* current = selected_.value().recordValue();
+  const auto place = std::find(offered_.begin(), offered_.end(), current);
+  widget_.setCurrentIndex(place == offered_.end() ? 0 : static_cast<int>(place - offered_.begin()) + 1);
+  widget_.setEnabled(selected_.hasSelection());
+}
+
+void ImagePicker::choose(int index) {
+  const auto& images = images_.arrangedObjects();
+  ManagedObject* image = index > 0 && static_cast<std::size_t>(index) <= images.size()
+                             ? images[static_cast<std::size_t>(index) - 1]
+                             : nullptr;
+  storeChoice(channels_, "image", image, toText(tr("Change of Artwork")), {});
+}
+
+}  // namespace clipwave
