@@ -42,9 +42,6 @@ class AllowedFilesOnly final : public QSortFilterProxyModel {
     return pathExtension(name).empty() && isAllowed_(files->filePath(index));
   }
   // The order is the file system model's, which knows sizes and dates.
-  bool lessThan(const QModelIndex& left, const QModelIndex& right) const override {
-    return left.row() < right.row();
-  }
   void sort(int column, Qt::SortOrder order) override { sourceModel()->sort(column, order); }
 
  private:

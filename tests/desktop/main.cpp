@@ -1,5 +1,6 @@
 // Runs the tests of the desktop shell: without a display, with a home folder and settings of their own.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QApplication>
 
@@ -10,6 +11,7 @@ int main(int argc, char** argv) {
   qputenv("HOME", home.path().c_str());
   for (const char* folder : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "XDG_CACHE_HOME"})
     qputenv(folder, home.makeFolder(folder).c_str());
+  ::chmod(qgetenv("XDG_RUNTIME_DIR").constData(), 0700);
   qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
   if (!qEnvironmentVariableIsSet("CLIPWAVE_TEST_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   ::testing::InitGoogleTest(&argc, argv);
