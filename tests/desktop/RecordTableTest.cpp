@@ -14,6 +14,7 @@ using namespace testing;
 constexpr int kPublish = 0;
 constexpr int kTitle = 2;
 constexpr int kSize = 5;
+constexpr int kTrouble = 6;
 
 class RecordTableTest : public TableWindow {
  protected:
@@ -102,6 +103,8 @@ TEST_F(RecordTableTest, AHeaderSortsBothWaysByWhatIsStoredAndNothingSortsByItsel
   EXPECT_THAT(titlesAfterClickOn(kTitle), ElementsAre("a", "b", "c"));
   EXPECT_THAT(titlesAfterClickOn(kTitle), ElementsAre("c", "b", "a"));
   EXPECT_EQ(episodeTable_.header()->sortIndicatorOrder(), Qt::DescendingOrder);
+  EXPECT_THAT(titlesAfterClickOn(kTrouble), ElementsAre("c", "b", "a"));
+  EXPECT_EQ(episodeTable_.header()->sortIndicatorSection(), kTitle);
   episode(0).setValue("vcTitle", "0");
   turn();
   EXPECT_EQ(text(episodeTable_, 0, kTitle), "0");
