@@ -9,7 +9,8 @@
 namespace clipwave {
 namespace {
 
-constexpr int kSymbolColumnWidth = 32;
+constexpr int kSymbolColumnWidth = 28;
+constexpr int kLeastTitle = 16;  // average characters
 constexpr int kCellMargins = 16;
 constexpr int kSortArrowRoom = 12;
 
@@ -108,6 +109,32 @@ void RecordTable::setUpHeader() {
     }
   }
   connect(&head, &QHeaderView::sectionClicked, this, &RecordTable::sortBy);
+  showColumnsThatFit();
+}
+
+// A narrow table keeps its titles readable: the sizes go first, then the durations.
+void RecordTable::showColumnsThatFit() {
+  QHeaderView& head = *header();
+  std::vector<int> optional;
+  for (const Column::Kind kind : {Column::Kind::Duration, Column::Kind::FileSize})
+    for (int section = 0; section < head.count(); ++section)
+      if (model_->column(section).kind == kind) optional.push_back(section);
+  for (const int section : optional) head.setSectionHidden(section, true);
+  int room = viewport()->width() - kLeastTitle * fontMetrics().averageCharWidth();
+  for (int section = 0; section < head.count(); ++section)
+    if (head.sectionResizeMode(section) != QHeaderView::Stretch) room -= head.sectionSize(section);
+  for (const int section : optional) {
+    head.setSectionHidden(section, false);
+    room -= head.sectionSize(section);
+    if (room >= 0) continue;
+    head.setSectionHidden(section, true);
+    return;
+  }
+}
+
+void RecordTable::resizeEvent(QResizeEvent* event) {
+  QTreeView::resizeEvent(event);
+  if (model_ != nullptr) showColumnsThatFit();
 }
 
 void RecordTable::sortBy(int section) {

@@ -216,6 +216,15 @@ TEST_F(RecordTableTest, ADropOnChannelsIsOnARowOrBetweenRows) {
   EXPECT_EQ(window_.channelTableView.dropRow(), -1);
 }
 
+TEST_F(RecordTableTest, ANarrowTableGivesUpSizesThenDurationsForItsTitles) {
+  for (const auto& [width, shown] : {std::pair(600, 7), {400, 6}, {250, 5}, {600, 7}}) {
+    episodeTable_.resize(width, 240);
+    turn();
+    EXPECT_EQ(7 - episodeTable_.header()->hiddenSectionCount(), shown) << width;
+    EXPECT_EQ(episodeTable_.isColumnHidden(kSize), shown < 7) << width;
+  }
+}
+
 TEST(ListText, ReadsAsPeopleWriteIt) {
   const QLocale english(QLocale::English, QLocale::UnitedKingdom);
   EXPECT_EQ(dayText(Date::fromSeconds(1'795'348'800), english), "22 Nov 2026");
