@@ -44,6 +44,7 @@ class RecordTable final : public QTreeView {
   void paintEvent(QPaintEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
   bool event(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dragMoveEvent(QDragMoveEvent* event) override;
   void dragLeaveEvent(QDragLeaveEvent* event) override;
@@ -67,6 +68,7 @@ class RecordTable final : public QTreeView {
   };
 
   void setUpHeader();
+  void showColumnsThatFit();
   void sortBy(int section);
   void showSortOrder();
   void queueSync();

@@ -14,6 +14,7 @@ using namespace testing;
 constexpr int kPublish = 0;
 constexpr int kTitle = 2;
 constexpr int kSize = 5;
+constexpr int kTrouble = 6;
 
 class RecordTableTest : public TableWindow {
  protected:
@@ -102,6 +103,8 @@ TEST_F(RecordTableTest, AHeaderSortsBothWaysByWhatIsStoredAndNothingSortsByItsel
   EXPECT_THAT(titlesAfterClickOn(kTitle), ElementsAre("a", "b", "c"));
   EXPECT_THAT(titlesAfterClickOn(kTitle), ElementsAre("c", "b", "a"));
   EXPECT_EQ(episodeTable_.header()->sortIndicatorOrder(), Qt::DescendingOrder);
+  EXPECT_THAT(titlesAfterClickOn(kTrouble), ElementsAre("c", "b", "a"));
+  EXPECT_EQ(episodeTable_.header()->sortIndicatorSection(), kTitle);
   episode(0).setValue("vcTitle", "0");
   turn();
   EXPECT_EQ(text(episodeTable_, 0, kTitle), "0");
@@ -211,6 +214,15 @@ TEST_F(RecordTableTest, ADropOnChannelsIsOnARowOrBetweenRows) {
   QDragLeaveEvent leave;
   QCoreApplication::sendEvent(channelTable_.viewport(), &leave);
   EXPECT_EQ(window_.channelTableView.dropRow(), -1);
+}
+
+TEST_F(RecordTableTest, ANarrowTableGivesUpSizesThenDurationsForItsTitles) {
+  for (const auto& [width, shown] : {std::pair(600, 7), {400, 6}, {250, 5}, {600, 7}}) {
+    episodeTable_.resize(width, 240);
+    turn();
+    EXPECT_EQ(7 - episodeTable_.header()->hiddenSectionCount(), shown) << width;
+    EXPECT_EQ(episodeTable_.isColumnHidden(kSize), shown < 7) << width;
+  }
 }
 
 TEST(ListText, ReadsAsPeopleWriteIt) {
