@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QScrollBar>
 #include <algorithm>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <thread>
@@ -31,6 +32,20 @@ class SlowMovies final : public MovieOpener {
   }
 };
 
+// What a turn took on the clock, and what of it this thread worked: the rest went to whoever else was
+// running.
+struct Turn {
+  double passed = 0;
+  double worked = 0;
+};
+using Turns = std::vector<Turn>;
+
+double secondsWorked() {
+  timespec time{};
+  ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
 // The window's two lists over the real program.
 class Lists {
  public:
@@ -50,16 +65,18 @@ class Lists {
   MainInterface& interface() { return bench.program().interface(); }
   RecordTable& episodes() { return episodes_; }
 
-  // One turn: what is done, then what the two loops have for it. Answers its seconds.
-  double turn(const std::function<void()>& function = {}) {
-    return secondsOf([&] {
+  // One turn: what is done, then what the two loops have for it.
+  Turn turn(const std::function<void()>& function = {}) {
+    const double before = secondsWorked();
+    const double passed = secondsOf([&] {
       if (function) function();
       bench.runLoop().runOnce(Seconds(0));
       QCoreApplication::processEvents();
     });
+    return {passed, secondsWorked() - before};
   }
   // The turn of an action and those that follow from it.
-  void act(std::vector<double>& turns, const std::function<void()>& function) {
+  void act(Turns& turns, const std::function<void()>& function) {
     turns.push_back(turn(function));
     for (int i = 0; i < 3; ++i) turns.push_back(turn());
   }
@@ -88,16 +105,23 @@ void fill(Lists& lists, const char* title, int count, bool withMovies, const std
   }
 }
 
-void reportTurns(const char* what, const std::vector<double>& turns) {
+void reportTurns(const char* what, const Turns& turns) {
+  std::vector<double> passed;
+  std::vector<double> worked;
+  for (const Turn& turn : turns) {
+    passed.push_back(turn.passed * 1e3);
+    worked.push_back(turn.worked * 1e3);
+  }
   std::printf(
-      "%-58s %6zu turns   median %6.2f ms   99th percentile %6.2f ms   maximum %6.2f ms   (aim <= 16)\n",
-      what, turns.size(), median(turns) * 1e3, percentile(turns, 0.99) * 1e3,
-      *std::ranges::max_element(turns) * 1e3);
+      "%-58s %6zu turns   99th percentile %6.2f ms, of it worked %6.2f ms   maximum %6.2f ms, %6.2f ms   "
+      "(aim <= 16)\n",
+      what, turns.size(), percentile(passed, 0.99), percentile(worked, 0.99),
+      *std::ranges::max_element(passed), *std::ranges::max_element(worked));
   std::fflush(stdout);
 }
 
 void selecting(Lists& lists, std::size_t longList, std::size_t other) {
-  std::vector<double> turns;
+  Turns turns;
   for (int round = 0; round < kRounds; ++round) {
     lists.act(turns, [&] { lists.interface().channelTableView.selectRowIndexes({other}); });
     lists.act(turns, [&] { lists.interface().channelTableView.selectRowIndexes({longList}); });
@@ -106,7 +130,7 @@ void selecting(Lists& lists, std::size_t longList, std::size_t other) {
 }
 
 void scrolling(Lists& lists, const char* what) {
-  std::vector<double> turns;
+  Turns turns;
   QScrollBar& bar = *lists.episodes().verticalScrollBar();
   bar.setValue(0);
   while (bar.value() < bar.maximum()) {
@@ -125,7 +149,7 @@ void sorting(Lists& lists) {
   for (std::size_t section = 0; section < columns.size(); ++section) {
     const Column& column = columns[section];
     if (!column.sortable) continue;
-    std::vector<double> turns;
+    Turns turns;
     for (int round = 0; round < kRounds; ++round) {
       lists.act(turns, [&] { emit lists.episodes().header()->sectionClicked(static_cast<int>(section)); });
     }
@@ -134,7 +158,7 @@ void sorting(Lists& lists) {
 }
 
 void inserting(Lists& lists) {
-  std::vector<double> turns;
+  Turns turns;
   ArrayController& list = lists.interface().vodcastController;
   for (int i = 0; i < kEpisodes; ++i) turns.push_back(lists.turn([&] { list.add(); }));
   reportTurns("10,000 episodes more, one in each turn", turns);
