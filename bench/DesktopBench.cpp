@@ -23,12 +23,15 @@ constexpr int kRounds = 20;
 // A movie that takes as long to open as one on a slow disk, and is never the file that is there.
 class SlowMovies final : public MovieOpener {
  public:
-  std::shared_ptr<Movie> movieWithPath(std::string_view) override {
+  std::shared_ptr<Movie> movieWithPath(std::string_view path) override {
     struct Opened final : Movie {
+      explicit Opened(std::string_view openedPath) : place(openedPath) {}
+      std::string_view path() const override { return place; }
       double duration() const override { return 751; }
+      std::string place;
     };
     std::this_thread::sleep_for(std::chrono::milliseconds(3));
-    return std::make_shared<Opened>();
+    return std::make_shared<Opened>(path);
   }
 };
 
