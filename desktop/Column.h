@@ -18,13 +18,12 @@ struct Column {
     Count,   // of the records in a to-many relationship
     Trouble  // a mark where the movie cannot be shown, with its reason
   };
-  enum class Symbol { None, Publish, Copy, Warning };
 
   Kind kind;
   std::string key;
   // Where the header has no room for it, the tooltip and the accessible name.
   QString title;
-  Symbol symbol = Symbol::None;
+  QString symbol = {};  // the image in the header; none: the title
   // Whether a click on the header sorts by the key, and whether only by what is stored for it.
   bool sortable = true;
   bool sortsStored = false;

@@ -22,6 +22,7 @@ DateField::DateField(QWidget* parent)
   edit_->setCalendarPopup(true);
   edit_->setDisplayFormat(QStringLiteral("d MMM yyyy  HH:mm:ss"));
   edit_->setMinimumDate(QDate(1, 1, 1));
+  edit_->setSpecialValueText(QStringLiteral(" "));
   edit_->setMaximumDate(QDate(9999, 12, 31));
   setFocusProxy(edit_);
   edit_->installEventFilter(this);
@@ -50,6 +51,8 @@ void DateField::setDateTime(const std::optional<QDateTime>& dateTime) {
   if (dateTime) {
     zone_ = dateTime->timeZone();
     edit_->setDateTime(QDateTime(dateTime->date(), dateTime->time(), Qt::UTC));
+  } else {
+    edit_->setDateTime(edit_->minimumDateTime());
   }
 }
 

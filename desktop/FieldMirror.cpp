@@ -66,8 +66,9 @@ void FieldMirror::showText(const QString& text) {
   const QSignalBlocker silent(&widget_);
   if (auto* line = qobject_cast<QLineEdit*>(&widget_)) {
     line->setText(text);
-    // A long text is read from its beginning.
+    // A long text is read from its beginning; one that came while the cursor stood here is typed over.
     line->setCursorPosition(0);
+    if (line->hasFocus()) line->selectAll();
   } else if (auto* edit = qobject_cast<QPlainTextEdit*>(&widget_)) {
     edit->setPlainText(text);
   } else if (auto* combo = qobject_cast<QComboBox*>(&widget_)) {

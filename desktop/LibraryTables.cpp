@@ -8,7 +8,6 @@ namespace clipwave {
 namespace {
 
 using Kind = Column::Kind;
-using Symbol = Column::Symbol;
 
 QString tr(const char* text) {
   return QCoreApplication::translate("LibraryTables", text);
@@ -18,7 +17,7 @@ Column publishColumn() {
   return {.kind = Kind::CheckBox,
           .key = "vcPublish",
           .title = tr("Publish"),
-          .symbol = Symbol::Publish,
+          .symbol = QStringLiteral("in-feed"),
           .actionName = tr("Publish")};
 }
 
@@ -32,7 +31,7 @@ std::vector<Column> episodeColumns() {
           {.kind = Kind::CheckBox,
            .key = "vcCopy",
            .title = tr("Copy when publishing"),
-           .symbol = Symbol::Copy,
+           .symbol = QStringLiteral("copy-movie"),
            .actionName = tr("Copy")},
           {.kind = Kind::Title, .key = "vcTitle", .title = tr("Title")},
           {.kind = Kind::Day, .key = "vcPublishDate", .title = tr("Date"), .sample = day},
@@ -66,7 +65,7 @@ QString emptyEpisodeListText(const ArrayController& channels) {
     return tr("No channel is selected.\nDrop movies here to begin a new one.");
   if (channels.selectionIndexes().size() > 1)
     return tr("Several channels are selected.\nChoose one of them to see its episodes.");
-  return tr("No episodes yet.\nDrop movies here, or press Record.");
+  return tr("No episodes yet.\nDrop movies here, or choose them with Episodes…");
 }
 
 Observation followEmptyText(RecordTable& episodes, ArrayController& channels) {

@@ -7,7 +7,7 @@
 #include <QToolTip>
 
 #include "desktop/RecordTableModel.h"
-#include "desktop/Symbols.h"
+#include "desktop/SymbolicIcon.h"
 
 namespace clipwave {
 namespace {
@@ -41,6 +41,15 @@ int margin(const QStyleOptionViewItem& option) {
 
 void paintBackground(QPainter& painter, const QStyleOptionViewItem& option) {
   styleOf(option).drawPrimitive(QStyle::PE_PanelItemViewItem, &option, &painter, option.widget);
+}
+
+bool isDark(const QPalette& palette) {
+  return palette.color(QPalette::Base).lightness() < 128;
+}
+
+// Told from text, and calm, on light and on dark backgrounds.
+QColor warningColor(const QPalette& palette) {
+  return isDark(palette) ? QColor(0xF0, 0xB0, 0x50) : QColor(0xA8, 0x58, 0x00);
 }
 
 void paintCheckBox(QPainter& painter, const QStyleOptionViewItem& option) {
@@ -95,7 +104,7 @@ void paintTwoLines(QPainter& painter, const QStyleOptionViewItem& option, const 
 void paintTrouble(QPainter& painter, const QStyleOptionViewItem& option) {
   const QRect mark = QStyle::alignedRect(option.direction, Qt::AlignCenter, QSize(kMark, kMark), option.rect);
   const bool selected = option.state & QStyle::State_Selected;
-  drawSymbol(painter, Column::Symbol::Warning, mark,
+  paintImage(painter, QStringLiteral("trouble"), mark,
              selected ? option.palette.color(colorGroup(option), QPalette::HighlightedText)
                       : warningColor(option.palette));
 }

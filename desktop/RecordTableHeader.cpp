@@ -3,7 +3,7 @@
 #include <QPainter>
 
 #include "desktop/RecordTableModel.h"
-#include "desktop/Symbols.h"
+#include "desktop/SymbolicIcon.h"
 
 namespace clipwave {
 namespace {
@@ -19,11 +19,11 @@ void RecordTableHeader::paintSection(QPainter* painter, const QRect& rect, int s
   QHeaderView::paintSection(painter, rect, section);
   painter->restore();
   const auto* const table = qobject_cast<const RecordTableModel*>(model());
-  if (table == nullptr || table->column(section).symbol == Column::Symbol::None) return;
+  if (table == nullptr || table->column(section).symbol.isEmpty()) return;
   QRect symbol(0, 0, kSymbolSize, kSymbolSize);
   symbol.moveCenter(rect.center());
   if (isSortIndicatorShown() && sortIndicatorSection() == section) symbol.translate(-kRoomForArrow, 0);
-  drawSymbol(*painter, table->column(section).symbol, symbol, palette().color(QPalette::ButtonText));
+  paintImage(*painter, table->column(section).symbol, symbol, palette().color(QPalette::ButtonText));
 }
 
 }  // namespace clipwave

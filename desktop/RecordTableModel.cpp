@@ -192,8 +192,8 @@ QVariant RecordTableModel::foreground(const Column& shown, const ManagedObject& 
 QVariant RecordTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal) return {};
   const Column& shown = column(section);
-  const bool isNamed = shown.symbol == Column::Symbol::None && shown.kind != Column::Kind::Trouble &&
-                       shown.kind != Column::Kind::Count;
+  const bool isNamed =
+      shown.symbol.isEmpty() && shown.kind != Column::Kind::Trouble && shown.kind != Column::Kind::Count;
   switch (role) {
     case Qt::DisplayRole:
       return isNamed ? shown.title : QString();

@@ -23,19 +23,26 @@ QColor textColour(QIcon::Mode mode) {
   return palette.color(mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active, QPalette::ButtonText);
 }
 
+QByteArray contentOf(const QString& name) {
+  registerImages();
+  QFile file(QLatin1String(":/images/") + name + QLatin1String(".svg"));
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void render(QPainter& painter, QByteArray image, const QRectF& rect, const QColor& colour) {
+  QSvgRenderer renderer(image.replace(kColour, colour.name().toLatin1()));
+  renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+  renderer.render(&painter, rect);
+}
+
 class SVGIconEngine final : public QIconEngine {
  public:
   explicit SVGIconEngine(QByteArray image) : image_(std::move(image)) {}
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State /*state*/) override {
-    const bool isSymbol = image_.contains(kColour);
-    QByteArray coloured = image_;
-    if (isSymbol) coloured.replace(kColour, textColour(mode).name().toLatin1());
-    QSvgRenderer renderer(coloured);
-    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
     painter->save();
-    if (!isSymbol && mode == QIcon::Disabled) painter->setOpacity(0.4);
-    renderer.render(painter, rect);
+    if (!image_.contains(kColour) && mode == QIcon::Disabled) painter->setOpacity(0.4);
+    render(*painter, image_, rect, textColour(mode));
     painter->restore();
   }
 
@@ -56,10 +63,12 @@ class SVGIconEngine final : public QIconEngine {
 }  // namespace
 
 QIcon imageNamed(const QString& name) {
-  registerImages();
-  QFile file(QLatin1String(":/images/") + name + QLatin1String(".svg"));
-  if (!file.open(QIODevice::ReadOnly)) return {};
-  return QIcon(new SVGIconEngine(file.readAll()));
+  const QByteArray image = contentOf(name);
+  return image.isEmpty() ? QIcon() : QIcon(new SVGIconEngine(image));
+}
+
+void paintImage(QPainter& painter, const QString& name, const QRectF& rect, const QColor& colour) {
+  if (const QByteArray image = contentOf(name); !image.isEmpty()) render(painter, image, rect, colour);
 }
 
 }  // namespace clipwave

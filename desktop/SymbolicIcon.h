@@ -2,8 +2,12 @@
 // palette's colours.
 #pragma once
 
+#include <QColor>
 #include <QIcon>
+#include <QRectF>
 #include <QString>
+
+class QPainter;
 
 namespace clipwave {
 
@@ -11,5 +15,7 @@ namespace clipwave {
 // "currentColor" takes the colour that text has in the application's palette, also where that changes later:
 // normal, disabled or selected.
 QIcon imageNamed(const QString& name);
+// Draws that image into the rectangle, its "currentColor" being the one given. Nothing for an unknown name.
+void paintImage(QPainter& painter, const QString& name, const QRectF& rect, const QColor& colour);
 
 }  // namespace clipwave
