@@ -48,19 +48,33 @@ void WindowMirror::windowChanged() {
   if (window_.isVisible() != widget_.isVisible()) {
     if (window_.isVisible()) {
       widget_.show();
-      widget_.raise();
-      widget_.activateWindow();
     } else {
       widget_.hide();
       // What comes next may block: the window underneath has to be whole by then.
       if (QWidget* parent = widget_.parentWidget()) parent->window()->repaint();
     }
   }
+  if (window_.isKeyWindow() && !widget_.isActiveWindow()) bringToFront();
   if (window_.firstResponder() != shownResponder_) followFirstResponder();
+}
+
+void WindowMirror::bringToFront() {
+  // The newest window is in front anyway; not every display can raise one.
+  if (hasBeenActive_) widget_.raise();
+  widget_.activateWindow();
 }
 
 bool WindowMirror::eventFilter(QObject* object, QEvent* event) {
   if (object != &widget_) return false;
+  if (event->type() == QEvent::WindowActivate) {
+    hasBeenActive_ = true;
+    if (window_.isVisible()) window_.makeKeyAndOrderFront();
+    return false;
+  }
+  if (event->type() == QEvent::WindowDeactivate) {
+    window_.resignKeyWindow();
+    return false;
+  }
   const bool isEscape = event->type() == QEvent::KeyPress &&
                         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape &&
                         widget_.inherits("QDialog");

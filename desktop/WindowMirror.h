@@ -30,6 +30,7 @@ class WindowMirror final : public QObject {
 
  private:
   void windowChanged();
+  void bringToFront();
   void focusMoved(QWidget* now);
   void followFirstResponder();
   Responder* responderOf(QWidget* widget) const;
@@ -40,6 +41,7 @@ class WindowMirror final : public QObject {
   std::map<QWidget*, Responder*> responders_;
   std::map<Responder*, QWidget*> widgets_;
   Responder* shownResponder_;
+  bool hasBeenActive_ = false;
   Observation observation_;
 };
 

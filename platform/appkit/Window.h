@@ -25,6 +25,8 @@ class Window : public Element {
   bool isVisible() const { return visible_; }
   bool isKeyWindow() const { return key_; }
   void makeKeyAndOrderFront();
+  // Another window, or another application's, has the keyboard now.
+  void resignKeyWindow() { assign(key_, false); }
   void orderOut();
 
   // The sheet on this window, or none. Application begins and ends sheets.
