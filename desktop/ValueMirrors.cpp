@@ -141,7 +141,7 @@ void ImageMirror::refresh() {
 }
 
 EnabledMirror::EnabledMirror(QObject& owner, ArrayController& controller, const std::string& enabledKey,
-                             std::function<void(bool)> setEnabled)
+                             const std::function<void(bool)>& setEnabled)
     : QObject(&owner), selected_(controller, enabledKey, [this, enabledKey, setEnabled] {
         setEnabled(selected_.hasSelection() && (enabledKey.empty() || selected_.value().boolValue()));
       }) {

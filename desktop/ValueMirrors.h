@@ -112,7 +112,7 @@ class EnabledMirror final : public QObject {
   Q_OBJECT
  public:
   EnabledMirror(QObject& owner, ArrayController& controller, const std::string& enabledKey,
-                std::function<void(bool)> setEnabled);
+                const std::function<void(bool)>& setEnabled);
 
  private:
   SelectedValue selected_;

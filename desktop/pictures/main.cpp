@@ -112,6 +112,9 @@ void takeAll(DesktopProgram& desktop, Photographer& camera) {
   QApplication::setPalette(darkPalette());
   camera.settle(300);
   camera.take("main-dark");
+  camera.selectChannel(interface.channelController.arrangedObjects().size() - 1);
+  camera.take("main-simple-dark");
+  camera.selectChannel(0);
   QApplication::setPalette(QApplication::style()->standardPalette());
 
   interface.publishButton.performClick();

@@ -103,5 +103,24 @@ TEST(House, AnArrowThatRunsUpIsFound) {
     EXPECT_THAT(wrongIncludes(path, std::string("#include ") + header + "\n"), SizeIs(1)) << path;
 }
 
+// What the pattern's group caught, of every match.
+Names found(const std::string& text, const char* pattern) {
+  const std::regex expression(pattern);
+  Names names;
+  for (std::sregex_iterator match(text.begin(), text.end(), expression), end; match != end; ++match)
+    names.insert((*match)[1]);
+  return names;
+}
+
+TEST(House, TheDesktopEntryNamesEveryMovieTypeThatTheProgramTakes) {
+  const std::string root = CLIPWAVE_SOURCE_DIR;
+  const std::string entry = testing::readFile(root + "/packaging/clipwave.desktop");
+  const std::string types = entry.substr(entry.find("MimeType=") + 9);
+  const Names taken = found(testing::readFile(root + "/resources/Info.plist.in"),
+                            "<key>CFBundleTypeMIMETypes</key>\\s*<string>([^<]+)</string>");
+  EXPECT_GT(taken.size(), 10U);
+  EXPECT_EQ(found(types, "([^;\\s]+);"), taken);
+}
+
 }  // namespace
 }  // namespace clipwave
