@@ -85,7 +85,7 @@ bool DesktopProgram::start(const std::vector<std::string>& paths) {
   interface_->show();
   signals_ = std::make_unique<TerminationSignals>(*runLoop_, [this] { interface_->quit(); });
   if (instance_) {
-    instance_->setOnFiles([this](std::vector<std::string> files, const QByteArray& activationToken) {
+    instance_->setOnFiles([this](const std::vector<std::string>& files, const QByteArray& activationToken) {
       interface_->raise(activationToken);
       if (!files.empty()) program_->delegate().openFiles(files);
     });
