@@ -34,11 +34,7 @@ void storeChoice(ArrayController& controller, const std::string& key, const Valu
 
 CheckMirror::CheckMirror(QCheckBox& widget, ArrayController& controller, std::string key,
                          std::function<void(bool)> store)
-    : QObject(&widget),
-      widget_(widget),
-      controller_(controller),
-      key_(key),
-      selected_(controller, std::move(key), [this] { refresh(); }) {
+    : QObject(&widget), widget_(widget), selected_(controller, std::move(key), [this] { refresh(); }) {
   connect(&widget, &QCheckBox::clicked, this, [this, store = std::move(store)] {
     store(widget_.checkState() != Qt::Unchecked);
     refresh();
@@ -48,7 +44,7 @@ CheckMirror::CheckMirror(QCheckBox& widget, ArrayController& controller, std::st
 
 void CheckMirror::refresh() {
   const QSignalBlocker silent(&widget_);
-  const bool isMixed = controller_.selection().state(key_) == Selection::State::MultipleValues;
+  const bool isMixed = selected_.differs();
   // Only the program makes a check partial.
   widget_.setTristate(isMixed);
   if (isMixed) {
@@ -118,13 +114,9 @@ void DateMirror::refresh() {
 }
 
 LabelMirror::LabelMirror(QLabel& widget, ArrayController& controller, std::string key)
-    : QObject(&widget),
-      widget_(widget),
-      controller_(controller),
-      key_(std::move(key)),
-      selected_(controller, key_, [this] {
-        const bool differs = controller_.selection().state(key_) == Selection::State::MultipleValues;
-        widget_.setText(differs ? QStringLiteral("…") : toQString(selected_.value().stringValue()));
+    : QObject(&widget), widget_(widget), selected_(controller, std::move(key), [this] {
+        widget_.setText(selected_.differs() ? QStringLiteral("…")
+                                            : toQString(selected_.value().stringValue()));
       }) {
   widget_.setTextFormat(Qt::PlainText);
   widget_.setText(toQString(selected_.value().stringValue()));

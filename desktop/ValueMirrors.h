@@ -40,8 +40,6 @@ class CheckMirror final : public QObject {
   void refresh();
 
   QCheckBox& widget_;
-  ArrayController& controller_;
-  std::string key_;
   SelectedValue selected_;
 };
 
@@ -88,8 +86,6 @@ class LabelMirror final : public QObject {
 
  private:
   QLabel& widget_;
-  ArrayController& controller_;
-  std::string key_;
   SelectedValue selected_;
 };
 

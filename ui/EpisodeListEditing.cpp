@@ -59,8 +59,7 @@ void EpisodeListEditing::clearMovie() {
 }
 
 void EpisodeListEditing::toggleSelected(ArrayController& controller, std::string_view key) {
-  for (ManagedObject* record : controller.selectedObjects())
-    record->setValue(key, !record->value(key).boolValue());
+  controller.selection().changeValues(key, [](const Value& value) { return !value.boolValue(); });
 }
 
 void EpisodeListEditing::toggleSelectedOnCopyVodcasts() {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -36,8 +37,13 @@ class Selection {
   void setValue(std::string_view key, const Value& value);
   // A user's edit: validated and set record by record; stops at the first refusal and answers it.
   Validation commitValue(std::string_view key, const Value& value);
+  // Sets in every selected record, in selection order, what `next` makes of the value there. No validation.
+  void changeValues(std::string_view key, const std::function<Value(const Value&)>& next);
 
  private:
+  template <class Function>
+  void forEachInBulk(const Function& function);
+
   ArrayController& controller_;
 };
 
@@ -116,6 +122,11 @@ class ArrayController : public Editor {
   Observation observeSelectedObjects(std::function<void()> function) {
     return selectionObservers_.add(std::move(function));
   }
+  // Called after `key`, its own or through one that it depends on, changed in one of the selected records:
+  // those that observers of the selection were told of last.
+  Observation observeSelectedValue(std::string_view key, std::function<void()> function) {
+    return valueObservers_[std::string(key)].add(std::move(function));
+  }
   // Called after arrangedObjects() changed.
   Observation observeArrangedObjects(std::function<void()> function) {
     return arrangedObservers_.add(std::move(function));
@@ -146,6 +157,7 @@ class ArrayController : public Editor {
   bool waitsForMoreChanges() const;
   bool isUndoingOrRedoing() const;
   void contextChanged(const ContextChange& change);
+  void tellOfValue(const ContextChange& change);
   void takeOverChanges();
   void dropGoneRecords();
   void bringBackRecords();
@@ -195,6 +207,8 @@ class ArrayController : public Editor {
 
   std::vector<Editor*> editors_;
   Observers<> selectionObservers_;
+  std::map<std::string, Observers<>, std::less<>> valueObservers_;  // by key
+  std::unordered_set<const ManagedObject*> toldSelected_;           // only compared: the records may be gone
   Observers<> arrangedObservers_;
   Observers<> bulkChangeObservers_;
   Observation contextObservation_;

@@ -43,6 +43,7 @@ bool ArrayController::waitsForMoreChanges() const {
 void ArrayController::contextChanged(const ContextChange& change) {
   switch (change.kind) {
     case ContextChange::Kind::ValueChanged:
+      tellOfValue(change);
       // What this list does to the relationship itself it has in its content already.
       if (change.object != source_ || change.property != sourceProperty_ || ownChanges_ > 0) return;
       relationshipChanged_ = true;
@@ -60,6 +61,19 @@ void ArrayController::contextChanged(const ContextChange& change) {
       break;
   }
   settle();
+}
+
+// One place for all keys of all selected records: an observer in each record for each field of a window would
+// be half a million of them when ten thousand records are selected.
+void ArrayController::tellOfValue(const ContextChange& change) {
+  if (valueObservers_.empty() || !toldSelected_.contains(change.object)) return;
+  const EntityDescription& entity = change.object->entity();
+  const auto tell = [this, &entity](int property) {
+    const auto found = valueObservers_.find(entity.properties()[static_cast<std::size_t>(property)].name);
+    if (found != valueObservers_.end()) found->second.call();
+  };
+  tell(change.property);
+  for (const int dependent : entity.dependentsOf(change.property)) tell(dependent);
 }
 
 void ArrayController::takeOverChanges() {
@@ -190,8 +204,11 @@ void ArrayController::announce() {
   if (!unannounced_) return;
   const Unannounced before = std::move(*unannounced_);
   unannounced_.reset();
-  const bool selectionChanged = before.selected != selectedAsArranged();
+  const std::vector<ManagedObject*> selected = selectedAsArranged();
+  const bool selectionChanged = before.selected != selected;
   if (selectionChanged) {
+    toldSelected_.clear();
+    toldSelected_.insert(selected.begin(), selected.end());
     // Setters have committed what they could; what is pending still belongs to records that went.
     discardEditing();
     const std::vector<ArrayController*> details = details_;

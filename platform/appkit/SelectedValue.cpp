@@ -8,21 +8,40 @@ SelectedValue::SelectedValue(ArrayController& controller, std::string key, std::
     : controller_(controller),
       key_(std::move(key)),
       changed_(std::move(changed)),
-      selectionObservation_(controller.observeSelectedObjects([this] {
-        selectionChanged();
-        changed_();
-      })),
+      selectionObservation_(controller.observeSelectedObjects(changed_)),
+      valueObservation_(controller.observeSelectedValue(key_, [this] { valueChanged(); })),
       bulkChangeObservation_(controller.observeEndOfBulkChange([this] {
         if (isStale_) valueChanged();
-      })) {
-  selectionChanged();
+      })) {}
+
+Value SelectedValue::value() const {
+  if (!isOfMany()) return controller_.selection().value(key_);
+  return findCommon().value_or(Value());
 }
 
-void SelectedValue::selectionChanged() {
-  valueObservations_.clear();
-  for (ManagedObject* record : controller_.selectedObjects()) {
-    valueObservations_.push_back(record->observe(key_, [this] { valueChanged(); }));
+bool SelectedValue::differs() const {
+  if (!isOfMany()) return controller_.selection().state(key_) == Selection::State::MultipleValues;
+  return !findCommon();
+}
+
+bool SelectedValue::isOfMany() const {
+  return controller_.selectionIndexes().size() > kMany;
+}
+
+std::optional<Value> SelectedValue::findCommon() const {
+  const auto& records = controller_.arrangedObjects();
+  const auto valueOf = [this](ManagedObject& record) {
+    const PropertyDescription* property = record.entity().property(key_);
+    const bool isStored = property != nullptr && property->storage != Storage::Derived;
+    return isStored ? record.primitiveValue(key_) : record.value(key_);
+  };
+  std::optional<Value> common;
+  for (const std::size_t row : controller_.selectionIndexes()) {
+    const Value value = valueOf(*records[row]);
+    if (!common) common = value;
+    if (*common != value) return std::nullopt;
   }
+  return common;
 }
 
 void SelectedValue::valueChanged() {

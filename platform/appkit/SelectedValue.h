@@ -2,8 +2,8 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/appkit/ArrayController.h"
 
@@ -18,8 +18,13 @@ class SelectedValue {
   SelectedValue(const SelectedValue&) = delete;
   SelectedValue& operator=(const SelectedValue&) = delete;
 
-  // The value that all selected records share; absent for no selection or different values.
-  Value value() const { return controller_.selection().value(key_); }
+  // The value that all selected records share; absent for no selection or different values. Of more than
+  // kMany records it is what is stored: to find out anew what each of them says could take the opening of as
+  // many files.
+  Value value() const;
+  // Whether several records say different things.
+  bool differs() const;
+  static constexpr std::size_t kMany = 100;
   bool hasSelection() const { return !controller_.selectionIndexes().empty(); }
   // A user's edit, as Selection::commitValue.
   Validation commit(const Value& value) { return controller_.selection().commitValue(key_, value); }
@@ -27,16 +32,17 @@ class SelectedValue {
   void set(const Value& value) { controller_.selection().setValue(key_, value); }
 
  private:
-  void selectionChanged();
   void valueChanged();
+  bool isOfMany() const;
+  std::optional<Value> findCommon() const;  // none where they differ
 
   ArrayController& controller_;
   std::string key_;
   std::function<void()> changed_;
   bool isStale_ = false;  // something changed that was not told yet
   Observation selectionObservation_;
+  Observation valueObservation_;
   Observation bulkChangeObservation_;
-  std::vector<Observation> valueObservations_;  // of each selected record
 };
 
 }  // namespace clipwave

@@ -23,26 +23,36 @@ Selection::State Selection::state(std::string_view key) const {
   return State::SameValue;
 }
 
-void Selection::setValue(std::string_view key, const Value& value) {
+// What one record's change sets off may take another out of the list.
+template <class Function>
+void Selection::forEachInBulk(const Function& function) {
   ++controller_.bulkChanges_;
-  for (ManagedObject* record : controller_.selectedObjects()) {
-    // What one record's change sets off may take another out of the list.
-    if (controller_.current().members_.contains(record)) record->setValue(key, value);
-  }
+  for (ManagedObject* record : controller_.selectedObjects())
+    if (controller_.current().members_.contains(record) && !function(*record)) break;
   --controller_.bulkChanges_;
   controller_.endBulkChange();
 }
 
+void Selection::setValue(std::string_view key, const Value& value) {
+  forEachInBulk([&](ManagedObject& record) {
+    record.setValue(key, value);
+    return true;
+  });
+}
+
+void Selection::changeValues(std::string_view key, const std::function<Value(const Value&)>& next) {
+  forEachInBulk([&](ManagedObject& record) {
+    record.setValue(key, next(record.value(key)));
+    return true;
+  });
+}
+
 Validation Selection::commitValue(std::string_view key, const Value& value) {
   Validation answer = Validation::ok();
-  ++controller_.bulkChanges_;
-  for (ManagedObject* record : controller_.selectedObjects()) {
-    if (!controller_.current().members_.contains(record)) continue;
-    answer = record->commitValue(key, value);
-    if (!answer.valid) break;
-  }
-  --controller_.bulkChanges_;
-  controller_.endBulkChange();
+  forEachInBulk([&](ManagedObject& record) {
+    answer = record.commitValue(key, value);
+    return answer.valid;
+  });
   return answer;
 }
 
