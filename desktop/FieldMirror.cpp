@@ -17,6 +17,8 @@ FieldMirror::FieldMirror(QWidget& widget, TextField& field)
       observation_(field.observe([this] { fieldChanged(); })) {
   widget_.installEventFilter(this);
   connectKeystrokes();
+  const auto* edit = qobject_cast<QPlainTextEdit*>(&widget_);
+  placeholder_ = edit != nullptr ? edit->placeholderText() : lineEdit()->placeholderText();
   fieldChanged();
 }
 
@@ -47,13 +49,23 @@ void FieldMirror::connectKeystrokes() {
 }
 
 void FieldMirror::setPlaceholder(const QString& text) {
-  if (auto* line = qobject_cast<QLineEdit*>(&widget_)) {
-    line->setPlaceholderText(text);
-  } else if (auto* edit = qobject_cast<QPlainTextEdit*>(&widget_)) {
+  placeholder_ = text;
+  showPlaceholder();
+}
+
+void FieldMirror::showPlaceholder() {
+  const QString text = field_.standsForSeveral() ? tr("Several values") : placeholder_;
+  if (auto* edit = qobject_cast<QPlainTextEdit*>(&widget_)) {
     edit->setPlaceholderText(text);
-  } else if (auto* combo = qobject_cast<QComboBox*>(&widget_)) {
-    combo->lineEdit()->setPlaceholderText(text);
+  } else {
+    lineEdit()->setPlaceholderText(text);
   }
+}
+
+// Of a line edit or a combo box.
+QLineEdit* FieldMirror::lineEdit() const {
+  auto* combo = qobject_cast<QComboBox*>(&widget_);
+  return combo != nullptr ? combo->lineEdit() : qobject_cast<QLineEdit*>(&widget_);
 }
 
 QString FieldMirror::shownText() const {
@@ -81,6 +93,7 @@ void FieldMirror::showText(const QString& text) {
 void FieldMirror::fieldChanged() {
   const QString text = toQString(field_.stringValue());
   if (text != shownText()) showText(text);
+  showPlaceholder();
   widget_.setEnabled(field_.isEnabled());
   if (widget_.isHidden() != field_.isHidden()) widget_.setHidden(field_.isHidden());
 }

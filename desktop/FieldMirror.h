@@ -9,6 +9,8 @@
 
 #include "platform/appkit/Controls.h"
 
+class QLineEdit;
+
 namespace clipwave {
 
 class FieldMirror final : public QObject {
@@ -18,7 +20,7 @@ class FieldMirror final : public QObject {
   // Lives with the widget, which is one of the three kinds; the field must outlive it.
   FieldMirror(QWidget& widget, TextField& field);
   static bool canShow(const QWidget& widget);
-  // What an empty field shows, dimmed.
+  // What an empty field shows, dimmed; first what the interface file says.
   void setPlaceholder(const QString& text);
 
  protected:
@@ -27,11 +29,14 @@ class FieldMirror final : public QObject {
  private:
   void fieldChanged();
   QString shownText() const;
+  void showPlaceholder();
+  QLineEdit* lineEdit() const;
   void showText(const QString& text);
   void connectKeystrokes();
 
   QWidget& widget_;
   TextField& field_;
+  QString placeholder_;
   Observation observation_;
 };
 

@@ -27,6 +27,8 @@ struct SettingAccess {
   std::function<bool()> flag;
   std::function<std::string(bool)> storeFlag;
   std::function<Observation(std::function<void()>)> observe;
+  // What an empty field says of it; "" for what the interface file says.
+  std::function<std::string()> hint = {};
 };
 
 struct InterfaceAction {

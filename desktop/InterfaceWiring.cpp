@@ -237,10 +237,12 @@ void InterfaceWiring::bindSetting(QWidget& widget, WindowMirror& mirror, const s
   auto* own = new OwnField(widget);
   if (FieldMirror::canShow(widget)) {
     TextField& field = own->field;
-    new FieldMirror(widget, field);
+    auto* fieldMirror = new FieldMirror(widget, field);
     mirror.addResponder(widget, field);
-    const auto show = [&field, setting] {
+    const auto show = [&field, setting, fieldMirror] {
       if (!field.isEditing()) field.setStringValue(setting.text());
+      if (const std::string hint = setting.hint ? setting.hint() : ""; !hint.empty())
+        fieldMirror->setPlaceholder(toQString(hint));
     };
     field.setCommit([setting, tell](std::string_view text) { return tell(setting.store(text)); });
     const auto validator = names_.validators.find(toText(propertyText(widget, "validator")));

@@ -175,6 +175,11 @@ SettingAccess settingOf(Preferences& preferences, const std::string& keyPath) {
           [&preferences, key](bool flag) { return preferences.setFlag(key, flag).value_or(std::string()); },
           [&preferences, key](std::function<void()> function) {
             return preferences.observe(key, std::move(function));
+          },
+          [&preferences, key] {
+            if (key != Preferences::kPassword) return std::string();
+            return toText(preferences.hasPassword() ? QObject::tr("Kept; type here to replace it")
+                                                    : QObject::tr("None is kept"));
           }};
 }
 

@@ -25,6 +25,10 @@ class TextField : public Element {
   // Sets the text from the program; drops a pending edit.
   void setStringValue(std::string_view text);
 
+  // Whether the field stands for several values that differ; it shows none of them then.
+  bool standsForSeveral() const { return standsForSeveral_; }
+  void setStandsForSeveral(bool several) { assign(standsForSeveral_, several); }
+
   // What the user typed, as it comes.
   void edit(std::string_view text);
   bool isEditing() const { return editing_; }
@@ -44,6 +48,7 @@ class TextField : public Element {
  private:
   std::string stringValue_;
   std::string valueBeforeEditing_;
+  bool standsForSeveral_ = false;
   bool editing_ = false;
   bool committing_ = false;
   Validator validator_;

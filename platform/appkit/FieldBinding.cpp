@@ -48,6 +48,7 @@ void FieldBinding::fieldChanged() {
 void FieldBinding::refresh() {
   if (field_.isEditing()) return;
   field_.setStringValue(textOf(selected_.value()));
+  field_.setStandsForSeveral(selected_.differs());
 }
 
 bool FieldBinding::commit(std::string_view text) {

@@ -15,7 +15,8 @@ namespace clipwave {
 // The field and the controller must outlive the binding. While the field is being edited it is an editor of
 // the controller: commitEditing validates the text and sets it; an empty text sets the absent value. A
 // refusal with an error hands the error to `presentError` (which may be empty), and the field stays in
-// editing. Values that change meanwhile do not disturb the edit. Several different values show as "".
+// editing. Values that change meanwhile do not disturb the edit. Several different values show as "", and the
+// field says so.
 class FieldBinding : public Editor {
  public:
   FieldBinding(TextField& field, ArrayController& controller, std::string key,
