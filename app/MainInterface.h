@@ -48,7 +48,7 @@ struct MainInterface {
   PopUpButton protocolPopUp;
 
  private:
-  PopUpBinding protocolBinding_{protocolPopUp, channelController, "protocolTag"};
+  PopUpBinding protocolBinding_{protocolPopUp, channelController, "protocolTag", "Change of Publish Method"};
 };
 
 }  // namespace clipwave

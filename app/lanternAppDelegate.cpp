@@ -120,6 +120,7 @@ void lanternAppDelegate::openFiles(const std::vector<std::string>& paths) {
   outlets_.channelController.setSelectedObjects({channel});
   const std::string prefix = services_.defaults.string("defaultPodcastPrefix");
   for (const std::string& path : paths) addEpisodeFromFile(outlets_.vodcastController, prefix, path);
+  outlets_.channelController.setUndoActionName("Open Movies");
 }
 
 std::vector<NamedCode> lanternAppDelegate::channelNames() const {

@@ -17,11 +17,6 @@ std::function<bool()> hasSelection(ArrayController& list) {
   return [&list] { return !list.selectionIndexes().empty(); };
 }
 
-void nameUndo(ClipwaveProgram& program, const std::string& name) {
-  if (ManagedObjectContext* context = program.controller().channelController().managedObjectContext())
-    context->undoManager().setActionName(name);
-}
-
 void addLibraryActions(Actions& actions, ClipwaveProgram& program, const DesktopActions& desktop) {
   Controller& controller = program.controller();
   lanternAppDelegate& delegate = program.delegate();
@@ -129,7 +124,7 @@ void addPublishActions(Actions& actions, ClipwaveProgram& program, const Desktop
   actions["closeStatusSheet:"] = {[&run] { run.closeStatusSheet(); }};
   actions["importRSSFromFile:"] = {[&import] { import.importRSSFromFile(); }};
   actions["importRSSFromURL:"] = {[&import] { import.importRSSFromURL(); }};
-  actions["closeRSSFeedSheet:"] = {waiting([&import] { import.closeRSSFeedSheet(); }), {}, "Import"};
+  actions["closeRSSFeedSheet:"] = {waiting([&import] { import.closeRSSFeedSheet(); })};
   actions["cancelRSSFeedSheet:"] = {[&import] { import.cancelRSSFeedSheet(); }};
   actions["openInItunes:"] = {[&handOff] { handOff.openInItunes(); },
                               [&controller] { return !controller.feedPreparation().urlsToLaunch().empty(); }};
@@ -232,7 +227,7 @@ InterfaceNames namesOfProgram(ClipwaveProgram& program, Preferences& preferences
     if (action.undoName.empty()) continue;
     action.perform = [&program, perform = action.perform, undoName = action.undoName] {
       perform();
-      nameUndo(program, undoName);
+      program.interface().channelController.setUndoActionName(undoName);
     };
   }
   names.controllers = {{"channelController", &interface.channelController},

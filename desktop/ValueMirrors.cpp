@@ -25,10 +25,8 @@ QTimeZone zoneNamed(const Value& name) {
 
 void storeChoice(ArrayController& controller, const std::string& key, const Value& value,
                  const std::string& undoName, const std::function<void(const Error&)>& presentError) {
-  ManagedObjectContext* context = controller.managedObjectContext();
-  if (context == nullptr) return;
   const Validation answer = controller.selection().commitValue(key, value);
-  context->undoManager().setActionName(undoName);
+  controller.setUndoActionName(undoName);
   if (!answer.valid && answer.error && presentError) presentError(*answer.error);
 }
 

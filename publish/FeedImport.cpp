@@ -133,6 +133,7 @@ Channel* FeedImport::importRSSWithURL(std::string_view url) {
   services_.channelController.addObject(channel);
   fillChannel(channel, element);
   for (const XMLElement item : items) addEpisode(item);
+  services_.channelController.setUndoActionName("Import");
   return &channel;
 }
 

@@ -50,6 +50,7 @@ void EpisodeListEditing::addMovieSheetEnded(const std::vector<std::string>& file
   if (filenames.empty()) return;
   clearMovie();
   elements_.vodcastController.selection().setValue("vcPath", filenames.front());
+  elements_.vodcastController.setUndoActionName("Choose Movie");
 }
 
 void EpisodeListEditing::clearMovie() {
@@ -149,6 +150,7 @@ bool EpisodeListEditing::acceptDrop(TableView& tableView, const DraggingInfo& in
     const auto attributes = services_.files.fileAttributesAtPath(path, true);
     if (attributes) episode->setValue("vcPublishDate", attributes->modificationDate);
   }
+  episodes.setUndoActionName("Add Episodes");
   episodes.setSelectionIndexes({});
   episodes.setSelectionIndex(static_cast<std::size_t>(row));
   return true;

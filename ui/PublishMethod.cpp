@@ -33,8 +33,7 @@ void PublishMethod::chooseDestination() {
   const OpenPanelAnswer chosen = services_.application.runOpenPanel(folderPanel());
   if (chosen.empty()) return;
   setURLTextFieldsWithURL(std::nullopt, chosen.front());
-  if (ManagedObjectContext* context = services_.managedObjectContext())
-    context->undoManager().setActionName("Change of Destination");
+  services_.channelController.setUndoActionName("Change of Destination");
 }
 
 void PublishMethod::chooseFolder() {

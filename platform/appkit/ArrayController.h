@@ -110,6 +110,11 @@ class ArrayController : public Editor {
   bool setSelectedObjects(const std::vector<ManagedObject*>& objects);
   Selection selection() { return Selection(*this); }
 
+  // Names what is being changed for the Edit menu, as UndoManager::setActionName does.
+  void setUndoActionName(std::string_view name) {
+    if (context_ != nullptr) context_->undoManager().setActionName(name);
+  }
+
   // Editors of the records in this list (fields bound to its selection). Not owned. Edits are discarded when
   // the records that they belong to are deselected by a change in the store.
   void objectDidBeginEditing(Editor& editor);

@@ -53,8 +53,7 @@ void FieldBinding::refresh() {
 
 bool FieldBinding::commit(std::string_view text) {
   const Validation answer = selected_.commit(text.empty() ? Value() : Value(text));
-  if (ManagedObjectContext* context = controller_.managedObjectContext(); answer.valid && context != nullptr)
-    context->undoManager().setActionName(undoActionName_);
+  if (answer.valid) controller_.setUndoActionName(undoActionName_);
   if (!answer.valid && answer.error && presentError_) presentError_(*answer.error);
   return answer.valid;
 }

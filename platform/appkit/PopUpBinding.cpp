@@ -4,8 +4,12 @@
 
 namespace clipwave {
 
-PopUpBinding::PopUpBinding(PopUpButton& popUp, ArrayController& controller, std::string key)
-    : popUp_(popUp), controller_(controller), selected_(controller, std::move(key), [this] { refresh(); }) {
+PopUpBinding::PopUpBinding(PopUpButton& popUp, ArrayController& controller, std::string key,
+                           std::string undoActionName)
+    : popUp_(popUp),
+      controller_(controller),
+      undoActionName_(std::move(undoActionName)),
+      selected_(controller, std::move(key), [this] { refresh(); }) {
   popUp_.setCommit([this](int tag) { commit(tag); });
   refresh();
 }
@@ -22,6 +26,7 @@ void PopUpBinding::commit(int tag) {
   if (context == nullptr) return;
   context->undoManager().beginUndoGrouping();
   selected_.set(tag);
+  controller_.setUndoActionName(undoActionName_);
   context->undoManager().endUndoGrouping();
 }
 

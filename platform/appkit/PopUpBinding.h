@@ -17,7 +17,8 @@ namespace clipwave {
 // pending.
 class PopUpBinding {
  public:
-  PopUpBinding(PopUpButton& popUp, ArrayController& controller, std::string key);
+  // A choice is named `undoActionName` in the Edit menu.
+  PopUpBinding(PopUpButton& popUp, ArrayController& controller, std::string key, std::string undoActionName);
   PopUpBinding(const PopUpBinding&) = delete;
   PopUpBinding& operator=(const PopUpBinding&) = delete;
   ~PopUpBinding() { popUp_.setCommit(nullptr); }
@@ -28,6 +29,7 @@ class PopUpBinding {
 
   PopUpButton& popUp_;
   ArrayController& controller_;
+  std::string undoActionName_;
   SelectedValue selected_;
 };
 
