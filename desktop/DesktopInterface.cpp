@@ -68,6 +68,7 @@ DesktopInterface::DesktopInterface(ClipwaveProgram& program, DesktopInterfaceLoa
   makeDialog(interface.rssFeedWindow, setUp<Ui::FeedURL>);
   makeDialog(interface.editImagePropsWindow, setUp<Ui::ImageProperties>);
   makeDialog(interface.prefWindow, setUp<Ui::Preferences>);
+  observations_.push_back(interface.publishButton.observe([this] { refreshPublishAction(); }));
   loader_.setMaker([this](WindowController& controller) { loadWindow(controller); });
   program.controller().publishRun().setOnEnd(
       [this](PublishOutcome outcome, const std::optional<Error>&) { publishRunEnded(outcome); });
@@ -225,6 +226,13 @@ void DesktopInterface::refreshEditMenu() {
     if (name == QLatin1String("redo:")) action->setText(redoTitle(manager));
   }
   wiring_.refreshActions();
+}
+
+void DesktopInterface::refreshPublishAction() {
+  const bool isCopying = program_.interface().copyStatus.isAnimating();
+  for (QAction* action : mainWindow_->findChildren<QAction*>())
+    if (action->property("action").toString() == QLatin1String("save:"))
+      action->setText(isCopying ? tr("Cancel &publishing") : tr("&Publish"));
 }
 
 void DesktopInterface::tell(const std::string& message) {

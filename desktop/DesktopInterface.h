@@ -69,6 +69,7 @@ class DesktopInterface final : public QObject {
   void addListChoices(QMenu& menu);
   void loadWindow(WindowController& controller);
   void refreshEditMenu();
+  void refreshPublishAction();
   void tell(const std::string& message);
   void publishRunEnded(PublishOutcome outcome);
   void terminate();
