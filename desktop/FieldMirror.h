@@ -9,6 +9,9 @@
 
 #include "platform/appkit/Controls.h"
 
+class QKeyEvent;
+class QLineEdit;
+
 namespace clipwave {
 
 class FieldMirror final : public QObject {
@@ -29,9 +32,13 @@ class FieldMirror final : public QObject {
   QString shownText() const;
   void showText(const QString& text);
   void connectKeystrokes();
+  void lineEdited(QLineEdit& line);
+  void forgetTyping();
+  bool canTakeTypingBack(const QKeyEvent& key) const;
 
   QWidget& widget_;
   TextField& field_;
+  bool wasEditing_ = false;
   Observation observation_;
 };
 
