@@ -227,6 +227,20 @@ void DesktopInterface::refreshEditMenu() {
   wiring_.refreshActions();
 }
 
+// The shortcuts work as long as their menu entries are enabled, and nobody opens the menu before.
+void DesktopInterface::followUndo() {
+  UndoManager* manager = program_.delegate().windowWillReturnUndoManager(program_.interface().mainWindow);
+  if (manager == undoManager_ || manager == nullptr) return;
+  undoManager_ = manager;
+  undoObservation_ = manager->observe([this] {
+    if (std::exchange(refreshQueued_, true)) return;
+    QTimer::singleShot(0, this, [this] {
+      refreshQueued_ = false;
+      wiring_.refreshActions();
+    });
+  });
+}
+
 void DesktopInterface::tell(const std::string& message) {
   // What a run has to say comes first.
   TextField& status = program_.interface().copyStatusTextField;
@@ -240,6 +254,9 @@ void DesktopInterface::tell(const std::string& message) {
 
 void DesktopInterface::show() {
   memory_->restore();
+  followUndo();
+  // The library may be opened only later.
+  connect(&wiring_, &InterfaceWiring::sent, this, &DesktopInterface::followUndo);
   program_.interface().mainWindow.makeKeyAndOrderFront();
 }
 

@@ -69,6 +69,7 @@ class DesktopInterface final : public QObject {
   void addListChoices(QMenu& menu);
   void loadWindow(WindowController& controller);
   void refreshEditMenu();
+  void followUndo();
   void tell(const std::string& message);
   void publishRunEnded(PublishOutcome outcome);
   void terminate();
@@ -87,6 +88,9 @@ class DesktopInterface final : public QObject {
   std::map<const Window*, WindowMirror*> mirrors_;
   QStringList refused_;
   bool isQuitting_ = false;
+  bool refreshQueued_ = false;
+  UndoManager* undoManager_ = nullptr;  // only compared
+  Observation undoObservation_;
   std::vector<Observation> observations_;
 };
 
