@@ -202,6 +202,7 @@ void DesktopInterface::publishRunEnded(PublishOutcome outcome) {
                      : count == 1 ? tr("One channel was published. Its subscription link:")
                                   : tr("%1 channels were published. Their subscription links:").arg(count));
   }
+  if (outcome == PublishOutcome::NotCommitted) showPendingEntry();
   wiring_.refreshActions();
   if (isQuitting_) QTimer::singleShot(0, this, [this] { terminate(); });
 }
@@ -283,6 +284,11 @@ void DesktopInterface::terminate() {
   isQuitting_ = false;
   memory_->keep();
   program_.services().application.terminate();
+  if (!program_.services().application.isTerminated()) showPendingEntry();
+}
+
+void DesktopInterface::showPendingEntry() {
+  mirrors_.at(&program_.interface().mainWindow)->showFirstResponder();
 }
 
 }  // namespace clipwave

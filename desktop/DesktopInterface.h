@@ -73,6 +73,7 @@ class DesktopInterface final : public QObject {
   void tell(const std::string& message);
   void publishRunEnded(PublishOutcome outcome);
   void terminate();
+  void showPendingEntry();
 
   ClipwaveProgram& program_;
   DesktopInterfaceLoader& loader_;
