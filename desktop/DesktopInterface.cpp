@@ -203,6 +203,7 @@ void DesktopInterface::publishRunEnded(PublishOutcome outcome) {
                      : count == 1 ? tr("One channel was published. Its subscription link:")
                                   : tr("%1 channels were published. Their subscription links:").arg(count));
   }
+  if (outcome == PublishOutcome::NotCommitted) showPendingEntry();
   wiring_.refreshActions();
   if (isQuitting_) QTimer::singleShot(0, this, [this] { terminate(); });
 }
@@ -235,6 +236,20 @@ void DesktopInterface::refreshPublishAction() {
       action->setText(isCopying ? tr("Cancel &publishing") : tr("&Publish"));
 }
 
+// The shortcuts work as long as their menu entries are enabled, and nobody opens the menu before.
+void DesktopInterface::followUndo() {
+  UndoManager* manager = program_.delegate().windowWillReturnUndoManager(program_.interface().mainWindow);
+  if (manager == undoManager_ || manager == nullptr) return;
+  undoManager_ = manager;
+  undoObservation_ = manager->observe([this] {
+    if (std::exchange(refreshQueued_, true)) return;
+    QTimer::singleShot(0, this, [this] {
+      refreshQueued_ = false;
+      wiring_.refreshActions();
+    });
+  });
+}
+
 void DesktopInterface::tell(const std::string& message) {
   // What a run has to say comes first.
   TextField& status = program_.interface().copyStatusTextField;
@@ -248,6 +263,9 @@ void DesktopInterface::tell(const std::string& message) {
 
 void DesktopInterface::show() {
   memory_->restore();
+  followUndo();
+  // The library may be opened only later.
+  connect(&wiring_, &InterfaceWiring::sent, this, &DesktopInterface::followUndo);
   program_.interface().mainWindow.makeKeyAndOrderFront();
 }
 
@@ -274,6 +292,11 @@ void DesktopInterface::terminate() {
   isQuitting_ = false;
   memory_->keep();
   program_.services().application.terminate();
+  if (!program_.services().application.isTerminated()) showPendingEntry();
+}
+
+void DesktopInterface::showPendingEntry() {
+  mirrors_.at(&program_.interface().mainWindow)->showFirstResponder();
 }
 
 }  // namespace clipwave

@@ -70,9 +70,11 @@ class DesktopInterface final : public QObject {
   void loadWindow(WindowController& controller);
   void refreshEditMenu();
   void refreshPublishAction();
+  void followUndo();
   void tell(const std::string& message);
   void publishRunEnded(PublishOutcome outcome);
   void terminate();
+  void showPendingEntry();
 
   ClipwaveProgram& program_;
   DesktopInterfaceLoader& loader_;
@@ -88,6 +90,9 @@ class DesktopInterface final : public QObject {
   std::map<const Window*, WindowMirror*> mirrors_;
   QStringList refused_;
   bool isQuitting_ = false;
+  bool refreshQueued_ = false;
+  UndoManager* undoManager_ = nullptr;  // only compared
+  Observation undoObservation_;
   std::vector<Observation> observations_;
 };
 

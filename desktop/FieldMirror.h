@@ -9,6 +9,7 @@
 
 #include "platform/appkit/Controls.h"
 
+class QKeyEvent;
 class QLineEdit;
 
 namespace clipwave {
@@ -33,10 +34,14 @@ class FieldMirror final : public QObject {
   QLineEdit* lineEdit() const;
   void showText(const QString& text);
   void connectKeystrokes();
+  void lineEdited(QLineEdit& line);
+  void forgetTyping();
+  bool canTakeTypingBack(const QKeyEvent& key) const;
 
   QWidget& widget_;
   TextField& field_;
   QString placeholder_;
+  bool wasEditing_ = false;
   Observation observation_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QScopeGuard>
 
 #include "desktop/EditActions.h"
 #include "desktop/Text.h"
@@ -116,8 +117,8 @@ void addPublishActions(Actions& actions, ClipwaveProgram& program, const Desktop
   const auto waiting = [](const std::function<void()>& work) {
     return [work] {
       QApplication::setOverrideCursor(Qt::WaitCursor);
+      const auto restore = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
       work();
-      QApplication::restoreOverrideCursor();
     };
   };
   actions["save:"] = {[&controller] { controller.interface().publishButton.performClick(); }};
@@ -146,8 +147,10 @@ void addPublishActions(Actions& actions, ClipwaveProgram& program, const Desktop
 }
 
 void addEditActions(Actions& actions, ClipwaveProgram& program) {
+  // Asked while the windows are made, too: the library is opened afterwards, and once.
   const auto undoManager = [&program] {
-    return program.delegate().windowWillReturnUndoManager(program.interface().mainWindow);
+    ManagedObjectContext* context = program.controller().channelController().managedObjectContext();
+    return context != nullptr ? &context->undoManager() : nullptr;
   };
   actions["undo:"] = {[undoManager] { undoLastChange(undoManager()); },
                       [undoManager] { return canUndoChange(undoManager()); }};

@@ -26,12 +26,16 @@ void noteSignal(int) {
 
 TerminationSignals::TerminationSignals(RunLoop& runLoop, std::function<void()> requested) {
   if (::pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
-  watch_ = runLoop.watch(pipeEnds[0], RunLoop::Readiness::Readable, [requested = std::move(requested)] {
-    char byte = 0;
-    while (::read(pipeEnds[0], &byte, 1) == 1) {
-    }
-    requested();
-  });
+  // Also while a question waits for its answer: who asks a process to end soon ends it without asking.
+  watch_ = runLoop.watch(
+      pipeEnds[0], RunLoop::Readiness::Readable,
+      [requested = std::move(requested)] {
+        char byte = 0;
+        while (::read(pipeEnds[0], &byte, 1) == 1) {
+        }
+        requested();
+      },
+      RunLoop::Delivery::DefaultAndModal);
   for (const int signal : kSignals) {
     struct sigaction action {};
     if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;

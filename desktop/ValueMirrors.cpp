@@ -10,6 +10,7 @@
 #include "desktop/DateField.h"
 #include "desktop/SymbolicIcon.h"
 #include "desktop/Text.h"
+#include "model/LibraryModel.h"
 #include "platform/coredata/ManagedObjectContext.h"
 
 namespace clipwave {
@@ -146,16 +147,21 @@ ImagePicker::ImagePicker(QComboBox& widget, ArrayController& channels, ArrayCont
       selected_(channels, "image", [this] { refresh(); }),
       imagesObservation_(images.observeArrangedObjects([this] { refresh(); })) {
   connect(&widget, &QComboBox::activated, this, [this](int index) { choose(index); });
-  if (ManagedObjectContext* context = images.managedObjectContext())
-    contextObservation_ = context->observeChanges([this](const ContextChange& change) {
-      if (change.kind == ContextChange::Kind::ValueChanged &&
-          &change.object->entity() == images_.managedObjectContext()->managedObjectModel().entity("Image"))
-        refresh();
-    });
   refresh();
 }
 
+// The library may be there only after the window.
+void ImagePicker::followStore() {
+  ManagedObjectContext* const context = images_.managedObjectContext();
+  if (context == nullptr || std::exchange(isFollowing_, true)) return;
+  storeObservation_ = context->observeChanges([this](const ContextChange& change) {
+    if (change.kind == ContextChange::Kind::ValueChanged && change.object->entity().name() == kImageEntity)
+      refresh();
+  });
+}
+
 void ImagePicker::refresh() {
+  followStore();
   const QSignalBlocker silent(&widget_);
   widget_.clear();
   widget_.addItem(tr("No artwork"));

@@ -122,6 +122,7 @@ class ImagePicker final : public QObject {
 
  private:
   void refresh();
+  void followStore();
   void choose(int index);
 
   QComboBox& widget_;
@@ -130,7 +131,8 @@ class ImagePicker final : public QObject {
   std::vector<ManagedObject*> offered_;  // only compared, and looked up among the images before use
   SelectedValue selected_;
   Observation imagesObservation_;
-  Observation contextObservation_;
+  bool isFollowing_ = false;
+  Observation storeObservation_;
 };
 
 }  // namespace clipwave

@@ -112,6 +112,22 @@ class EvenRows final : public QObject {
   QWidget& window_;
 };
 
+// A wheel that rolls a pane along must not choose something else in the lists that come under the pointer.
+class SteadyChoices final : public QObject {
+ public:
+  explicit SteadyChoices(QWidget& window) : QObject(&window) {
+    for (QComboBox* box : window.findChildren<QComboBox*>()) {
+      box->setFocusPolicy(Qt::StrongFocus);
+      box->installEventFilter(this);
+    }
+  }
+  bool eventFilter(QObject* /*object*/, QEvent* event) override {
+    if (event->type() != QEvent::Wheel) return false;
+    event->ignore();
+    return true;
+  }
+};
+
 }  // namespace
 
 bool dressWindow(QWidget& window) {
@@ -122,6 +138,7 @@ bool dressWindow(QWidget& window) {
     if (auto* bar = qobject_cast<QToolBar*>(object)) complete = arrangeToolBar(*bar) && complete;
   }
   new EvenRows(window);
+  new SteadyChoices(window);
   return complete;
 }
 

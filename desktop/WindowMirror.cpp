@@ -99,9 +99,14 @@ void WindowMirror::focusMoved(QWidget* now) {
   shownResponder_ = responder != nullptr ? responder : &window_;
   if (window_.makeFirstResponder(shownResponder_)) return;
   // Refused: the cursor goes back to the entry that is not acceptable yet.
-  const auto refusing = widgets_.find(window_.firstResponder());
-  if (refusing == widgets_.end()) return;
-  QTimer::singleShot(0, refusing->second, [field = refusing->second] { field->setFocus(); });
+  QTimer::singleShot(0, this, [this] { showFirstResponder(); });
+}
+
+void WindowMirror::showFirstResponder() {
+  const auto found = widgets_.find(window_.firstResponder());
+  if (found == widgets_.end()) return;
+  reveal(*found->second);
+  found->second->setFocus();
 }
 
 void WindowMirror::followFirstResponder() {

@@ -22,6 +22,9 @@ class WindowMirror final : public QObject {
   QWidget& widget() { return widget_; }
   // Called when the user closes the window; without it, it stays open.
   void setCloseRequest(std::function<void()> request) { closeRequest_ = std::move(request); }
+  // Brings the entry that has the keyboard focus in sight: one that is not acceptable keeps it, also while
+  // another page is shown.
+  void showFirstResponder();
   // The widget and what it shows have the keyboard focus together.
   void addResponder(QWidget& widget, Responder& responder);
 
