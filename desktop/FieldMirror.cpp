@@ -15,6 +15,8 @@ FieldMirror::FieldMirror(QWidget& widget, TextField& field)
       widget_(widget),
       field_(field),
       observation_(field.observe([this] { fieldChanged(); })) {
+  const auto* edit = qobject_cast<QPlainTextEdit*>(&widget_);
+  placeholder_ = edit != nullptr ? edit->placeholderText() : line()->placeholderText();
   widget_.installEventFilter(this);
   connectKeystrokes();
   fieldChanged();
@@ -46,13 +48,17 @@ void FieldMirror::connectKeystrokes() {
   }
 }
 
-void FieldMirror::setPlaceholder(const QString& text) {
-  if (auto* line = qobject_cast<QLineEdit*>(&widget_)) {
-    line->setPlaceholderText(text);
+QLineEdit* FieldMirror::line() const {
+  if (auto* combo = qobject_cast<QComboBox*>(&widget_)) return combo->lineEdit();
+  return qobject_cast<QLineEdit*>(&widget_);
+}
+
+void FieldMirror::setShowsSeveralValues(bool shows) {
+  const QString text = shows ? severalValuesText() : placeholder_;
+  if (line() != nullptr) {
+    line()->setPlaceholderText(text);
   } else if (auto* edit = qobject_cast<QPlainTextEdit*>(&widget_)) {
     edit->setPlaceholderText(text);
-  } else if (auto* combo = qobject_cast<QComboBox*>(&widget_)) {
-    combo->lineEdit()->setPlaceholderText(text);
   }
 }
 
@@ -65,9 +71,12 @@ QString FieldMirror::shownText() const {
 void FieldMirror::showText(const QString& text) {
   const QSignalBlocker silent(&widget_);
   if (auto* line = qobject_cast<QLineEdit*>(&widget_)) {
+    // What would be typed in place of the old text is typed in place of the new one.
+    const bool isSelected = line->window()->focusWidget() == line && line->selectedText() == line->text();
     line->setText(text);
     // A long text is read from its beginning.
     line->setCursorPosition(0);
+    if (isSelected) line->selectAll();
   } else if (auto* edit = qobject_cast<QPlainTextEdit*>(&widget_)) {
     edit->setPlainText(text);
   } else if (auto* combo = qobject_cast<QComboBox*>(&widget_)) {

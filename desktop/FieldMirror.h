@@ -9,6 +9,8 @@
 
 #include "platform/appkit/Controls.h"
 
+class QLineEdit;
+
 namespace clipwave {
 
 class FieldMirror final : public QObject {
@@ -18,8 +20,9 @@ class FieldMirror final : public QObject {
   // Lives with the widget, which is one of the three kinds; the field must outlive it.
   FieldMirror(QWidget& widget, TextField& field);
   static bool canShow(const QWidget& widget);
-  // What an empty field shows, dimmed.
-  void setPlaceholder(const QString& text);
+  // An empty field then says, dimmed, that there are several values, in place of its own placeholder.
+  void setShowsSeveralValues(bool shows);
+  static QString severalValuesText() { return tr("Several values"); }
 
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;
@@ -29,9 +32,12 @@ class FieldMirror final : public QObject {
   QString shownText() const;
   void showText(const QString& text);
   void connectKeystrokes();
+  // The line that is typed in; null for a text edit.
+  QLineEdit* line() const;
 
   QWidget& widget_;
   TextField& field_;
+  QString placeholder_;
   Observation observation_;
 };
 

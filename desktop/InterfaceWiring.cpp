@@ -202,6 +202,7 @@ void InterfaceWiring::bindField(QWidget& widget, WindowMirror& mirror, const Key
     mirror.addResponder(widget, *field);
   }
   own->binding = std::make_unique<FieldBinding>(*field, *path.controller, path.key, names_.presentError);
+  new DifferenceMirror(*widget.findChild<FieldMirror*>(), *path.controller, path.key);
   own->binding->setUndoActionName(undoNameOf(widget));
   if (const std::string check = toText(propertyText(widget, "validator")); !check.empty()) {
     const auto validator = names_.validators.find(check);

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "desktop/DateField.h"
+#include "desktop/FieldMirror.h"
 #include "desktop/SymbolicIcon.h"
 #include "desktop/Text.h"
 #include "platform/coredata/ManagedObjectContext.h"
@@ -34,11 +35,7 @@ void storeChoice(ArrayController& controller, const std::string& key, const Valu
 
 CheckMirror::CheckMirror(QCheckBox& widget, ArrayController& controller, std::string key,
                          std::function<void(bool)> store)
-    : QObject(&widget),
-      widget_(widget),
-      controller_(controller),
-      key_(key),
-      selected_(controller, std::move(key), [this] { refresh(); }) {
+    : QObject(&widget), widget_(widget), selected_(controller, std::move(key), [this] { refresh(); }) {
   connect(&widget, &QCheckBox::clicked, this, [this, store = std::move(store)] {
     store(widget_.checkState() != Qt::Unchecked);
     refresh();
@@ -48,7 +45,7 @@ CheckMirror::CheckMirror(QCheckBox& widget, ArrayController& controller, std::st
 
 void CheckMirror::refresh() {
   const QSignalBlocker silent(&widget_);
-  const bool isMixed = controller_.selection().state(key_) == Selection::State::MultipleValues;
+  const bool isMixed = selected_.differs();
   // Only the program makes a check partial.
   widget_.setTristate(isMixed);
   if (isMixed) {
@@ -60,12 +57,22 @@ void CheckMirror::refresh() {
 
 ChoiceMirror::ChoiceMirror(QComboBox& widget, ArrayController& controller, std::string key,
                            std::function<void(const std::string&)> store)
-    : QObject(&widget), widget_(widget), selected_(controller, std::move(key), [this] {
-        widget_.setCurrentIndex(widget_.findText(toQString(selected_.value().stringValue())));
-      }) {
+    : QObject(&widget), widget_(widget), selected_(controller, std::move(key), [this] { refresh(); }) {
   connect(&widget, &QComboBox::textActivated, this,
           [store = std::move(store)](const QString& text) { store(toText(text)); });
+  refresh();
+}
+
+void ChoiceMirror::refresh() {
+  widget_.setPlaceholderText(selected_.differs() ? FieldMirror::severalValuesText() : QString());
   widget_.setCurrentIndex(widget_.findText(toQString(selected_.value().stringValue())));
+}
+
+DifferenceMirror::DifferenceMirror(FieldMirror& field, ArrayController& controller, std::string key)
+    : QObject(&field), selected_(controller, std::move(key), [this, &field] {
+        field.setShowsSeveralValues(selected_.differs());
+      }) {
+  field.setShowsSeveralValues(selected_.differs());
 }
 
 DateMirror::DateMirror(DateField& widget, ArrayController& controller, std::string key, std::string zoneKey,
@@ -82,6 +89,7 @@ DateMirror::DateMirror(DateField& widget, ArrayController& controller, std::stri
     controller_.objectDidBeginEditing(*this);
   });
   connect(&widget, &DateField::editingEnded, this, [this] { commitEditing(); });
+  connect(&widget, &DateField::editingDiscarded, this, [this] { discardEditing(); });
   refresh();
 }
 
@@ -113,21 +121,19 @@ void DateMirror::refresh() {
   if (isEditing_) return;
   const std::optional<Date> date = selected_.value().dateValue();
   const QTimeZone zone = zone_ ? zoneNamed(zone_->value()) : QTimeZone::systemTimeZone();
-  widget_.setDateTime(date ? std::optional(QDateTime::fromMSecsSinceEpoch(date->microseconds / 1000, zone))
-                           : std::nullopt);
+  widget_.setDateTime(
+      date ? std::optional(QDateTime::fromMSecsSinceEpoch(date->microseconds / 1000, zone)) : std::nullopt,
+      selected_.differs());
 }
 
 LabelMirror::LabelMirror(QLabel& widget, ArrayController& controller, std::string key)
-    : QObject(&widget),
-      widget_(widget),
-      controller_(controller),
-      key_(std::move(key)),
-      selected_(controller, key_, [this] {
-        const bool differs = controller_.selection().state(key_) == Selection::State::MultipleValues;
-        widget_.setText(differs ? QStringLiteral("…") : toQString(selected_.value().stringValue()));
-      }) {
+    : QObject(&widget), widget_(widget), selected_(controller, std::move(key), [this] { refresh(); }) {
   widget_.setTextFormat(Qt::PlainText);
-  widget_.setText(toQString(selected_.value().stringValue()));
+  refresh();
+}
+
+void LabelMirror::refresh() {
+  widget_.setText(selected_.differs() ? QStringLiteral("…") : toQString(selected_.value().stringValue()));
 }
 
 ImageMirror::ImageMirror(QLabel& widget, ArrayController& controller, std::string key)
@@ -156,16 +162,23 @@ ImagePicker::ImagePicker(QComboBox& widget, ArrayController& channels, ArrayCont
       selected_(channels, "image", [this] { refresh(); }),
       imagesObservation_(images.observeArrangedObjects([this] { refresh(); })) {
   connect(&widget, &QComboBox::activated, this, [this](int index) { choose(index); });
-  if (ManagedObjectContext* context = images.managedObjectContext())
-    contextObservation_ = context->observeChanges([this](const ContextChange& change) {
-      if (change.kind == ContextChange::Kind::ValueChanged &&
-          &change.object->entity() == images_.managedObjectContext()->managedObjectModel().entity("Image"))
-        refresh();
-    });
   refresh();
 }
 
+// The store is there when the program has awoken, after its windows were made.
+void ImagePicker::watchTitles() {
+  ManagedObjectContext* context = images_.managedObjectContext();
+  if (std::exchange(watched_, context) == context) return;
+  contextObservation_ = {};
+  if (context == nullptr) return;
+  contextObservation_ = context->observeChanges(
+      [this, entity = context->managedObjectModel().entity("Image")](const ContextChange& change) {
+        if (change.kind == ContextChange::Kind::ValueChanged && &change.object->entity() == entity) refresh();
+      });
+}
+
 void ImagePicker::refresh() {
+  watchTitles();
   const QSignalBlocker silent(&widget_);
   widget_.clear();
   widget_.addItem(tr("No artwork"));

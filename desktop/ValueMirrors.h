@@ -21,6 +21,7 @@ namespace clipwave {
 
 class ArtworkWell;
 class DateField;
+class FieldMirror;
 
 // Sets the value in every selected record, validated, as an undo group of that name. A refusal is handed to
 // `presentError`.
@@ -40,8 +41,6 @@ class CheckMirror final : public QObject {
   void refresh();
 
   QCheckBox& widget_;
-  ArrayController& controller_;
-  std::string key_;
   SelectedValue selected_;
 };
 
@@ -53,6 +52,8 @@ class ChoiceMirror final : public QObject {
                std::function<void(const std::string&)> store);
 
  private:
+  void refresh();
+
   QComboBox& widget_;
   SelectedValue selected_;
 };
@@ -80,6 +81,16 @@ class DateMirror final : public QObject, public Editor {
   std::unique_ptr<SelectedValue> zone_;
 };
 
+// Has a field say where the selected records differ.
+class DifferenceMirror final : public QObject {
+  Q_OBJECT
+ public:
+  DifferenceMirror(FieldMirror& field, ArrayController& controller, std::string key);
+
+ private:
+  SelectedValue selected_;
+};
+
 // A text that is only shown; several different values show as an ellipsis.
 class LabelMirror final : public QObject {
   Q_OBJECT
@@ -87,9 +98,9 @@ class LabelMirror final : public QObject {
   LabelMirror(QLabel& widget, ArrayController& controller, std::string key);
 
  private:
+  void refresh();
+
   QLabel& widget_;
-  ArrayController& controller_;
-  std::string key_;
   SelectedValue selected_;
 };
 
@@ -126,6 +137,7 @@ class ImagePicker final : public QObject {
 
  private:
   void refresh();
+  void watchTitles();
   void choose(int index);
 
   QComboBox& widget_;
@@ -134,6 +146,7 @@ class ImagePicker final : public QObject {
   std::vector<ManagedObject*> offered_;  // only compared, and looked up among the images before use
   SelectedValue selected_;
   Observation imagesObservation_;
+  ManagedObjectContext* watched_ = nullptr;
   Observation contextObservation_;
 };
 

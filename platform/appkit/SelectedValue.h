@@ -20,6 +20,7 @@ class SelectedValue {
 
   // The value that all selected records share; absent for no selection or different values.
   Value value() const { return controller_.selection().value(key_); }
+  bool differs() const { return controller_.selection().state(key_) == Selection::State::MultipleValues; }
   bool hasSelection() const { return !controller_.selectionIndexes().empty(); }
   // A user's edit, as Selection::commitValue.
   Validation commit(const Value& value) { return controller_.selection().commitValue(key_, value); }
