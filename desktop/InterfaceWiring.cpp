@@ -204,12 +204,16 @@ void InterfaceWiring::bindField(QWidget& widget, WindowMirror& mirror, const Key
   own->binding = std::make_unique<FieldBinding>(*field, *path.controller, path.key, names_.presentError);
   new DifferenceMirror(*widget.findChild<FieldMirror*>(), *path.controller, path.key);
   own->binding->setUndoActionName(undoNameOf(widget));
-  if (const std::string check = toText(propertyText(widget, "validator")); !check.empty()) {
-    const auto validator = names_.validators.find(check);
-    if (validator == names_.validators.end()) return refuse(widget, tr("there is no such check"));
-    field->setValidator(validator->second);
-  }
+  setCheck(widget, *field);
   keepEnabled(widget, field, path);
+}
+
+void InterfaceWiring::setCheck(QWidget& widget, TextField& field) {
+  const QString name = propertyText(widget, "validator");
+  if (name.isEmpty()) return;
+  const auto validator = names_.validators.find(toText(name));
+  if (validator == names_.validators.end()) return refuse(widget, tr("there is no check %1").arg(name));
+  field.setValidator(validator->second);
 }
 
 void InterfaceWiring::keepEnabled(QWidget& widget, TextField* field, const KeyPath& path) {
@@ -244,8 +248,7 @@ void InterfaceWiring::bindSetting(QWidget& widget, WindowMirror& mirror, const s
       if (!field.isEditing()) field.setStringValue(setting.text());
     };
     field.setCommit([setting, tell](std::string_view text) { return tell(setting.store(text)); });
-    const auto validator = names_.validators.find(toText(propertyText(widget, "validator")));
-    if (validator != names_.validators.end()) field.setValidator(validator->second);
+    setCheck(widget, field);
     own->observations.push_back(setting.observe(show));
     own->observations.push_back(field.observe(show));
     show();

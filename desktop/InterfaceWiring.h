@@ -68,6 +68,7 @@ class InterfaceWiring final : public QObject {
   void bindSelection(QWidget& widget, WindowMirror& mirror, const KeyPath& path);
   void bindField(QWidget& widget, WindowMirror& mirror, const KeyPath& path);
   void bindSetting(QWidget& widget, WindowMirror& mirror, const std::string& keyPath);
+  void setCheck(QWidget& widget, TextField& field);
   void keepEnabled(QWidget& widget, TextField* field, const KeyPath& path);
   void offerChoices(QComboBox& combo);
   std::optional<KeyPath> keyPathOf(const QString& text);

@@ -167,6 +167,7 @@ SettingAccess settingOf(Preferences& preferences, const std::string& keyPath) {
   const std::string group = keyPath.substr(0, dot);
   if (dot == std::string::npos || (group != "defaults" && keyPath != "account.password")) return {};
   const std::string key = keyPath.substr(dot + 1);
+  if (!preferences.has(key)) return {};
   return {[&preferences, key] { return preferences.text(key); },
           [&preferences, key](std::string_view text) {
             return preferences.setText(key, text).value_or(std::string());
