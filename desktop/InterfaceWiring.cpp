@@ -65,7 +65,7 @@ QStringList InterfaceWiring::wire(QWidget& root, WindowMirror& mirror, const Out
   refused_.clear();
   wireWidget(root, mirror, wireOutlet);
   for (QWidget* widget : root.findChildren<QWidget*>()) wireWidget(*widget, mirror, wireOutlet);
-  for (QAction* action : root.findChildren<QAction*>()) wireSender(*action);
+  for (QAction* action : root.findChildren<QAction*>()) wireSender(*action, mirror);
   if (const std::string name = toText(propertyText(root, "closeAction")); !name.empty()) {
     if (!names_.actions.contains(name)) refuse(root, tr("there is no action %1").arg(toQString(name)));
     mirror.setCloseRequest([this, name] { send(name); });
@@ -78,7 +78,7 @@ void InterfaceWiring::wireWidget(QWidget& widget, WindowMirror& mirror, const Ou
   wireOutletOf(widget, mirror, wireOutlet);
   if (auto* combo = qobject_cast<QComboBox*>(&widget)) offerChoices(*combo);
   wireBinding(widget, mirror);
-  wireSender(widget);
+  wireSender(widget, mirror);
 }
 
 void InterfaceWiring::wireOutletOf(QWidget& widget, WindowMirror& mirror, const OutletWirer& wireOutlet) {
@@ -112,7 +112,7 @@ void InterfaceWiring::wireOutletOf(QWidget& widget, WindowMirror& mirror, const 
   refuse(widget, tr("it cannot show %1").arg(name));
 }
 
-void InterfaceWiring::wireSender(QObject& sender) {
+void InterfaceWiring::wireSender(QObject& sender, WindowMirror& mirror) {
   const std::string name = toText(propertyText(sender, "action"));
   if (name.empty()) return;
   if (!names_.actions.contains(name)) return refuse(sender, tr("there is no action %1").arg(toQString(name)));
@@ -123,7 +123,10 @@ void InterfaceWiring::wireSender(QObject& sender) {
   if (auto* action = qobject_cast<QAction*>(&sender)) {
     connect(action, &QAction::triggered, this, perform);
   } else if (auto* button = qobject_cast<QAbstractButton*>(&sender)) {
-    connect(button, &QAbstractButton::clicked, this, perform);
+    // It takes no focus by a click, which would ask about the entry before the button is pressed at all.
+    connect(button, &QAbstractButton::clicked, this, [this, name, perform, &window = mirror.window()] {
+      if (names_.actions.at(name).leavesEdits || window.firstResponder()->resignFirstResponder()) perform();
+    });
   } else {
     return refuse(sender, tr("it sends no actions"));
   }

@@ -63,7 +63,7 @@ class InterfaceWiring final : public QObject {
 
   void wireWidget(QWidget& widget, WindowMirror& mirror, const OutletWirer& wireOutlet);
   void wireOutletOf(QWidget& widget, WindowMirror& mirror, const OutletWirer& wireOutlet);
-  void wireSender(QObject& sender);
+  void wireSender(QObject& sender, WindowMirror& mirror);
   void wireBinding(QWidget& widget, WindowMirror& mirror);
   void bindSelection(QWidget& widget, WindowMirror& mirror, const KeyPath& path);
   void bindField(QWidget& widget, WindowMirror& mirror, const KeyPath& path);

@@ -105,7 +105,7 @@ void addImageActions(Actions& actions, ClipwaveProgram& program) {
   actions["closeEditImagePropsSheet:"] = {[&episodes, &images] {
     if (images.commitEditing()) episodes.closeEditImagePropsSheet();
   }};
-  actions["revertImageChanges:"] = {[&episodes] { episodes.revertImageChanges(); }};
+  actions["revertImageChanges:"] = {[&episodes] { episodes.revertImageChanges(); }, {}, {}, true};
   actions["addImage:"] = {[&images] { images.add(); }, {}, "New Artwork"};
   actions["removeImage:"] = {
       [&images] { images.removeObjectsAtArrangedObjectIndexes(images.selectionIndexes()); },
