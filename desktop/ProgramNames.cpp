@@ -154,9 +154,17 @@ void addEditActions(Actions& actions, ClipwaveProgram& program) {
   const auto undoManager = [&program] {
     return program.delegate().windowWillReturnUndoManager(program.interface().mainWindow);
   };
-  actions["undo:"] = {[undoManager] { undoLastChange(undoManager()); },
+  // A method of publishing that comes back brings its layout along.
+  WindowLayout& layout = program.controller().windowLayout();
+  actions["undo:"] = {[undoManager, &layout] {
+                        undoLastChange(undoManager());
+                        layout.updateWindowSize();
+                      },
                       [undoManager] { return canUndoChange(undoManager()); }};
-  actions["redo:"] = {[undoManager] { redoLastChange(undoManager()); },
+  actions["redo:"] = {[undoManager, &layout] {
+                        redoLastChange(undoManager());
+                        layout.updateWindowSize();
+                      },
                       [undoManager] { return canRedoChange(undoManager()); }};
   for (const char* name : {"cut", "copy", "paste", "selectAll"})
     actions[std::string(name) + ":"] = {[name] { sendToFocus(name); }};

@@ -127,7 +127,8 @@ TEST_F(Actions, AFeedIsImportedFromAFileAndFromAnAddress) {
     type("rssURLBox", QString::fromStdString(address));
     if (!message.empty())
       reply([](QDialog& dialog) {
-        EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+        const QCursor* cursor = QApplication::overrideCursor();
+        EXPECT_TRUE(cursor != nullptr && cursor->shape() == Qt::ArrowCursor);
         clickButton(dialog, "OK");
       });
     press(Qt::Key_Return);

@@ -186,8 +186,14 @@ TEST_F(Editing, TheMethodOfPublishingDecidesAddressesAndLayout) {
   EXPECT_TRUE(area.coversBand());
   clickRow("channelTableView", 1);
   EXPECT_EQ(area.coversBand(), channelValue("protocolTag").integerValue() == 2);
+  press(Qt::Key_Z, Qt::ControlModifier);
   clickRow("channelTableView", 0);
   choose("actionUndo");
+  EXPECT_EQ(channelValue("protocolTag").integerValue(), 1) << "one step, with all that the choice has set";
+  EXPECT_EQ(channelValue("mediaPath"), site);
+  EXPECT_EQ(text("vcURLField"), "https://example.org/a");
+  EXPECT_EQ(method.currentText(), folder);
+  EXPECT_FALSE(area.coversBand());
 }
 
 TEST_F(Editing, AMovieIsChosenInAPanelAndCleared) {

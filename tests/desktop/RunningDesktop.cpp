@@ -71,10 +71,13 @@ void RunningDesktop::turn() {
   for (int i = 0; i < 3; ++i) {
     desktop_->runLoop().runOnce(Seconds(0));
     QCoreApplication::processEvents();
-    // What a window manager does when a dialog has closed.
-    if (QApplication::activeWindow() != nullptr || hasQuit()) continue;
+    // What a window manager does when a dialog has come or gone.
     QWidget* modal = QApplication::activeModalWidget();
-    (modal != nullptr ? *modal : window()).activateWindow();
+    if (hasQuit() || (modal == nullptr && QApplication::activeWindow() != nullptr)) continue;
+    QWidget& front = modal != nullptr ? *modal : window();
+    if (front.isActiveWindow() || QApplication::activePopupWidget() != nullptr) continue;
+    front.activateWindow();
+    (void)QTest::qWaitForWindowActive(&front, 1000);
   }
 }
 
