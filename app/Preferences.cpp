@@ -40,6 +40,11 @@ std::optional<std::string> troubleOf(const Result<void>& result) {
 
 }  // namespace
 
+bool Preferences::has(std::string_view key) const {
+  const Dictionary& initial = defaults_.initialValues();
+  return key == kPassword || initial.empty() || initial.contains(key);
+}
+
 std::string Preferences::text(std::string_view key) const {
   if (key == kPassword) return {};
   const Value value = defaults_.value(key);

@@ -21,6 +21,8 @@ class Preferences {
   // Settings are named by their key in the user defaults; the password is this one.
   static constexpr std::string_view kPassword = "password";
 
+  // Whether there is a setting of that key; without the initial values, any may be one.
+  bool has(std::string_view key) const;
   // As it is shown and typed; always "" for the password.
   std::string text(std::string_view key) const;
   bool flag(std::string_view key) const { return defaults_.boolean(key); }

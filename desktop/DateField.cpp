@@ -4,6 +4,7 @@
 #include <QDateTimeEdit>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLocale>
 #include <QSignalBlocker>
 
@@ -22,7 +23,6 @@ DateField::DateField(QWidget* parent)
   edit_->setCalendarPopup(true);
   edit_->setDisplayFormat(QStringLiteral("d MMM yyyy  HH:mm:ss"));
   edit_->setMinimumDate(QDate(1, 1, 1));
-  edit_->setSpecialValueText(QStringLiteral(" "));
   edit_->setMaximumDate(QDate(9999, 12, 31));
   setFocusProxy(edit_);
   edit_->installEventFilter(this);
@@ -44,23 +44,35 @@ std::optional<QDateTime> DateField::dateTime() const {
   return QDateTime(edit_->date(), edit_->time(), zone_);
 }
 
-void DateField::setDateTime(const std::optional<QDateTime>& dateTime) {
+void DateField::setDateTime(const std::optional<QDateTime>& dateTime, bool differs) {
   const QSignalBlocker silent(edit_);
-  box_->setChecked(dateTime.has_value());
+  // Only the program makes a check partial.
+  box_->setTristate(differs);
+  box_->setCheckState(differs ? Qt::PartiallyChecked : dateTime ? Qt::Checked : Qt::Unchecked);
   edit_->setEnabled(dateTime.has_value());
   if (dateTime) {
     zone_ = dateTime->timeZone();
     edit_->setDateTime(QDateTime(dateTime->date(), dateTime->time(), Qt::UTC));
   } else {
+    // The editor's earliest date stands for none: it shows the words instead.
+    edit_->setSpecialValueText(differs ? tr("Several values") : tr("No date"));
     edit_->setDateTime(edit_->minimumDateTime());
   }
 }
 
 bool DateField::eventFilter(QObject*, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+    emit editingDiscarded();
   // A wheel that rolls the pane along must not change a date on its way.
   if (event->type() != QEvent::Wheel || edit_->hasFocus()) return false;
   event->ignore();
   return true;
+}
+
+bool DateField::event(QEvent* event) {
+  // The editor has the focus, and speaks for the whole.
+  if (event->type() == QEvent::Show) edit_->setAccessibleName(accessibleName());
+  return QWidget::event(event);
 }
 
 void DateField::changeEvent(QEvent* event) {

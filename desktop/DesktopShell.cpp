@@ -91,7 +91,11 @@ void DesktopShell::runModally(const QPointer<QDialog>& dialog) {
   QObject::connect(dialog, &QObject::destroyed, &connections, end);
   dialog->setWindowModality(Qt::ApplicationModal);
   dialog->show();
+  // What keeps the user waiting pauses for the question.
+  const bool isWaiting = QApplication::overrideCursor() != nullptr;
+  if (isWaiting) QApplication::setOverrideCursor(Qt::ArrowCursor);
   runLoop_.runModal();
+  if (isWaiting) QApplication::restoreOverrideCursor();
   if (!hasEnded && runLoop_.mode() == RunLoop::Mode::Modal) runLoop_.stopModal();
 }
 

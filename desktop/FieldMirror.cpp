@@ -110,7 +110,7 @@ void FieldMirror::setPlaceholder(const QString& text) {
 }
 
 void FieldMirror::showPlaceholder() {
-  const QString text = field_.standsForSeveral() ? tr("Several values") : placeholder_;
+  const QString text = field_.standsForSeveral() ? severalValuesText() : placeholder_;
   if (auto* edit = qobject_cast<QPlainTextEdit*>(&widget_)) {
     edit->setPlaceholderText(text);
   } else {
@@ -136,10 +136,12 @@ QString FieldMirror::shownText() const {
 void FieldMirror::showText(const QString& text) {
   const QSignalBlocker silent(&widget_);
   if (auto* line = qobject_cast<QLineEdit*>(&widget_)) {
+    // What would be typed in place of the old text is typed in place of the new one.
+    const bool isSelected = line->window()->focusWidget() == line && line->selectedText() == line->text();
     line->setText(text);
     // A long text is read from its beginning; one that came while the cursor stood here is typed over.
     line->setCursorPosition(0);
-    if (line->hasFocus()) line->selectAll();
+    if (isSelected) line->selectAll();
   } else if (auto* edit = qobject_cast<QPlainTextEdit*>(&widget_)) {
     edit->setPlainText(text);
   } else if (auto* combo = qobject_cast<QComboBox*>(&widget_)) {

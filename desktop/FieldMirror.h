@@ -23,6 +23,7 @@ class FieldMirror final : public QObject {
   static bool canShow(const QWidget& widget);
   // What an empty field shows, dimmed; first what the interface file says.
   void setPlaceholder(const QString& text);
+  static QString severalValuesText() { return tr("Several values"); }
 
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;

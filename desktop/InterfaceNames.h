@@ -37,6 +37,9 @@ struct InterfaceAction {
   std::function<bool()> isEnabled = {};
   // Names what it changed in the Edit menu; "" leaves the name alone.
   std::string undoName = {};
+  // Leaves the entry that is being typed alone. Before any other action that a button sends, it is taken; one
+  // that is refused keeps the action from being sent.
+  bool leavesEdits = false;
 };
 
 using Outlet =

@@ -65,7 +65,7 @@ QStringList InterfaceWiring::wire(QWidget& root, WindowMirror& mirror, const Out
   refused_.clear();
   wireWidget(root, mirror, wireOutlet);
   for (QWidget* widget : root.findChildren<QWidget*>()) wireWidget(*widget, mirror, wireOutlet);
-  for (QAction* action : root.findChildren<QAction*>()) wireSender(*action);
+  for (QAction* action : root.findChildren<QAction*>()) wireSender(*action, mirror);
   if (const std::string name = toText(propertyText(root, "closeAction")); !name.empty()) {
     if (!names_.actions.contains(name)) refuse(root, tr("there is no action %1").arg(toQString(name)));
     mirror.setCloseRequest([this, name] { send(name); });
@@ -78,7 +78,7 @@ void InterfaceWiring::wireWidget(QWidget& widget, WindowMirror& mirror, const Ou
   wireOutletOf(widget, mirror, wireOutlet);
   if (auto* combo = qobject_cast<QComboBox*>(&widget)) offerChoices(*combo);
   wireBinding(widget, mirror);
-  wireSender(widget);
+  wireSender(widget, mirror);
 }
 
 void InterfaceWiring::wireOutletOf(QWidget& widget, WindowMirror& mirror, const OutletWirer& wireOutlet) {
@@ -112,7 +112,7 @@ void InterfaceWiring::wireOutletOf(QWidget& widget, WindowMirror& mirror, const 
   refuse(widget, tr("it cannot show %1").arg(name));
 }
 
-void InterfaceWiring::wireSender(QObject& sender) {
+void InterfaceWiring::wireSender(QObject& sender, WindowMirror& mirror) {
   const std::string name = toText(propertyText(sender, "action"));
   if (name.empty()) return;
   if (!names_.actions.contains(name)) return refuse(sender, tr("there is no action %1").arg(toQString(name)));
@@ -123,7 +123,10 @@ void InterfaceWiring::wireSender(QObject& sender) {
   if (auto* action = qobject_cast<QAction*>(&sender)) {
     connect(action, &QAction::triggered, this, perform);
   } else if (auto* button = qobject_cast<QAbstractButton*>(&sender)) {
-    connect(button, &QAbstractButton::clicked, this, perform);
+    // It takes no focus by a click, which would ask about the entry before the button is pressed at all.
+    connect(button, &QAbstractButton::clicked, this, [this, name, perform, &window = mirror.window()] {
+      if (names_.actions.at(name).leavesEdits || window.firstResponder()->resignFirstResponder()) perform();
+    });
   } else {
     return refuse(sender, tr("it sends no actions"));
   }
@@ -203,12 +206,16 @@ void InterfaceWiring::bindField(QWidget& widget, WindowMirror& mirror, const Key
   }
   own->binding = std::make_unique<FieldBinding>(*field, *path.controller, path.key, names_.presentError);
   own->binding->setUndoActionName(undoNameOf(widget));
-  if (const std::string check = toText(propertyText(widget, "validator")); !check.empty()) {
-    const auto validator = names_.validators.find(check);
-    if (validator == names_.validators.end()) return refuse(widget, tr("there is no such check"));
-    field->setValidator(validator->second);
-  }
+  setCheck(widget, *field);
   keepEnabled(widget, field, path);
+}
+
+void InterfaceWiring::setCheck(QWidget& widget, TextField& field) {
+  const QString name = propertyText(widget, "validator");
+  if (name.isEmpty()) return;
+  const auto validator = names_.validators.find(toText(name));
+  if (validator == names_.validators.end()) return refuse(widget, tr("there is no check %1").arg(name));
+  field.setValidator(validator->second);
 }
 
 void InterfaceWiring::keepEnabled(QWidget& widget, TextField* field, const KeyPath& path) {
@@ -245,8 +252,7 @@ void InterfaceWiring::bindSetting(QWidget& widget, WindowMirror& mirror, const s
         fieldMirror->setPlaceholder(toQString(hint));
     };
     field.setCommit([setting, tell](std::string_view text) { return tell(setting.store(text)); });
-    const auto validator = names_.validators.find(toText(propertyText(widget, "validator")));
-    if (validator != names_.validators.end()) field.setValidator(validator->second);
+    setCheck(widget, field);
     own->observations.push_back(setting.observe(show));
     own->observations.push_back(field.observe(show));
     show();

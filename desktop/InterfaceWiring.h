@@ -63,11 +63,12 @@ class InterfaceWiring final : public QObject {
 
   void wireWidget(QWidget& widget, WindowMirror& mirror, const OutletWirer& wireOutlet);
   void wireOutletOf(QWidget& widget, WindowMirror& mirror, const OutletWirer& wireOutlet);
-  void wireSender(QObject& sender);
+  void wireSender(QObject& sender, WindowMirror& mirror);
   void wireBinding(QWidget& widget, WindowMirror& mirror);
   void bindSelection(QWidget& widget, WindowMirror& mirror, const KeyPath& path);
   void bindField(QWidget& widget, WindowMirror& mirror, const KeyPath& path);
   void bindSetting(QWidget& widget, WindowMirror& mirror, const std::string& keyPath);
+  void setCheck(QWidget& widget, TextField& field);
   void keepEnabled(QWidget& widget, TextField* field, const KeyPath& path);
   void offerChoices(QComboBox& combo);
   std::optional<KeyPath> keyPathOf(const QString& text);

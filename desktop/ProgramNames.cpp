@@ -101,7 +101,7 @@ void addImageActions(Actions& actions, ClipwaveProgram& program) {
   actions["closeEditImagePropsSheet:"] = {[&episodes, &images] {
     if (images.commitEditing()) episodes.closeEditImagePropsSheet();
   }};
-  actions["revertImageChanges:"] = {[&episodes] { episodes.revertImageChanges(); }};
+  actions["revertImageChanges:"] = {[&episodes] { episodes.revertImageChanges(); }, {}, {}, true};
   actions["addImage:"] = {[&images] { images.add(); }, {}, "New Artwork"};
   actions["removeImage:"] = {
       [&images] { images.removeObjectsAtArrangedObjectIndexes(images.selectionIndexes()); },
@@ -152,9 +152,17 @@ void addEditActions(Actions& actions, ClipwaveProgram& program) {
     ManagedObjectContext* context = program.controller().channelController().managedObjectContext();
     return context != nullptr ? &context->undoManager() : nullptr;
   };
-  actions["undo:"] = {[undoManager] { undoLastChange(undoManager()); },
+  // A method of publishing that comes back brings its layout along.
+  WindowLayout& layout = program.controller().windowLayout();
+  actions["undo:"] = {[undoManager, &layout] {
+                        undoLastChange(undoManager());
+                        layout.updateWindowSize();
+                      },
                       [undoManager] { return canUndoChange(undoManager()); }};
-  actions["redo:"] = {[undoManager] { redoLastChange(undoManager()); },
+  actions["redo:"] = {[undoManager, &layout] {
+                        redoLastChange(undoManager());
+                        layout.updateWindowSize();
+                      },
                       [undoManager] { return canRedoChange(undoManager()); }};
   for (const char* name : {"cut", "copy", "paste", "selectAll"})
     actions[std::string(name) + ":"] = {[name] { sendToFocus(name); }};
@@ -165,6 +173,7 @@ SettingAccess settingOf(Preferences& preferences, const std::string& keyPath) {
   const std::string group = keyPath.substr(0, dot);
   if (dot == std::string::npos || (group != "defaults" && keyPath != "account.password")) return {};
   const std::string key = keyPath.substr(dot + 1);
+  if (!preferences.has(key)) return {};
   return {[&preferences, key] { return preferences.text(key); },
           [&preferences, key](std::string_view text) {
             return preferences.setText(key, text).value_or(std::string());

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "desktop/DateField.h"
+#include "desktop/FieldMirror.h"
 #include "desktop/SymbolicIcon.h"
 #include "desktop/Text.h"
 #include "model/LibraryModel.h"
@@ -55,11 +56,14 @@ void CheckMirror::refresh() {
 
 ChoiceMirror::ChoiceMirror(QComboBox& widget, ArrayController& controller, std::string key,
                            std::function<void(const std::string&)> store)
-    : QObject(&widget), widget_(widget), selected_(controller, std::move(key), [this] {
-        widget_.setCurrentIndex(widget_.findText(toQString(selected_.value().stringValue())));
-      }) {
+    : QObject(&widget), widget_(widget), selected_(controller, std::move(key), [this] { refresh(); }) {
   connect(&widget, &QComboBox::textActivated, this,
           [store = std::move(store)](const QString& text) { store(toText(text)); });
+  refresh();
+}
+
+void ChoiceMirror::refresh() {
+  widget_.setPlaceholderText(selected_.differs() ? FieldMirror::severalValuesText() : QString());
   widget_.setCurrentIndex(widget_.findText(toQString(selected_.value().stringValue())));
 }
 
@@ -77,6 +81,7 @@ DateMirror::DateMirror(DateField& widget, ArrayController& controller, std::stri
     controller_.objectDidBeginEditing(*this);
   });
   connect(&widget, &DateField::editingEnded, this, [this] { commitEditing(); });
+  connect(&widget, &DateField::editingDiscarded, this, [this] { discardEditing(); });
   refresh();
 }
 
@@ -108,17 +113,19 @@ void DateMirror::refresh() {
   if (isEditing_) return;
   const std::optional<Date> date = selected_.value().dateValue();
   const QTimeZone zone = zone_ ? zoneNamed(zone_->value()) : QTimeZone::systemTimeZone();
-  widget_.setDateTime(date ? std::optional(QDateTime::fromMSecsSinceEpoch(date->microseconds / 1000, zone))
-                           : std::nullopt);
+  widget_.setDateTime(
+      date ? std::optional(QDateTime::fromMSecsSinceEpoch(date->microseconds / 1000, zone)) : std::nullopt,
+      selected_.differs());
 }
 
 LabelMirror::LabelMirror(QLabel& widget, ArrayController& controller, std::string key)
-    : QObject(&widget), widget_(widget), selected_(controller, std::move(key), [this] {
-        widget_.setText(selected_.differs() ? QStringLiteral("…")
-                                            : toQString(selected_.value().stringValue()));
-      }) {
+    : QObject(&widget), widget_(widget), selected_(controller, std::move(key), [this] { refresh(); }) {
   widget_.setTextFormat(Qt::PlainText);
-  widget_.setText(toQString(selected_.value().stringValue()));
+  refresh();
+}
+
+void LabelMirror::refresh() {
+  widget_.setText(selected_.differs() ? QStringLiteral("…") : toQString(selected_.value().stringValue()));
 }
 
 ImageMirror::ImageMirror(QLabel& widget, ArrayController& controller, std::string key)

@@ -51,6 +51,8 @@ class ChoiceMirror final : public QObject {
                std::function<void(const std::string&)> store);
 
  private:
+  void refresh();
+
   QComboBox& widget_;
   SelectedValue selected_;
 };
@@ -85,6 +87,8 @@ class LabelMirror final : public QObject {
   LabelMirror(QLabel& widget, ArrayController& controller, std::string key);
 
  private:
+  void refresh();
+
   QLabel& widget_;
   SelectedValue selected_;
 };

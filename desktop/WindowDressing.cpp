@@ -135,6 +135,9 @@ bool dressWindow(QWidget& window) {
   for (QObject* object : window.findChildren<QObject*>()) {
     complete = setSymbol(*object) && complete;
     if (auto* action = qobject_cast<QAction*>(object)) complete = connectPage(window, *action) && complete;
+    // A click on a button leaves the cursor in the entry that is being typed.
+    if (auto* button = qobject_cast<QAbstractButton*>(object); button && button->focusPolicy() != Qt::NoFocus)
+      button->setFocusPolicy(Qt::TabFocus);
     if (auto* bar = qobject_cast<QToolBar*>(object)) complete = arrangeToolBar(*bar) && complete;
   }
   new EvenRows(window);
