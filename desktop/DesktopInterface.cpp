@@ -180,7 +180,7 @@ void DesktopInterface::addContextMenu(RecordTable& table, const QString& outlet)
 void DesktopInterface::addListChoices(QMenu& menu) {
   auto* choices = new QActionGroup(this);
   menu.addSeparator();
-  QMenu* shown = menu.addMenu(tr("&Under channel titles"));
+  QMenu* shown = menu.addMenu(tr("Under channel &titles"));
   std::vector<NamedCode> names = program_.delegate().channelNames();
   names.push_back({toText(tr("Nothing")), ""});
   const std::string current = program_.services().defaults.string(kUnderChannels);

@@ -22,26 +22,6 @@ std::string kindOf(const OpenPanel& panel) {
   return panel.allowedTypes.empty() ? "files" : "movies";
 }
 
-// While something is asked, the pointer is the usual one, however busy who asks may look.
-class UsualPointer {
- public:
-  UsualPointer() {
-    while (const QCursor* shown = QApplication::overrideCursor()) {
-      shown_.push_back(*shown);
-      QApplication::restoreOverrideCursor();
-    }
-  }
-  ~UsualPointer() {
-    for (auto cursor = shown_.rbegin(); cursor != shown_.rend(); ++cursor)
-      QApplication::setOverrideCursor(*cursor);
-  }
-  UsualPointer(const UsualPointer&) = delete;
-  UsualPointer& operator=(const UsualPointer&) = delete;
-
- private:
-  std::vector<QCursor> shown_;
-};
-
 }  // namespace
 
 DesktopShell::DesktopShell(RunLoop& runLoop, FileManager& files, WidgetOfWindow widgetOfWindow)
@@ -81,7 +61,6 @@ OpenPanelAnswer DesktopShell::runOpenPanel(const OpenPanel& panel) {
 }
 
 void DesktopShell::runModally(const QPointer<QDialog>& dialog) {
-  const UsualPointer pointer;
   bool hasEnded = false;
   const auto end = [this, &hasEnded] {
     if (!std::exchange(hasEnded, true)) runLoop_.stopModal();
