@@ -250,6 +250,7 @@ TEST_F(Editing, ArtworkIsEditedInItsSheet) {
   ASSERT_TRUE(shown(state().editImagePropsWindow)->isVisible());
   click("addImageButton");
   type("imageTitleField", "Cover");
+  EXPECT_EQ(text("imageTitleField"), "Cover");
   type("imageURLField", "http://example.invalid/cover.png");
   click("revertButton");
   EXPECT_EQ(text("imageURLField"), "") << "the edit in progress goes";
