@@ -247,7 +247,7 @@ TEST_F(Editing, FilesAreDroppedOnEitherList) {
 TEST_F(Editing, ArtworkIsEditedInItsSheet) {
   press(Qt::Key_3, Qt::AltModifier);
   click("editImagesButton");
-  ASSERT_TRUE(shown(state().editImagePropsWindow)->isVisible());
+  ASSERT_EQ(QApplication::activeModalWidget(), shown(state().editImagePropsWindow));
   click("addImageButton");
   type("imageTitleField", "Cover");
   EXPECT_EQ(text("imageTitleField"), "Cover");
