@@ -247,9 +247,10 @@ TEST_F(Editing, FilesAreDroppedOnEitherList) {
 TEST_F(Editing, ArtworkIsEditedInItsSheet) {
   press(Qt::Key_3, Qt::AltModifier);
   click("editImagesButton");
-  ASSERT_TRUE(shown(state().editImagePropsWindow)->isVisible());
+  ASSERT_EQ(QApplication::activeModalWidget(), shown(state().editImagePropsWindow));
   click("addImageButton");
   type("imageTitleField", "Cover");
+  EXPECT_EQ(text("imageTitleField"), "Cover");
   type("imageURLField", "http://example.invalid/cover.png");
   click("revertButton");
   EXPECT_EQ(text("imageURLField"), "") << "the edit in progress goes";

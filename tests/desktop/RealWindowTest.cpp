@@ -100,9 +100,12 @@ TEST_F(RealWindow, TakesKeysFilesOfASecondStartAndASignalToEnd) {
   const std::string movie = makeMovie(home, "second start.mov");
   EXPECT_EQ(Process(std::string(CLIPWAVE) + " '" + movie + "'").wait(), 0)
       << "it hands its file over and ends";
-  QTest::qWait(500);
-  act("key ctrl+s");
-  EXPECT_TRUE(untilSaved("second start.mov"));
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] {
+        act("key ctrl+s");
+        return stored().find("second start.mov") != std::string::npos;
+      },
+      kLongest));
 
   act("key ctrl+n");
   QTest::qWait(500);

@@ -133,7 +133,10 @@ void RunningDesktop::clickRow(const char* name, int row, Qt::KeyboardModifiers m
 void RunningDesktop::type(const char* name, const QString& text) {
   QWidget& field = find(name);
   auto* combo = qobject_cast<QComboBox*>(&field);
-  click(combo != nullptr ? *combo->lineEdit() : field);
+  QWidget& entry = combo != nullptr ? *combo->lineEdit() : field;
+  click(entry);
+  // A window that has just come up gets the keys when its desktop says so.
+  ASSERT_TRUE(QTest::qWaitFor([&] { return field.hasFocus() || entry.hasFocus(); })) << name;
   press(Qt::Key_A, Qt::ControlModifier);
   text.isEmpty() ? press(Qt::Key_Delete) : QTest::keyClicks(QApplication::focusWidget(), text);
   turn();
@@ -242,8 +245,9 @@ void RunningDesktop::watchForDialogs() {
 
 void RunningDesktop::handle(QDialog& dialog) {
   const bool isAlert = qobject_cast<AlertDialog*>(&dialog) != nullptr;
-  // Sheets and windows of the program's own are driven by the test where no reply waits for them.
-  if (replies_.empty() && !isAlert && qobject_cast<OpenPanelDialog*>(&dialog) == nullptr) return;
+  // The program's own sheets hold nothing up: the test drives them itself.
+  const bool isPanel = qobject_cast<OpenPanelDialog*>(&dialog) != nullptr;
+  if (!isAlert && !isPanel && (replies_.empty() || dialog.windowModality() != Qt::ApplicationModal)) return;
   if (isAlert) alerts_.push_back(textIn(dialog, "alertTitle") + "|" + textIn(dialog, "alertMessage"));
   handled_.push_back(&dialog);
   dialog.activateWindow();
