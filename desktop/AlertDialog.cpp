@@ -10,17 +10,13 @@
 
 #include "desktop/AlertIcon.h"
 #include "desktop/PlainTextView.h"
+#include "desktop/Text.h"
 
 namespace clipwave {
 namespace {
 
 constexpr int kGrid = 8;  // pixels; every distance is a multiple of it
 constexpr int kIconSize = 6 * kGrid;
-
-// A title is no place for shortcuts: an ampersand in it is shown.
-QString buttonText(const std::string& title) {
-  return QString::fromStdString(title).replace(QLatin1Char('&'), QStringLiteral("&&"));
-}
 
 using Button = std::pair<Alert::Answer, const std::string*>;
 
@@ -50,8 +46,8 @@ AlertDialog::AlertDialog(const Alert& alert, QWidget* parent)
   }
   setWindowTitle(QStringLiteral("Clipwave"));
   if (!canBeDismissed_) setWindowFlag(Qt::WindowCloseButtonHint, false);
-  const QString title = QString::fromStdString(alert.title);
-  const QString message = QString::fromStdString(alert.message);
+  const QString title = toQString(alert.title);
+  const QString message = toQString(alert.message);
   setAccessibleName(title.isEmpty() ? message : title);
   setAccessibleDescription(message);
 
@@ -74,12 +70,12 @@ QVBoxLayout* AlertDialog::makeTexts(const Alert& alert) {
                                                               {"alertMessage", &alert.message}};
   for (const auto& [name, text] : shown) {
     if (text->empty()) continue;
-    auto* view = new PlainTextView(QString::fromStdString(*text), text == &alert.title, this);
+    auto* view = new PlainTextView(toQString(*text), text == &alert.title, this);
     view->setObjectName(QLatin1String(name));
     texts->addWidget(view);
   }
   if (alert.checkBox) {
-    checkBox_ = new QCheckBox(buttonText(alert.checkBox->title), this);
+    checkBox_ = new QCheckBox(withoutShortcut(toQString(alert.checkBox->title)), this);
     checkBox_->setChecked(alert.checkBox->isOn);
     texts->addSpacing(kGrid);
     texts->addWidget(checkBox_, 0, Qt::AlignLeft);
@@ -93,7 +89,7 @@ QLayout* AlertDialog::makeButtons(const Alert& alert) {
   row->addStretch();
   for (const auto& [answer, title] : buttonsOf(alert)) {
     if (title->empty()) continue;
-    auto* button = new QPushButton(buttonText(*title), this);
+    auto* button = new QPushButton(withoutShortcut(toQString(*title)), this);
     connect(button, &QPushButton::clicked, this, [this, pressed = answer] { end(pressed); });
     row->addWidget(button);
     if (answer != Alert::Answer::Default) continue;

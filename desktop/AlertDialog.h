@@ -1,4 +1,4 @@
-// An alert as a dialog: its title and message as plain text, its check box, its buttons in their order.
+// An alert as a dialogue: its title and message as plain text, its check box, its buttons in their order.
 #pragma once
 
 #include <QDialog>

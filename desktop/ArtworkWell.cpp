@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "desktop/SymbolicIcon.h"
+#include "desktop/Text.h"
 
 namespace clipwave {
 namespace {
@@ -63,7 +64,7 @@ void ArtworkWell::loadFromWeb() {
     if (loaded) {
       decodeLater({QByteArray::fromStdString(loaded.value().bytes), {}});
     } else {
-      show({{}, QString::fromStdString(loaded.error().localizedDescription)});
+      show({{}, toQString(loaded.error().localizedDescription)});
     }
   });
 }

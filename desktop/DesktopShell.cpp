@@ -11,6 +11,7 @@
 
 #include "desktop/AlertDialog.h"
 #include "desktop/OpenPanelDialog.h"
+#include "desktop/Text.h"
 #include "platform/appkit/Workspace.h"
 
 namespace clipwave {
@@ -42,7 +43,7 @@ QWidget* DesktopShell::widgetOf(const Window& window) const {
 
 Alert::Answer DesktopShell::runAlert(Alert& alert) {
   const QPointer<AlertDialog> dialog = new AlertDialog(alert, QApplication::activeWindow());
-  Alert::Answer answer = dialog->answer();  // also of a dialog that its parent took along
+  Alert::Answer answer = dialog->answer();  // also of a dialogue that its parent took along
   runModally(dialog.data());
   if (dialog == nullptr) return answer;
   if (alert.checkBox) alert.checkBox->isOn = dialog->isCheckBoxOn();
@@ -96,7 +97,7 @@ void DesktopShell::beginOpenPanelSheet(OpenPanel panel, Window& window,
   });
 }
 
-// Calls `ended` once: when the user has ended the dialog, or when it was destroyed with its parent.
+// Calls `ended` once: when the user has ended the dialogue, or when it was destroyed with its parent.
 void DesktopShell::beginSheet(QDialog* dialog, std::function<void(bool isAlive)> ended) {
   std::erase_if(sheets_, [](const auto& sheet) { return sheet == nullptr; });
   sheets_.emplace_back(dialog);
@@ -114,7 +115,7 @@ void DesktopShell::beginSheet(QDialog* dialog, std::function<void(bool isAlive)>
 
 OpenPanelDialog* DesktopShell::makeOpenPanelDialog(const OpenPanel& panel, QWidget* parent) {
   auto isAllowed = [this, panel](const QString& path) {
-    return isAllowedFile(panel, QFile::encodeName(path).toStdString(),
+    return isAllowedFile(panel, toPath(path),
                          [this](const std::string& file) { return HFSTypeOfFile(files_, file); });
   };
   return new OpenPanelDialog(panel, std::move(isAllowed), lastFolders_[kindOf(panel)], parent);
@@ -122,7 +123,7 @@ OpenPanelDialog* DesktopShell::makeOpenPanelDialog(const OpenPanel& panel, QWidg
 
 OpenPanelAnswer DesktopShell::remembered(const OpenPanel& panel, OpenPanelAnswer answer) {
   if (!answer.empty()) {
-    const QFileInfo chosen(QFile::decodeName(QByteArray::fromStdString(answer.front())));
+    const QFileInfo chosen(pathToQString(answer.front()));
     lastFolders_[kindOf(panel)] = chosen.isDir() ? chosen.absoluteFilePath() : chosen.absolutePath();
   }
   return answer;

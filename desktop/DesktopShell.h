@@ -1,4 +1,4 @@
-// The application's shell on the desktop: alerts and Open panels are dialogs.
+// The application's shell on the desktop: alerts and Open panels are dialogues.
 #pragma once
 
 #include <QObject>
@@ -32,7 +32,7 @@ class DesktopShell final : public ApplicationShell {
   DesktopShell& operator=(const DesktopShell&) = delete;
   void setWidgetOfWindow(WidgetOfWindow widgetOfWindow) { widgetOfWindow_ = std::move(widgetOfWindow); }
 
-  // A modal run that is ended over the dialog's head (quitting) answers as AlertDialog::answer says, or
+  // A modal run that is ended over the dialogue's head (quitting) answers as AlertDialog::answer says, or
   // nothing chosen, and ends the modal run around it, if any.
   Alert::Answer runAlert(Alert& alert) override;
   OpenPanelAnswer runOpenPanel(const OpenPanel& panel) override;
@@ -55,7 +55,7 @@ class DesktopShell final : public ApplicationShell {
   WidgetOfWindow widgetOfWindow_;
   std::map<std::string, QString> lastFolders_;  // by the kind of panel
   std::vector<QPointer<QDialog>> sheets_;
-  QObject context_;  // what the dialogs' signals are connected to: none comes after the shell's end
+  QObject context_;  // what the dialogues' signals are connected to: none comes after the shell's end
 };
 
 }  // namespace clipwave

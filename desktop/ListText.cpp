@@ -2,6 +2,8 @@
 
 #include <QDateTime>
 
+#include "desktop/Text.h"
+
 namespace clipwave {
 
 QString dayText(Date date, const QLocale& locale) {
@@ -17,7 +19,7 @@ QString shortDurationText(std::string_view stored) {
   const bool hasHours = stored.size() == 8 && stored[2] == ':' && stored[5] == ':';
   if (hasHours && stored.starts_with("00:")) stored.remove_prefix(3);
   if (hasHours && stored.starts_with("0") && stored.size() == 8) stored.remove_prefix(1);
-  return textFromUtf8(stored);
+  return toQString(stored);
 }
 
 QString shortSizeText(std::int64_t bytes, const QLocale& locale) {

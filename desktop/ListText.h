@@ -10,10 +10,6 @@
 
 namespace clipwave {
 
-inline QString textFromUtf8(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 // The day in local time as the locale orders it, with the month's short name: "22 Nov 2026".
 QString dayText(Date date, const QLocale& locale);
 // "00:12:31" as "12:31", "01:02:03" as "1:02:03"; every other text as it is.

@@ -133,6 +133,7 @@ void MoviePreview::setMovie(std::shared_ptr<Movie> movie) {
 }
 
 void MoviePreview::loadSoon() {
+  if (loadTimer_) loadTimer_->invalidate();
   loadTimer_ = runLoop_->scheduleTimer(kLoadDelay, [this] {
     if (!player_) load();
   });

@@ -13,6 +13,7 @@
 #include <QTreeView>
 #include <algorithm>
 
+#include "desktop/Text.h"
 #include "platform/foundation/FileManager.h"
 
 namespace clipwave {
@@ -36,7 +37,7 @@ class AllowedFilesOnly final : public QSortFilterProxyModel {
     const auto* files = static_cast<const QFileSystemModel*>(sourceModel());
     const QModelIndex index = files->index(row, 0, parent);
     if (showsEverything_ || files->isDir(index)) return true;
-    const std::string name = QFile::encodeName(files->fileName(index)).toStdString();
+    const std::string name = toPath(files->fileName(index));
     const auto& types = panel_.allowedTypes;
     if (std::ranges::find(types, pathExtension(name)) != types.end()) return true;
     return pathExtension(name).empty() && isAllowed_(files->filePath(index));
@@ -83,7 +84,7 @@ OpenPanelDialog::OpenPanelDialog(const OpenPanel& panel, IsAllowed isAllowed, co
   setFileMode(!panel.canChooseFiles           ? Directory
               : panel.allowsMultipleSelection ? ExistingFiles
                                               : ExistingFile);
-  // This dialog chooses; making a folder is as much as it changes.
+  // This dialogue chooses; making a folder is as much as it changes.
   for (const char* name : {"qt_delete_action", "qt_rename_action"}) {
     if (auto* action = findChild<QAction*>(QLatin1String(name))) {
       action->disconnect();
@@ -92,16 +93,16 @@ OpenPanelDialog::OpenPanelDialog(const OpenPanel& panel, IsAllowed isAllowed, co
   }
   setUpFilters();
   setUpSizes();
-  const QString title = QString::fromStdString(panel.title);
+  const QString title = toQString(panel.title);
   setWindowTitle(!title.isEmpty()             ? title
                  : !panel.canChooseFiles      ? tr("Choose a folder")
                  : panel.allowedTypes.empty() ? tr("Open")
                                               : tr("Choose a movie"));
-  setUpLines(QString::fromStdString(panel.message));
-  setLabelText(Accept, !panel.prompt.empty()  ? QString::fromStdString(panel.prompt).replace('&', "&&")
+  setUpLines(toQString(panel.message));
+  setLabelText(Accept, !panel.prompt.empty()  ? withoutShortcut(toQString(panel.prompt))
                        : panel.canChooseFiles ? tr("&Open")
                                               : tr("&Choose"));
-  const QString wanted = QFile::decodeName(QByteArray::fromStdString(panel.directory));
+  const QString wanted = pathToQString(panel.directory);
   const QString folders[] = {wanted, lastFolder, QDir::homePath()};
   const auto* folder = std::ranges::find_if(
       folders, [](const QString& path) { return !path.isEmpty() && QDir(path).exists(); });
@@ -131,7 +132,7 @@ void OpenPanelDialog::setUpSizes() {
   }
 }
 
-// Adds a line above the dialog's own widgets, and one below them.
+// Adds a line above the dialogue's own widgets, and one below them.
 void OpenPanelDialog::setUpLines(const QString& message) {
   auto* grid = qobject_cast<QGridLayout*>(layout());
   if (grid == nullptr) return;
@@ -214,7 +215,7 @@ void OpenPanelDialog::accept() {
   OpenPanelAnswer paths;
   for (const QString& path : chosen) {
     if (const QString objection = objectionTo(path); !objection.isEmpty()) return refuse(objection);
-    paths.push_back(QFile::encodeName(QDir::cleanPath(path)).toStdString());
+    paths.push_back(toPath(QDir::cleanPath(path)));
   }
   answer_ = std::move(paths);
   done(QDialog::Accepted);

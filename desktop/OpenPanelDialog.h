@@ -1,4 +1,4 @@
-// The dialog for choosing existing files or folders: only what the panel allows can be chosen in it.
+// The dialogue for choosing existing files or folders: only what the panel allows can be chosen in it.
 #pragma once
 
 #include <QFileDialog>

@@ -22,7 +22,7 @@ PlainTextView::PlainTextView(const QString& text, bool isBold, QWidget* parent) 
   setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setAccessibleName(text);
-  // On the dialog's own ground, in its colour.
+  // On the dialogue's own ground, in its colour.
   viewport()->setAutoFillBackground(false);
   QPalette colours = palette();
   colours.setColor(QPalette::Text, colours.color(QPalette::WindowText));

@@ -1,4 +1,4 @@
-// A paragraph of plain text in a dialog, as wide as reads well, wrapped wherever it must be, and no taller
+// A paragraph of plain text in a dialogue, as wide as reads well, wrapped wherever it must be, and no taller
 // than the screen allows.
 #pragma once
 

@@ -5,6 +5,7 @@
 
 #include "desktop/RecordTableDelegate.h"
 #include "desktop/RecordTableHeader.h"
+#include "desktop/Text.h"
 
 namespace clipwave {
 namespace {
@@ -76,7 +77,7 @@ void RecordTable::attach(TableView& table, std::vector<Column> columns, MovieFac
 }
 
 void RecordTable::setSecondLineKey(const QString& key) {
-  model_->setSecondLineKey(key.toStdString());
+  model_->setSecondLineKey(toText(key));
   scheduleDelayedItemsLayout();
 }
 

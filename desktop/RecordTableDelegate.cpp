@@ -29,7 +29,7 @@ QFont secondLineFont(QFont font) {
   return font;
 }
 
-QPalette::ColorGroup colorGroup(const QStyleOptionViewItem& option) {
+QPalette::ColorGroup colourGroup(const QStyleOptionViewItem& option) {
   if (!(option.state & QStyle::State_Enabled)) return QPalette::Disabled;
   return option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
 }
@@ -48,7 +48,7 @@ bool isDark(const QPalette& palette) {
 }
 
 // Told from text, and calm, on light and on dark backgrounds.
-QColor warningColor(const QPalette& palette) {
+QColor warningColour(const QPalette& palette) {
   return isDark(palette) ? QColor(0xF0, 0xB0, 0x50) : QColor(0xA8, 0x58, 0x00);
 }
 
@@ -75,26 +75,26 @@ void paintCheckBox(QPainter& painter, const QStyleOptionViewItem& option) {
 
 void paintTwoLines(QPainter& painter, const QStyleOptionViewItem& option, const QString& second) {
   const bool selected = option.state & QStyle::State_Selected;
-  QColor color =
-      option.palette.color(colorGroup(option), selected ? QPalette::HighlightedText : QPalette::Text);
+  QColor colour =
+      option.palette.color(colourGroup(option), selected ? QPalette::HighlightedText : QPalette::Text);
   const QFont small = secondLineFont(option.font);
   const QFontMetrics smallMetrics(small);
   const int height = option.fontMetrics.height() + smallMetrics.height();
   QRect line = option.rect.adjusted(margin(option), (option.rect.height() - height) / 2, -margin(option), 0);
   line.setHeight(option.fontMetrics.height());
   painter.save();
-  painter.setPen(color);
+  painter.setPen(colour);
   painter.setFont(option.font);
   painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
                    option.fontMetrics.elidedText(option.text, Qt::ElideRight, line.width()));
   line.translate(0, line.height());
   line.setHeight(smallMetrics.height());
   if (selected) {
-    color.setAlphaF(0.75F);
+    colour.setAlphaF(0.75F);
   } else {
-    color = option.palette.color(colorGroup(option), QPalette::PlaceholderText);
+    colour = option.palette.color(colourGroup(option), QPalette::PlaceholderText);
   }
-  painter.setPen(color);
+  painter.setPen(colour);
   painter.setFont(small);
   painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
                    smallMetrics.elidedText(second, Qt::ElideRight, line.width()));
@@ -105,8 +105,8 @@ void paintTrouble(QPainter& painter, const QStyleOptionViewItem& option) {
   const QRect mark = QStyle::alignedRect(option.direction, Qt::AlignCenter, QSize(kMark, kMark), option.rect);
   const bool selected = option.state & QStyle::State_Selected;
   paintImage(painter, QStringLiteral("trouble"), mark,
-             selected ? option.palette.color(colorGroup(option), QPalette::HighlightedText)
-                      : warningColor(option.palette));
+             selected ? option.palette.color(colourGroup(option), QPalette::HighlightedText)
+                      : warningColour(option.palette));
 }
 
 }  // namespace

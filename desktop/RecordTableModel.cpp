@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "desktop/ListText.h"
+#include "desktop/Text.h"
 
 namespace clipwave {
 namespace {
@@ -127,9 +128,9 @@ QString RecordTableModel::text(const Column& shown, const ManagedObject& record)
   const Value& value = record.primitiveValue(shown.key);
   switch (shown.kind) {
     case Column::Kind::Title:
-      return value.stringValue().empty() ? tr("Untitled") : textFromUtf8(value.stringValue()).simplified();
+      return value.stringValue().empty() ? tr("Untitled") : toQString(value.stringValue()).simplified();
     case Column::Kind::Text:
-      return textFromUtf8(value.stringValue()).simplified();
+      return toQString(value.stringValue()).simplified();
     case Column::Kind::Day:
       return value.dateValue() ? dayText(*value.dateValue(), QLocale()) : QString();
     case Column::Kind::Duration:
@@ -157,7 +158,7 @@ QString RecordTableModel::sizeText(const ManagedObject& record) const {
 QString RecordTableModel::secondLine(const ManagedObject& record) const {
   return secondLineKey_.empty()
              ? QString()
-             : textFromUtf8(record.primitiveValue(secondLineKey_).stringValue()).simplified();
+             : toQString(record.primitiveValue(secondLineKey_).stringValue()).simplified();
 }
 
 QString RecordTableModel::troubleText(const ManagedObject& record) const {
@@ -216,7 +217,7 @@ bool RecordTableModel::setData(const QModelIndex& index, const QVariant& value, 
   UndoManager& undoManager = found->managedObjectContext()->undoManager();
   undoManager.beginUndoGrouping();
   found->setValue(shown.key, value.toInt() == Qt::Checked);
-  undoManager.setActionName(shown.actionName.toStdString());
+  undoManager.setActionName(toText(shown.actionName));
   undoManager.endUndoGrouping();
   emit dataChanged(index, index, {Qt::CheckStateRole});
   return true;

@@ -20,6 +20,7 @@
 #include <utility>
 
 #include "desktop/InstanceMessage.h"
+#include "desktop/Text.h"
 
 namespace clipwave {
 namespace {
@@ -52,7 +53,7 @@ std::string meetingFolder() {
   const std::string runtime = qgetenv("XDG_RUNTIME_DIR").toStdString();
   if (isOwnFolder(runtime)) return runtime;
   const std::string own =
-      QFile::encodeName(QDir::tempPath()).toStdString() + "/clipwave-" + std::to_string(::geteuid());
+      toPath(QDir::tempPath()) + "/clipwave-" + std::to_string(::geteuid());
   ::mkdir(own.c_str(), 0700);
   return isOwnFolder(own) ? own : std::string();
 }
@@ -147,7 +148,7 @@ class SingleInstance::Reception : public QObject {
   }
 
  private:
-  QString socketPath() const { return QFile::decodeName(QByteArray::fromStdString(place_ + ".socket")); }
+  QString socketPath() const { return pathToQString(place_ + ".socket"); }
 
   void listen() {
     // With the lock held, a socket that lies there is nobody's.

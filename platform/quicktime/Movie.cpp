@@ -17,9 +17,6 @@ namespace {
 // A file made to keep a reader busy, or a slow volume, holds the application up no longer than this.
 constexpr std::chrono::seconds kPatience{3};
 
-// Thirty years of movie are a damaged header, and would not fit the text they are shown in.
-constexpr double kLongestDuration = 1e9;
-
 using Deadline = std::chrono::steady_clock::time_point;
 
 int isPastDeadline(void* deadline) {
@@ -57,9 +54,7 @@ class LibraryMovieOpener final : public MovieOpener {
     // much and is kept for the containers that do not.
     if (input->duration <= 0 || !hasPlayableStream(*input)) avformat_find_stream_info(input.get(), nullptr);
     if (!hasPlayableStream(*input)) return nullptr;
-    const double seconds = static_cast<double>(input->duration) / AV_TIME_BASE;
-    return std::make_shared<OpenedMovie>(std::string(path),
-                                         seconds > 0 && seconds < kLongestDuration ? seconds : 0);
+    return std::make_shared<OpenedMovie>(std::string(path), durationOf(*input));
   }
 };
 

@@ -16,6 +16,8 @@ extern "C" {
 #include <libswscale/swscale.h>
 }
 
+#include "platform/foundation/FileManager.h"
+
 namespace clipwave {
 namespace {
 
@@ -26,13 +28,15 @@ constexpr const char* kContainers =
     "mov,matroska,avi,mp3,aac,wav,w64,aiff,au,caf,flac,ogg,ac3,eac3,amr,"
     "mpegts,mpeg,mpegvideo,flv,asf,dv,mxf,nut,ivf,rm";
 
+// Thirty years of movie are a damaged header, and would not fit the text they are shown in.
+constexpr double kLongestDuration = 1e9;
 constexpr std::int64_t kProbeBytes = 5'000'000;
-constexpr std::int64_t kAnalyzedMicroseconds = 5'000'000;
+constexpr std::int64_t kAnalysedMicroseconds = 5'000'000;
 
 void keepQuiet(void*, int, const char*, va_list) {}
 
 Error openError(const std::string& path, int code) {
-  const std::string name = path.substr(path.rfind('/') + 1);
+  const std::string name = lastPathComponent(path);
   if (code == ENOENT || code == ENOTDIR)
     return cocoaError(kFileReadNoSuchFileError, "The movie “" + name + "” is missing.");
   if (code == EACCES || code == EPERM)
@@ -84,7 +88,7 @@ Result<MovieInput> openMovieInput(const std::string& path, MovieInterruption int
   if (opened == nullptr) return openError(path, ENOMEM);
   opened->interrupt_callback = {interruption.isWanted, interruption.context};
   opened->probesize = kProbeBytes;
-  opened->max_analyze_duration = kAnalyzedMicroseconds;
+  opened->max_analyze_duration = kAnalysedMicroseconds;
   AVDictionary* options = nullptr;
   av_dict_set(&options, "protocol_whitelist", "file", 0);
   av_dict_set(&options, "format_whitelist", kContainers, 0);
@@ -100,6 +104,11 @@ Result<MovieInput> openMovieInput(const std::string& path, MovieInterruption int
 
 // What a container was taken for by mistake has streams without any measures; the cover picture of a song is
 // none of its own.
+double durationOf(const AVFormatContext& input) {
+  const double seconds = static_cast<double>(input.duration) / AV_TIME_BASE;
+  return seconds > 0 && seconds < kLongestDuration ? seconds : 0;
+}
+
 bool isPlayable(const AVStream& stream) {
   const AVCodecParameters& parameters = *stream.codecpar;
   if (parameters.codec_type == AVMEDIA_TYPE_AUDIO) return parameters.sample_rate > 0;

@@ -40,10 +40,13 @@ struct MovieInterruption {
 // Keeps the libraries from printing, for the whole process.
 void silenceMovieLibraries();
 
-// The file at an absolute path, its header read; streams without a header are not analyzed yet. Reads this
+// The file at an absolute path, its header read; streams without a header are not analysed yet. Reads this
 // one file and nothing that it may refer to. Fails for what is no regular file, for pictures, text and
 // playlists, and for what may not be read; the error's code is one of NSCocoaErrorDomain.
 Result<MovieInput> openMovieInput(const std::string& path, MovieInterruption interruption);
+
+// In seconds, as far as the file says; 0 where it does not, or says what cannot be.
+double durationOf(const AVFormatContext& input);
 
 // Whether a stream can be seen or heard.
 bool isPlayable(const AVStream& stream);

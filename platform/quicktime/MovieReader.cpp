@@ -13,6 +13,8 @@ extern "C" {
 #include <libswresample/swresample.h>
 }
 
+#include "platform/foundation/FileManager.h"
+
 namespace clipwave {
 namespace {
 
@@ -25,7 +27,6 @@ constexpr std::int64_t kMostWaiting = 64'000'000;
 constexpr double kMissingSeconds = 1;
 constexpr double kMissingPart = 0.05;
 
-constexpr double kLongestDuration = 1e9;
 constexpr unsigned kMostThreads = 4;
 constexpr int kMostSkipped = 300;  // packets of a stream that never says where it can be entered
 
@@ -60,7 +61,7 @@ Result<std::unique_ptr<MovieReader>> MovieReader::open(const std::string& path,
   reader->choose(reader->picture_, AVMEDIA_TYPE_VIDEO);
   reader->choose(reader->sound_, AVMEDIA_TYPE_AUDIO);
   if (!reader->hasPicture() && !reader->hasSound()) {
-    return cocoaError(kFileReadUnknownError, "The movie “" + path.substr(path.rfind('/') + 1) +
+    return cocoaError(kFileReadUnknownError, "The movie “" + lastPathComponent(path) +
                                                  "” is of a kind that cannot be played.");
   }
   reader->readFacts();
@@ -86,8 +87,7 @@ void MovieReader::readFacts() {
   // What comes before zero only primes a decoder.
   if (input_->start_time != AV_NOPTS_VALUE && input_->start_time > 0)
     start_ = static_cast<double>(input_->start_time) / AV_TIME_BASE;
-  const double seconds = static_cast<double>(input_->duration) / AV_TIME_BASE;
-  if (seconds > 0 && seconds < kLongestDuration) duration_ = seconds;
+  duration_ = durationOf(*input_);
   if (!hasPicture()) return;
   quarterTurns_ = quarterTurnsOf(stream(picture_));
   const AVRational aspect = av_guess_sample_aspect_ratio(input_.get(), &stream(picture_), nullptr);

@@ -262,7 +262,7 @@ void PlayerThread::finish() {
   atEnd_ = true;
   std::optional<Error> error;
   if (isBroken) {
-    error = cocoaError(kFileReadUnknownError, "The movie “" + path_.substr(path_.rfind('/') + 1) +
+    error = cocoaError(kFileReadUnknownError, "The movie “" + lastPathComponent(path_) +
                                                   "” is damaged: it breaks off before its end.");
   }
   link_.setMoment({position_, steady_clock::now(), false, serial_});
