@@ -102,14 +102,16 @@ bool FieldMirror::canTakeTypingBack(const QKeyEvent& key) const {
   return true;
 }
 
-void FieldMirror::setPlaceholder(const QString& text) {
-  if (auto* line = qobject_cast<QLineEdit*>(&widget_)) {
-    line->setPlaceholderText(text);
-  } else if (auto* edit = qobject_cast<QPlainTextEdit*>(&widget_)) {
-    edit->setPlaceholderText(text);
-  } else if (auto* combo = qobject_cast<QComboBox*>(&widget_)) {
-    combo->lineEdit()->setPlaceholderText(text);
-  }
+void FieldMirror::setPlaceholder(QWidget& widget, const QString& text) {
+  QWidget* shown = &widget;
+  if (auto* combo = qobject_cast<QComboBox*>(shown)) shown = combo->lineEdit();
+  shown->setProperty("placeholderText", text);
+}
+
+QString FieldMirror::placeholder(const QWidget& widget) {
+  const QWidget* shown = &widget;
+  if (const auto* combo = qobject_cast<const QComboBox*>(shown)) shown = combo->lineEdit();
+  return shown->property("placeholderText").toString();
 }
 
 QString FieldMirror::shownText() const {

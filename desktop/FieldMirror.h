@@ -22,7 +22,8 @@ class FieldMirror final : public QObject {
   FieldMirror(QWidget& widget, TextField& field);
   static bool canShow(const QWidget& widget);
   // What an empty field shows, dimmed.
-  void setPlaceholder(const QString& text);
+  static void setPlaceholder(QWidget& widget, const QString& text);
+  static QString placeholder(const QWidget& widget);
 
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;

@@ -33,6 +33,7 @@ class OwnField final : public QObject {
   explicit OwnField(QWidget& widget) : QObject(&widget) {}
   TextField field;
   std::unique_ptr<FieldBinding> binding;
+  std::unique_ptr<SelectedValue> selected;
   std::vector<Observation> observations;
 };
 
@@ -203,6 +204,12 @@ void InterfaceWiring::bindField(QWidget& widget, WindowMirror& mirror, const Key
   }
   own->binding = std::make_unique<FieldBinding>(*field, *path.controller, path.key, names_.presentError);
   own->binding->setUndoActionName(undoNameOf(widget));
+  // An empty field says whether there is nothing, or not the same in all.
+  const auto showWhetherSame = [&widget, own, usual = FieldMirror::placeholder(widget)] {
+    if (own->selected)
+      FieldMirror::setPlaceholder(widget, own->selected->differs() ? tr("Several values") : usual);
+  };
+  own->selected = std::make_unique<SelectedValue>(*path.controller, path.key, showWhetherSame);
   if (const std::string check = toText(propertyText(widget, "validator")); !check.empty()) {
     const auto validator = names_.validators.find(check);
     if (validator == names_.validators.end()) return refuse(widget, tr("there is no such check"));
