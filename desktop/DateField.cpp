@@ -23,6 +23,8 @@ DateField::DateField(QWidget* parent)
   edit_->setDisplayFormat(QStringLiteral("d MMM yyyy  HH:mm:ss"));
   edit_->setMinimumDate(QDate(1, 1, 1));
   edit_->setMaximumDate(QDate(9999, 12, 31));
+  // Without a date the editor stands at its first one: an old date, though dimmed, could be taken for real.
+  edit_->setSpecialValueText(QStringLiteral("–"));
   setFocusProxy(edit_);
   edit_->installEventFilter(this);
   connect(edit_, &QDateTimeEdit::dateTimeChanged, this, &DateField::editingBegan);
@@ -47,10 +49,9 @@ void DateField::setDateTime(const std::optional<QDateTime>& dateTime) {
   const QSignalBlocker silent(edit_);
   box_->setChecked(dateTime.has_value());
   edit_->setEnabled(dateTime.has_value());
-  if (dateTime) {
-    zone_ = dateTime->timeZone();
-    edit_->setDateTime(QDateTime(dateTime->date(), dateTime->time(), Qt::UTC));
-  }
+  if (dateTime) zone_ = dateTime->timeZone();
+  edit_->setDateTime(dateTime ? QDateTime(dateTime->date(), dateTime->time(), Qt::UTC)
+                              : edit_->minimumDateTime());
 }
 
 bool DateField::eventFilter(QObject*, QEvent* event) {
