@@ -58,6 +58,8 @@ class DesktopInterface final : public QObject {
   void raise(const QByteArray& activationToken);
   // The quit sequence. A publish run that goes on is cancelled first, and waited for.
   void quit();
+  // Whether quitting waits for a publish run's end.
+  bool isQuitting() const { return isQuitting_; }
 
  private:
   void makeDialog(Window& window, void (*setUp)(QDialog&));

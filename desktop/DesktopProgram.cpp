@@ -1,6 +1,7 @@
 #include "desktop/DesktopProgram.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QFileInfo>
 #include <QSessionManager>
 #include <QUrl>
@@ -102,6 +103,8 @@ void DesktopProgram::commitSession(QSessionManager& session) {
     return;
   }
   interface_->quit();
+  // A publish run that is cancelled takes a moment, for which the desktop waits.
+  while (interface_->isQuitting()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   session.release();
   if (!platform_->application().isTerminated()) session.cancel();
 }

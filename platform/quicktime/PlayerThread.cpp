@@ -5,6 +5,8 @@
 #include <exception>
 #include <utility>
 
+#include "platform/foundation/FileManager.h"
+
 namespace clipwave {
 namespace {
 
