@@ -56,7 +56,9 @@ SecretAccount Preferences::account() const {
 }
 
 bool Preferences::hasPassword() const {
-  const auto password = secrets_.password(account());
+  const SecretAccount current = account();
+  if (current.address.empty() || current.member.empty()) return false;
+  const auto password = secrets_.password(current);
   return password && password->has_value();
 }
 

@@ -26,7 +26,7 @@ class Preferences {
   // As it is shown and typed; always "" for the password.
   std::string text(std::string_view key) const;
   bool flag(std::string_view key) const { return defaults_.boolean(key); }
-  // A kept password cannot be shown, only replaced.
+  // A kept password cannot be shown, only replaced. May block on the desktop's secret service.
   bool hasPassword() const;
 
   // Each answers what is wrong, in a sentence; nothing when it was set. An emptied text goes back to its

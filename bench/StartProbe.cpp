@@ -4,14 +4,13 @@
 
 #include <QApplication>
 #include <QTimer>
-#include <filesystem>
 
 #include "desktop/DesktopProgram.h"
+#include "platform/foundation/ProcessInfo.h"
 
 int main(int argc, char** argv) {
   QApplication qt(argc, argv);
-  std::error_code error;
-  clipwave::DesktopProgram desktop(std::filesystem::read_symlink("/proc/self/exe", error).string());
+  clipwave::DesktopProgram desktop(clipwave::executablePath());
   if (!desktop.start({})) return 1;
   // Behind what was posted so far: painting, and the deferred calls of the start-up.
   QTimer::singleShot(0, [] { QTimer::singleShot(0, [] { ::_exit(0); }); });

@@ -1,9 +1,9 @@
 // clipwavectl: works on the library from the command line, through the very classes that the window uses.
 #include <algorithm>
-#include <filesystem>
 #include <iostream>
 
 #include "ctl/Commands.h"
+#include "platform/foundation/ProcessInfo.h"
 
 namespace clipwave {
 
@@ -27,11 +27,6 @@ void printHelp(const Command& command) {
             << command.arguments << "\n\n"
             << command.summary << ".\n\n"
             << command.help;
-}
-
-std::string executablePath() {
-  std::error_code error;
-  return std::filesystem::read_symlink("/proc/self/exe", error).string();
 }
 
 int runCommand(const Command& command, const CommandLine& arguments, bool verbose) {

@@ -23,9 +23,7 @@ class ArtworkMirror final : public QObject {
   void refresh();
 
   ArtworkWell& widget_;
-  ArrayController& list_;
   SelectedValue selected_;
-  bool isObserving_ = false;
   Observation changes_;
 };
 

@@ -15,7 +15,6 @@
 #include "desktop/EditActions.h"
 #include "desktop/LibraryTables.h"
 #include "desktop/LowerArea.h"
-#include "desktop/MovieFacts.h"
 #include "desktop/MoviePreview.h"
 #include "desktop/PreviewMirror.h"
 #include "desktop/ProgramNames.h"
@@ -26,6 +25,7 @@
 #include "desktop/WindowDressing.h"
 #include "desktop/WindowMemory.h"
 #include "desktop/WindowMirror.h"
+#include "ui/MovieFacts.h"
 #include "ui_About.h"
 #include "ui_FeedURL.h"
 #include "ui_ImageProperties.h"
@@ -37,6 +37,8 @@ namespace clipwave {
 
 namespace {
 
+const QStringList kWindows = {"mainWindow",           "statusWindow", "rssFeedWindow",
+                              "editImagePropsWindow", "prefWindow",   "aboutWindow"};
 // The user default: the channel attribute that the channel list shows under the titles; "" for none.
 constexpr const char* kUnderChannels = "channelListShows";
 constexpr int kTellFor = 6000;  // milliseconds
@@ -81,6 +83,9 @@ DesktopInterface::DesktopInterface(ClipwaveProgram& program, DesktopInterfaceLoa
 DesktopInterface::~DesktopInterface() {
   loader_.setMaker(nullptr);
   program_.controller().publishRun().setOnEnd(nullptr);
+  observations_.clear();
+  // The windows go before what they show.
+  mainWindow_.reset();
 }
 
 void DesktopInterface::makeDialog(Window& window, void (*setUpDialog)(QDialog&)) {
@@ -127,23 +132,28 @@ bool DesktopInterface::wireOutlet(const QString& outlet, QWidget& widget) {
   if (auto* area = qobject_cast<LowerArea*>(widget.parentWidget());
       outlet == "lowerView" && area != nullptr) {
     area->attach(interface.lowerView);
-  } else if (auto* preview = qobject_cast<MoviePreview*>(&widget)) {
+  } else if (auto* preview = qobject_cast<MoviePreview*>(&widget);
+             preview != nullptr && outlet == "previewPane") {
     preview->attach(interface.previewPane, program_.services().runLoop);
     new PreviewMirror(*preview, interface.previewPane, interface.vodcastController);
-  } else if (auto* split = qobject_cast<SplitView*>(&widget)) {
+  } else if (auto* split = qobject_cast<SplitView*>(&widget); split != nullptr && outlet == "splitView") {
     const WindowLayout& layout = controller.windowLayout();
     split->setConstraints(
         [&layout](float proposed, int divider) { return layout.constrainMinCoordinate(proposed, divider); },
         [&layout](float proposed, int divider) { return layout.constrainMaxCoordinate(proposed, divider); });
-  } else if (auto* well = qobject_cast<ArtworkWell*>(&widget)) {
+  } else if (auto* well = qobject_cast<ArtworkWell*>(&widget); well != nullptr && outlet == "artworkWell") {
     new ArtworkMirror(*well, interface.channelController, "image");
   } else if (auto* combo = qobject_cast<QComboBox*>(&widget); combo != nullptr && outlet == "imagePopUp") {
-    new ImagePicker(*combo, interface.channelController, interface.imageController);
+    new ImagePicker(*combo, interface.channelController, interface.imageController,
+                    [this, &interface](const Value& image) {
+                      storeChoice(interface.channelController, "image", image,
+                                  toText(tr("Change of Artwork")), wiring_.names().presentError);
+                    });
   } else if (auto* table = qobject_cast<RecordTable*>(&widget)) {
     return wireTable(outlet, *table);
   } else {
     // The windows themselves are known by the files that they are made from.
-    return outlet.endsWith(QLatin1String("Window"));
+    return kWindows.contains(outlet) && widget.isWindow();
   }
   return true;
 }
@@ -253,7 +263,8 @@ void DesktopInterface::followUndo() {
 void DesktopInterface::tell(const std::string& message) {
   // What a run has to say comes first.
   TextField& status = program_.interface().copyStatusTextField;
-  if (!status.isHidden()) return;
+  if (!status.isHidden() && status.stringValue() != told_) return;
+  told_ = message;
   status.setStringValue(message);
   status.setHidden(false);
   QTimer::singleShot(kTellFor, this, [&status, message] {

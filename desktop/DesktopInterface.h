@@ -92,6 +92,7 @@ class DesktopInterface final : public QObject {
   std::map<const Window*, WindowMirror*> mirrors_;
   QStringList refused_;
   bool isQuitting_ = false;
+  std::string told_;  // the last passing word
   bool refreshQueued_ = false;
   UndoManager* undoManager_ = nullptr;  // only compared
   Observation undoObservation_;

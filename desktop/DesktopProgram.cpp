@@ -2,9 +2,9 @@
 
 #include <QApplication>
 #include <QEventLoop>
-#include <QFileInfo>
 #include <QSessionManager>
 #include <QUrl>
+#include <filesystem>
 
 #include "desktop/QtRunLoop.h"
 #include "desktop/SymbolicIcon.h"
@@ -15,11 +15,13 @@ namespace clipwave {
 namespace {
 
 // Files are given as paths, or as the file URLs that some file managers hand over.
-std::vector<std::string> absolutePaths(const QStringList& files) {
+std::vector<std::string> absolutePaths(const std::vector<std::string>& files) {
   std::vector<std::string> paths;
-  for (const QString& file : files) {
-    const QUrl url(file);
-    paths.push_back(toText(QFileInfo(url.isLocalFile() ? url.toLocalFile() : file).absoluteFilePath()));
+  for (const std::string& file : files) {
+    const QUrl url(toQString(file));
+    std::error_code error;
+    paths.push_back(url.isLocalFile() ? toPath(url.toLocalFile())
+                                      : std::filesystem::absolute(file, error).string());
   }
   return paths;
 }
@@ -55,7 +57,7 @@ void DesktopProgram::dressApplication() {
       [this](QSessionManager& session) { commitSession(session); }, Qt::DirectConnection);
 }
 
-int DesktopProgram::run(const QStringList& files) {
+int DesktopProgram::run(const std::vector<std::string>& files) {
   const std::vector<std::string> paths = absolutePaths(files);
   const auto library = platform_->services().process.applicationSupportFolder();
   instance_ = std::make_unique<SingleInstance>(*runLoop_, library ? *library : std::string());

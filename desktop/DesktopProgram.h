@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QObject>
-#include <QStringList>
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,7 +30,7 @@ class DesktopProgram final : public QObject {
 
   // Runs until the user quits, and answers the process's exit status. `files` are movies to be opened. Where
   // the program runs already, they are handed to it, and this one ends at once.
-  int run(const QStringList& files);
+  int run(const std::vector<std::string>& files);
 
   // Opens the library and shows the window; false, with the reason told, where the program cannot go on.
   bool start(const std::vector<std::string>& paths);

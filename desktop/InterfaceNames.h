@@ -27,7 +27,7 @@ struct SettingAccess {
   std::function<bool()> flag;
   std::function<std::string(bool)> storeFlag;
   std::function<Observation(std::function<void()>)> observe;
-  // What an empty field says of it; "" for what the interface file says.
+  // What an empty field says of it in place of what the interface file says; none: nothing.
   std::function<std::string()> hint = {};
 };
 
@@ -35,8 +35,6 @@ struct InterfaceAction {
   std::function<void()> perform;
   // Whether it can be sent now; none: always.
   std::function<bool()> isEnabled = {};
-  // Names what it changed in the Edit menu; "" leaves the name alone.
-  std::string undoName = {};
   // Leaves the entry that is being typed alone. Before any other action that a button sends, it is taken; one
   // that is refused keeps the action from being sent.
   bool leavesEdits = false;
@@ -50,7 +48,7 @@ struct InterfaceNames {
   std::map<std::string, InterfaceAction, std::less<>> actions;
   std::map<std::string, ArrayController*, std::less<>> controllers;
   const ManagedObjectModel* model = nullptr;
-  // The setting under a key path such as "defaults.noConfirm"; one without `text` for none.
+  // The setting under a key path such as "defaults.noConfirm"; one without `observe` for none.
   std::function<SettingAccess(const std::string& keyPath)> setting;
   // What a combo box offers; a null list for an unknown name.
   std::map<std::string, std::function<QStringList()>, std::less<>> choices;

@@ -23,10 +23,6 @@ namespace clipwave {
 
 namespace {
 
-QString propertyText(const QObject& object, const char* name) {
-  return object.property(name).toString();
-}
-
 // A field that exists for its widget alone, with what keeps it in step; lives with the widget.
 class OwnField final : public QObject {
  public:
@@ -141,7 +137,7 @@ bool InterfaceWiring::send(const std::string& name) {
   const InterfaceAction& action = found->second;
   if (action.isEnabled && !action.isEnabled()) return false;
   action.perform();
-  emit sent(toQString(name));
+  emit sent();
   refreshActions();
   return true;
 }
@@ -176,7 +172,10 @@ void InterfaceWiring::bindSelection(QWidget& widget, WindowMirror& mirror, const
   } else if (auto* combo = qobject_cast<QComboBox*>(&widget)) {
     new ChoiceMirror(*combo, controller, path.key, [store](const std::string& text) { store(text); });
   } else if (auto* date = qobject_cast<DateField*>(&widget)) {
-    const auto zone = keyPathOf(propertyText(widget, "zoneBinding"));
+    const QString zoneText = propertyText(widget, "zoneBinding");
+    const auto zone = keyPathOf(zoneText);
+    if (!zoneText.isEmpty() && (!zone || zone->controller != path.controller))
+      return refuse(widget, tr("there is no time zone %1").arg(zoneText));
     new DateMirror(*date, controller, path.key, zone ? zone->key : std::string(), store);
   } else if (auto* label = qobject_cast<QLabel*>(&widget)) {
     if (propertyText(widget, "shows") == QLatin1String("image")) {
@@ -246,11 +245,19 @@ void InterfaceWiring::bindSetting(QWidget& widget, WindowMirror& mirror, const s
     TextField& field = own->field;
     auto* fieldMirror = new FieldMirror(widget, field);
     mirror.addResponder(widget, field);
-    const auto show = [&field, setting, fieldMirror] {
+    const auto show = [&field, setting] {
       if (!field.isEditing()) field.setStringValue(setting.text());
-      if (const std::string hint = setting.hint ? setting.hint() : ""; !hint.empty())
-        fieldMirror->setPlaceholder(toQString(hint));
     };
+    // The hint may take a question to another service: it waits until somebody can read it.
+    const Window& window = mirror.window();
+    const auto showHint = [&window, setting, fieldMirror] {
+      const std::string hint = setting.hint && window.isVisible() ? setting.hint() : "";
+      if (!hint.empty()) fieldMirror->setPlaceholder(toQString(hint));
+    };
+    if (setting.hint) {
+      own->observations.push_back(setting.observe(showHint));
+      own->observations.push_back(mirror.window().observe(showHint));
+    }
     field.setCommit([setting, tell](std::string_view text) { return tell(setting.store(text)); });
     setCheck(widget, field);
     own->observations.push_back(setting.observe(show));

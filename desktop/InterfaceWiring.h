@@ -34,7 +34,7 @@ class InterfaceWiring final : public QObject {
   Q_OBJECT
 
  public:
-  // What the names stand for must outlive every wired window.
+  // What the names stand for must outlive every wired window, and so must this.
   explicit InterfaceWiring(InterfaceNames names);
 
   // Wires a window of the program that is shown in `root`. Outlets that this knows nothing about (custom
@@ -52,7 +52,7 @@ class InterfaceWiring final : public QObject {
 
  signals:
   // An action was sent and has returned.
-  void sent(const QString& name);
+  void sent();
 
  private:
   struct Sender {

@@ -18,7 +18,7 @@ Column publishColumn() {
           .key = "vcPublish",
           .title = tr("Publish"),
           .symbol = QStringLiteral("in-feed"),
-          .actionName = tr("Publish")};
+          .actionName = tr("Change of Publish")};
 }
 
 }  // namespace
@@ -32,7 +32,7 @@ std::vector<Column> episodeColumns() {
            .key = "vcCopy",
            .title = tr("Copy when publishing"),
            .symbol = QStringLiteral("copy-movie"),
-           .actionName = tr("Copy")},
+           .actionName = tr("Change of Copy")},
           {.kind = Kind::Title, .key = "vcTitle", .title = tr("Title")},
           {.kind = Kind::Day, .key = "vcPublishDate", .title = tr("Date"), .sample = day},
           {.kind = Kind::Duration,

@@ -21,20 +21,9 @@ std::function<bool()> hasSelection(ArrayController& list) {
 void addLibraryActions(Actions& actions, ClipwaveProgram& program, const DesktopActions& desktop) {
   Controller& controller = program.controller();
   lanternAppDelegate& delegate = program.delegate();
-  Application& application = program.services().application;
   actions["saveAction:"] = {[&controller, &delegate] {
     ManagedObjectContext* context = controller.channelController().managedObjectContext();
     if (context == nullptr || context->commitEditing()) delegate.saveAction();
-  }};
-  actions["openMovies:"] = {[&controller, &delegate, &application] {
-    OpenPanel panel;
-    panel.allowsMultipleSelection = true;
-    panel.message = "Each movie becomes an episode of a new channel.";
-    panel.allowedTypes = controller.episodeListEditing().movieFileTypes();
-    application.beginOpenPanelSheet(panel, controller.interface().mainWindow,
-                                    [&delegate](const OpenPanelAnswer& paths) {
-                                      if (!paths.empty()) delegate.openFiles(paths);
-                                    });
   }};
   actions["terminate:"] = {desktop.quit};
   actions["showHelp:"] = {
@@ -61,24 +50,24 @@ void addListActions(Actions& actions, ClipwaveProgram& program) {
   };
   const auto anyChannel = hasSelection(controller.channelController());
   const auto anyEpisode = hasSelection(controller.vodcastController());
-  actions["addChannel:"] = {[&channels] { channels.addChannel(); }, hasStore, "New Channel"};
-  actions["removeChannels:"] = {[&channels] { channels.removeSelectedChannels(); }, anyChannel,
-                                "Delete Channel"};
+  actions["addChannel:"] = {[&channels] { channels.addChannel(); }, hasStore};
+  actions["removeChannels:"] = {[&channels] { channels.removeSelectedChannels(); }, anyChannel};
+  actions["openMovies:"] = {[&channels] { channels.openMovies(); }, hasStore};
   actions["addEpisodes:"] = {[&channels] { channels.addEpisodes(); }, hasStore};
   actions["removeEpisodes:"] = {[&controller] {
                                   ArrayController& list = controller.vodcastController();
                                   list.removeObjectsAtArrangedObjectIndexes(list.selectionIndexes());
                                 },
-                                anyEpisode, "Delete Episode"};
+                                anyEpisode};
   actions["addMovie:"] = {[&episodes] { episodes.addMovie(); }, anyEpisode};
-  actions["clearMovie:"] = {[&episodes] { episodes.clearMovie(); }, anyEpisode, "Clear Movie"};
+  actions["clearMovie:"] = {[&episodes] { episodes.clearMovie(); }, anyEpisode};
   actions["openMediaInQuicktime:"] = {[&episodes] { episodes.openMediaInQuicktime(); }, anyEpisode};
   actions["toggleSelectedOnCopyVodcasts:"] = {[&episodes] { episodes.toggleSelectedOnCopyVodcasts(); },
-                                              anyEpisode, "Change of Copy"};
+                                              anyEpisode};
   actions["toggleSelectedOnPublishVodcasts:"] = {[&episodes] { episodes.toggleSelectedOnPublishVodcasts(); },
-                                                 anyEpisode, "Change of Publish"};
+                                                 anyEpisode};
   actions["toggleSelectedOnPublishChannel:"] = {[&episodes] { episodes.toggleSelectedOnPublishChannel(); },
-                                                anyChannel, "Change of Publish"};
+                                                anyChannel};
   actions["playOrPause:"] = {[&controller] {
                                MovieView& preview = controller.interface().previewPane;
                                preview.isPlaying() ? preview.pause() : preview.play();
@@ -101,11 +90,16 @@ void addImageActions(Actions& actions, ClipwaveProgram& program) {
   actions["closeEditImagePropsSheet:"] = {[&episodes, &images] {
     if (images.commitEditing()) episodes.closeEditImagePropsSheet();
   }};
-  actions["revertImageChanges:"] = {[&episodes] { episodes.revertImageChanges(); }, {}, {}, true};
-  actions["addImage:"] = {[&images] { images.add(); }, {}, "New Artwork"};
-  actions["removeImage:"] = {
-      [&images] { images.removeObjectsAtArrangedObjectIndexes(images.selectionIndexes()); },
-      hasSelection(images), "Delete Artwork"};
+  actions["revertImageChanges:"] = {[&episodes] { episodes.revertImageChanges(); }, {}, true};
+  actions["addImage:"] = {[&images] {
+    images.add();
+    images.setUndoActionName("New Artwork");
+  }};
+  actions["removeImage:"] = {[&images] {
+                               images.removeObjectsAtArrangedObjectIndexes(images.selectionIndexes());
+                               images.setUndoActionName("Delete Artwork");
+                             },
+                             hasSelection(images)};
 }
 
 void addPublishActions(Actions& actions, ClipwaveProgram& program, const DesktopActions& desktop) {
@@ -174,20 +168,24 @@ SettingAccess settingOf(Preferences& preferences, const std::string& keyPath) {
   if (dot == std::string::npos || (group != "defaults" && keyPath != "account.password")) return {};
   const std::string key = keyPath.substr(dot + 1);
   if (!preferences.has(key)) return {};
-  return {[&preferences, key] { return preferences.text(key); },
-          [&preferences, key](std::string_view text) {
-            return preferences.setText(key, text).value_or(std::string());
-          },
-          [&preferences, key] { return preferences.flag(key); },
-          [&preferences, key](bool flag) { return preferences.setFlag(key, flag).value_or(std::string()); },
-          [&preferences, key](std::function<void()> function) {
-            return preferences.observe(key, std::move(function));
-          },
-          [&preferences, key] {
-            if (key != Preferences::kPassword) return std::string();
-            return toText(preferences.hasPassword() ? QObject::tr("Kept; type here to replace it")
-                                                    : QObject::tr("None is kept"));
-          }};
+  SettingAccess setting;
+  setting.text = [&preferences, key] { return preferences.text(key); };
+  setting.store = [&preferences, key](std::string_view text) {
+    return preferences.setText(key, text).value_or(std::string());
+  };
+  setting.flag = [&preferences, key] { return preferences.flag(key); };
+  setting.storeFlag = [&preferences, key](bool flag) {
+    return preferences.setFlag(key, flag).value_or(std::string());
+  };
+  setting.observe = [&preferences, key](std::function<void()> function) {
+    return preferences.observe(key, std::move(function));
+  };
+  if (key == Preferences::kPassword)
+    setting.hint = [&preferences] {
+      return toText(preferences.hasPassword() ? QObject::tr("Kept; type here to replace it")
+                                              : QObject::tr("None is kept"));
+    };
+  return setting;
 }
 
 QStringList listOf(const std::vector<std::string>& texts) {
@@ -235,13 +233,6 @@ InterfaceNames namesOfProgram(ClipwaveProgram& program, Preferences& preferences
   addImageActions(names.actions, program);
   addPublishActions(names.actions, program, desktop);
   addEditActions(names.actions, program);
-  for (auto& [name, action] : names.actions) {
-    if (action.undoName.empty()) continue;
-    action.perform = [&program, perform = action.perform, undoName = action.undoName] {
-      perform();
-      program.interface().channelController.setUndoActionName(undoName);
-    };
-  }
   names.controllers = {{"channelController", &interface.channelController},
                        {"vodcastController", &interface.vodcastController},
                        {"imageController", &interface.imageController}};

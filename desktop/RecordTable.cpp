@@ -67,12 +67,13 @@ void RecordTable::attach(TableView& table, std::vector<Column> columns, MovieFac
   mirroring_ = true;
   setModel(model_);
   setUpHeader();
-  tableObservation_ = table.observe([this] {
-    followStore();
-    queueSync();
-  });
+  tableObservation_ = table.observe([this] { queueSync(); });
+  // An observer for each of ten thousand records would cost more than they are worth.
+  if (ArrayController* list = table.contentController())
+    storeObservation_ = list->observeStore([this](const ContextChange& change) {
+      if (change.kind == ContextChange::Kind::ValueChanged) repaintLater();
+    });
   if (facts != nullptr) factsObservation_ = facts->observe([this] { repaintLater(); });
-  followStore();
   sync();
 }
 
@@ -169,20 +170,6 @@ void RecordTable::showSortOrder() {
 }
 
 // --- Following the list ---
-
-// Values are told by the store as a whole: an observer for each of ten thousand records would cost more than
-// they are worth. At once, for the store may be another by the time the rows are taken over.
-void RecordTable::followStore() {
-  const ArrayController* const list = table_->contentController();
-  ManagedObjectContext* const context = list == nullptr ? nullptr : list->managedObjectContext();
-  if (context == observedContext_ && !model_->rows().empty()) return;
-  observedContext_ = context;
-  storeObservation_.cancel();
-  if (context == nullptr) return;
-  storeObservation_ = context->observeChanges([this](const ContextChange& change) {
-    if (change.kind == ContextChange::Kind::ValueChanged) repaintLater();
-  });
-}
 
 void RecordTable::repaintLater() {
   if (repaintQueued_) return;

@@ -20,7 +20,8 @@ class RecordTable final : public QTreeView {
  public:
   explicit RecordTable(QWidget* parent = nullptr);
 
-  // Once. `table` and `facts` (null: nothing is found out about movies) must outlive this widget.
+  // Once, with the table's content bound. `table` and `facts` (null: nothing is found out about movies) must
+  // outlive this widget.
   void attach(TableView& table, std::vector<Column> columns, MovieFacts* facts = nullptr);
   // Under the titles: a text of the record; empty for one line a row.
   void setSecondLineKey(const QString& key);
@@ -73,7 +74,6 @@ class RecordTable final : public QTreeView {
   void showSortOrder();
   void queueSync();
   void sync();
-  void followStore();
   void repaintLater();
   Scrolled scrolled() const;
   void keepInPlace(RecordTableModel::Change change, const Scrolled& before);
@@ -96,7 +96,6 @@ class RecordTable final : public QTreeView {
   RecordTableModel* model_ = nullptr;
   MovieFacts* facts_ = nullptr;
   QString emptyText_;
-  ManagedObjectContext* observedContext_ = nullptr;  // only compared
   Observation tableObservation_;
   Observation storeObservation_;
   Observation factsObservation_;

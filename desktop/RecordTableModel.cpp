@@ -156,9 +156,8 @@ QString RecordTableModel::sizeText(const ManagedObject& record) const {
 }
 
 QString RecordTableModel::secondLine(const ManagedObject& record) const {
-  return secondLineKey_.empty()
-             ? QString()
-             : toQString(record.primitiveValue(secondLineKey_).stringValue()).simplified();
+  return secondLineKey_.empty() ? QString()
+                                : toQString(record.primitiveValue(secondLineKey_).stringValue()).simplified();
 }
 
 QString RecordTableModel::troubleText(const ManagedObject& record) const {

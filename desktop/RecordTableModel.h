@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "desktop/Column.h"
-#include "desktop/MovieFacts.h"
 #include "platform/appkit/TableView.h"
+#include "ui/MovieFacts.h"
 
 namespace clipwave {
 

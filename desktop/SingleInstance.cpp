@@ -36,8 +36,8 @@ QByteArray activationTokenFromEnvironment() {
   QByteArray token;
   for (const char* name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
     if (token.isEmpty()) token = qgetenv(name);
+    qunsetenv(name);
   }
-  qunsetenv("XDG_ACTIVATION_TOKEN");
   return token;
 }
 
@@ -52,8 +52,7 @@ bool isOwnFolder(const std::string& path) {
 std::string meetingFolder() {
   const std::string runtime = qgetenv("XDG_RUNTIME_DIR").toStdString();
   if (isOwnFolder(runtime)) return runtime;
-  const std::string own =
-      toPath(QDir::tempPath()) + "/clipwave-" + std::to_string(::geteuid());
+  const std::string own = toPath(QDir::tempPath()) + "/clipwave-" + std::to_string(::geteuid());
   ::mkdir(own.c_str(), 0700);
   return isOwnFolder(own) ? own : std::string();
 }
@@ -180,7 +179,7 @@ class SingleInstance::Reception : public QObject {
     auto message = messageFrom(bytes, &isBroken);
     if (isBroken) return dismiss(visitor);
     if (!message) return;
-    visitor->disconnect(SIGNAL(readyRead()));
+    QObject::disconnect(visitor, &QLocalSocket::readyRead, nullptr, nullptr);
     visitor->putChar(kAcknowledged);
     visitor->flush();
     visitor->disconnectFromServer();
@@ -188,7 +187,7 @@ class SingleInstance::Reception : public QObject {
   }
 
   static void dismiss(QLocalSocket* visitor) {
-    visitor->disconnect(SIGNAL(readyRead()));
+    QObject::disconnect(visitor, &QLocalSocket::readyRead, nullptr, nullptr);
     visitor->abort();
     visitor->deleteLater();
   }

@@ -9,9 +9,10 @@
 namespace clipwave {
 
 // SIGINT, SIGTERM and SIGHUP, but for those that the process was started to ignore. One at a time in a
-// process; the signals' old ways come back with its end.
+// process; with its end the signals end the process at once again.
 class TerminationSignals {
  public:
+  // `requested` is called from the run loop, in modal mode as well; never where no pipe can be made.
   TerminationSignals(RunLoop& runLoop, std::function<void()> requested);
   ~TerminationSignals();
   TerminationSignals(const TerminationSignals&) = delete;

@@ -28,7 +28,7 @@ QTimeZone zoneNamed(const Value& name) {
 void storeChoice(ArrayController& controller, const std::string& key, const Value& value,
                  const std::string& undoName, const std::function<void(const Error&)>& presentError) {
   const Validation answer = controller.selection().commitValue(key, value);
-  controller.setUndoActionName(undoName);
+  if (answer.valid) controller.setUndoActionName(undoName);
   if (!answer.valid && answer.error && presentError) presentError(*answer.error);
 }
 
@@ -146,49 +146,42 @@ EnabledMirror::EnabledMirror(QObject& owner, ArrayController& controller, const 
   setEnabled(selected_.hasSelection() && (enabledKey.empty() || selected_.value().boolValue()));
 }
 
-ImagePicker::ImagePicker(QComboBox& widget, ArrayController& channels, ArrayController& images)
+ImagePicker::ImagePicker(QComboBox& widget, ArrayController& channels, ArrayController& images,
+                         std::function<void(const Value&)> store)
     : QObject(&widget),
       widget_(widget),
-      channels_(channels),
       images_(images),
       selected_(channels, "image", [this] { refresh(); }),
-      imagesObservation_(images.observeArrangedObjects([this] { refresh(); })) {
-  connect(&widget, &QComboBox::activated, this, [this](int index) { choose(index); });
+      imagesObservation_(images.observeArrangedObjects([this] { refresh(); })),
+      titlesObservation_(images.observeStore([this](const ContextChange& change) {
+        if (change.kind == ContextChange::Kind::ValueChanged &&
+            change.object->entity().name() == kImageEntity)
+          refresh();
+      })) {
+  connect(&widget, &QComboBox::activated, this, [this, store = std::move(store)](int index) {
+    store(imageWithID(widget_.itemData(index).toLongLong()));
+    refresh();
+  });
   refresh();
 }
 
-// The library may be there only after the window.
-void ImagePicker::followStore() {
-  ManagedObjectContext* const context = images_.managedObjectContext();
-  if (context == nullptr || std::exchange(isFollowing_, true)) return;
-  storeObservation_ = context->observeChanges([this](const ContextChange& change) {
-    if (change.kind == ContextChange::Kind::ValueChanged && change.object->entity().name() == kImageEntity)
-      refresh();
-  });
-}
-
 void ImagePicker::refresh() {
-  followStore();
   const QSignalBlocker silent(&widget_);
   widget_.clear();
-  widget_.addItem(tr("No artwork"));
-  offered_ = images_.arrangedObjects();
-  for (ManagedObject* image : offered_) {
+  widget_.addItem(tr("No artwork"), 0);
+  for (ManagedObject* image : images_.arrangedObjects()) {
     const QString title = toQString(image->value("title").stringValue());
-    widget_.addItem(title.isEmpty() ? tr("Untitled") : title);
+    widget_.addItem(title.isEmpty() ? tr("Untitled") : title, static_cast<qlonglong>(image->objectID()));
   }
-  ManagedObject* current = selected_.value().recordValue();
-  const auto place = std::find(offered_.begin(), offered_.end(), current);
-  widget_.setCurrentIndex(place == offered_.end() ? 0 : static_cast<int>(place - offered_.begin()) + 1);
+  const ManagedObject* current = selected_.value().recordValue();
+  const int place = current == nullptr ? 0 : widget_.findData(static_cast<qlonglong>(current->objectID()));
+  widget_.setCurrentIndex(selected_.differs() ? -1 : place);
   widget_.setEnabled(selected_.hasSelection());
 }
 
-void ImagePicker::choose(int index) {
-  const auto& images = images_.arrangedObjects();
-  ManagedObject* image = index > 0 && static_cast<std::size_t>(index) <= images.size()
-                             ? images[static_cast<std::size_t>(index) - 1]
-                             : nullptr;
-  storeChoice(channels_, "image", image, toText(tr("Change of Artwork")), {});
+ManagedObject* ImagePicker::imageWithID(std::int64_t objectID) const {
+  ManagedObjectContext* context = images_.managedObjectContext();
+  return context != nullptr && objectID != 0 ? context->objectWithID(objectID) : nullptr;
 }
 
 }  // namespace clipwave

@@ -22,7 +22,7 @@ namespace clipwave {
 class ArtworkWell;
 class DateField;
 
-// Sets the value in every selected record, validated, as an undo group of that name. A refusal is handed to
+// Sets the value in every selected record, validated, and names the undo step so. A refusal is handed to
 // `presentError`.
 void storeChoice(ArrayController& controller, const std::string& key, const Value& value,
                  const std::string& undoName, const std::function<void(const Error&)>& presentError);
@@ -122,21 +122,19 @@ class EnabledMirror final : public QObject {
 class ImagePicker final : public QObject {
   Q_OBJECT
  public:
-  ImagePicker(QComboBox& widget, ArrayController& channels, ArrayController& images);
+  // `store` takes the chosen image, absent for none.
+  ImagePicker(QComboBox& widget, ArrayController& channels, ArrayController& images,
+              std::function<void(const Value&)> store);
 
  private:
   void refresh();
-  void followStore();
-  void choose(int index);
+  ManagedObject* imageWithID(std::int64_t objectID) const;
 
   QComboBox& widget_;
-  ArrayController& channels_;
   ArrayController& images_;
-  std::vector<ManagedObject*> offered_;  // only compared, and looked up among the images before use
   SelectedValue selected_;
   Observation imagesObservation_;
-  bool isFollowing_ = false;
-  Observation storeObservation_;
+  Observation titlesObservation_;
 };
 
 }  // namespace clipwave

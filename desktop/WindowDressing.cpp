@@ -16,18 +16,15 @@
 
 #include "desktop/ElidedLabel.h"
 #include "desktop/SymbolicIcon.h"
+#include "desktop/Text.h"
 
 namespace clipwave {
 namespace {
 
 constexpr int kSmallestRow = 24;
 
-QString textOf(const QObject& object, const char* property) {
-  return object.property(property).toString();
-}
-
 bool setSymbol(QObject& object) {
-  const QString name = textOf(object, "symbol");
+  const QString name = propertyText(object, "symbol");
   if (name.isEmpty()) return true;
   const QIcon icon = imageNamed(name);
   if (auto* action = qobject_cast<QAction*>(&object)) {
@@ -44,7 +41,7 @@ bool setSymbol(QObject& object) {
 }
 
 bool connectPage(QWidget& window, QAction& action) {
-  const QString name = textOf(action, "page");
+  const QString name = propertyText(action, "page");
   if (name.isEmpty()) return true;
   for (auto* tabs : window.findChildren<QTabWidget*>()) {
     auto* page = window.findChild<QWidget*>(name);
@@ -60,7 +57,7 @@ bool arrangeToolBar(QToolBar& bar) {
     auto* button = qobject_cast<QToolButton*>(bar.widgetForAction(action));
     if (button && action->menu()) button->setPopupMode(QToolButton::InstantPopup);
   }
-  const QString name = textOf(bar, "trailingAction");
+  const QString name = propertyText(bar, "trailingAction");
   if (name.isEmpty()) return true;
   for (QAction* action : bar.actions()) {
     if (action->objectName() != name) continue;

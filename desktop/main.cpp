@@ -1,14 +1,12 @@
 // clipwave: the desktop program.
 #include <QApplication>
-#include <filesystem>
 
-#include "app/RealPlatform.h"
 #include "desktop/DesktopProgram.h"
+#include "platform/foundation/ProcessInfo.h"
 
 int main(int argc, char** argv) {
+  // Takes its own arguments out of the list; what is left are files, whose names need not be text.
   QApplication qt(argc, argv);
-  std::error_code error;
-  const std::string executable = std::filesystem::read_symlink("/proc/self/exe", error).string();
-  clipwave::DesktopProgram program(executable);
-  return program.run(QApplication::arguments().mid(1));
+  clipwave::DesktopProgram program(clipwave::executablePath());
+  return program.run({argv + 1, argv + argc});
 }

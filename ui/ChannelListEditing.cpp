@@ -14,7 +14,7 @@ ChannelListEditing::ChannelListEditing(Application& application, Window& mainWin
       episodeListEditing_(episodeListEditing) {}
 
 void ChannelListEditing::addChannel() {
-  channelController_.add();
+  if (channelController_.add() != nullptr) channelController_.setUndoActionName("New Channel");
 }
 
 std::string ChannelListEditing::removalQuestion() const {
@@ -54,16 +54,29 @@ void ChannelListEditing::removeSelectedChannels() {
   undoManager.endUndoGrouping();
 }
 
+void ChannelListEditing::openMovies() {
+  chooseMovies("Each movie becomes an episode of a new channel.", [this](const OpenPanelAnswer& filenames) {
+    if (application_.delegate() != nullptr) application_.delegate()->openFiles(filenames);
+  });
+}
+
 void ChannelListEditing::addEpisodes() {
+  chooseMovies("", [this](const OpenPanelAnswer& filenames) { dropOnEpisodeList(filenames); });
+}
+
+void ChannelListEditing::chooseMovies(std::string message,
+                                      std::function<void(const OpenPanelAnswer&)> taken) {
   OpenPanel panel;
   panel.allowsMultipleSelection = true;
+  panel.message = std::move(message);
   panel.allowedTypes = episodeListEditing_.movieFileTypes();
-  application_.beginOpenPanelSheet(
-      panel, mainWindow_, [this](const OpenPanelAnswer& filenames) { dropOnEpisodeList(filenames); });
+  application_.beginOpenPanelSheet(panel, mainWindow_,
+                                   [taken = std::move(taken)](const OpenPanelAnswer& filenames) {
+                                     if (!filenames.empty()) taken(filenames);
+                                   });
 }
 
 void ChannelListEditing::dropOnEpisodeList(const OpenPanelAnswer& filenames) {
-  if (filenames.empty()) return;
   DraggingInfo info;
   info.draggingPasteboard.setPropertyList(Array(filenames.begin(), filenames.end()), NSFilenamesPboardType);
   const auto top = TableDropOperation::Above;

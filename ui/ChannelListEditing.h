@@ -1,6 +1,7 @@
 // Adding and removing whole channels, and filling one from the Open panel.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "platform/appkit/Application.h"
@@ -21,12 +22,15 @@ class ChannelListEditing {
   // Asks once, then removes the selected channels with their episodes as one undo step; the movie files stay.
   // Beeps where none is selected.
   void removeSelectedChannels();
+  // Asks for movies in an Open panel on the main window, and opens them as if the desktop had.
+  void openMovies();
   // Shows the Open panel as a sheet on the main window; the movies chosen there come into the list as if they
   // were dropped on it.
   void addEpisodes();
 
  private:
   std::string removalQuestion() const;
+  void chooseMovies(std::string message, std::function<void(const OpenPanelAnswer&)> taken);
   void dropOnEpisodeList(const OpenPanelAnswer& filenames);
 
   Application& application_;

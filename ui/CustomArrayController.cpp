@@ -55,6 +55,7 @@ void CustomArrayController::removeObjectsAtArrangedObjectIndexes(const IndexSet&
     }
   }
   ArrayController::removeObjectsAtArrangedObjectIndexes(indexes);
+  setUndoActionName(indexes.size() == 1 ? "Delete Episode" : "Delete Episodes");
 }
 
 void CustomArrayController::moveToTrash(const std::string& path) {

@@ -57,10 +57,12 @@ void EpisodeListEditing::clearMovie() {
   elements_.previewPane.pause();
   Selection selection = elements_.vodcastController.selection();
   for (const std::string_view key : kMovieKeys) selection.setValue(key, {});
+  elements_.vodcastController.setUndoActionName("Clear Movie");
 }
 
 void EpisodeListEditing::toggleSelected(ArrayController& controller, std::string_view key) {
   controller.selection().changeValues(key, [](const Value& value) { return !value.boolValue(); });
+  controller.setUndoActionName(key == "vcCopy" ? "Change of Copy" : "Change of Publish");
 }
 
 void EpisodeListEditing::toggleSelectedOnCopyVodcasts() {

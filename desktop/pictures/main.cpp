@@ -7,10 +7,10 @@
 #include <QStyle>
 #include <QStyleFactory>
 #include <QTimer>
-#include <filesystem>
 #include <iostream>
 
 #include "desktop/DesktopProgram.h"
+#include "platform/foundation/ProcessInfo.h"
 
 namespace clipwave {
 
@@ -130,8 +130,7 @@ int run(const QStringList& arguments) {
     std::cerr << "Usage: clipwave-pictures FOLDER [main]\n";
     return 2;
   }
-  std::error_code error;
-  DesktopProgram desktop(std::filesystem::read_symlink("/proc/self/exe", error).string());
+  DesktopProgram desktop(executablePath());
   if (!desktop.start({})) return 1;
   desktop.interface().mainWindow().resize(1280, 800);
   Photographer camera(desktop, arguments[1]);

@@ -31,8 +31,10 @@ void ArrayController::setManagedObjectContext(ManagedObjectContext* context) {
   selection_.clear();
   if (context_ != nullptr) {
     context_->registerEditor(*this);
-    contextObservation_ =
-        context_->observeChanges([this](const ContextChange& change) { contextChanged(change); });
+    contextObservation_ = context_->observeChanges([this](const ContextChange& change) {
+      contextChanged(change);
+      storeObservers_.call(change);
+    });
     undoObservation_ = context_->undoManager().observe([this] { endBulkChange(); });
   }
   announce();

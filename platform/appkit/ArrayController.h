@@ -137,6 +137,11 @@ class ArrayController : public Editor {
     return arrangedObservers_.add(std::move(function));
   }
 
+  // Called after each change in the store that the list works on by then, and after the list itself was told.
+  Observation observeStore(std::function<void(const ContextChange&)> function) {
+    return storeObservers_.add(std::move(function));
+  }
+
   // Whether values are being changed in bulk (a write to the selection, undo, redo). What shows what the
   // selected records have in common waits for the end, or its work would grow with the square of their
   // number.
@@ -215,6 +220,7 @@ class ArrayController : public Editor {
   std::map<std::string, Observers<>, std::less<>> valueObservers_;  // by key
   std::unordered_set<const ManagedObject*> toldSelected_;           // only compared: the records may be gone
   Observers<> arrangedObservers_;
+  Observers<const ContextChange&> storeObservers_;
   Observers<> bulkChangeObservers_;
   Observation contextObservation_;
   Observation undoObservation_;

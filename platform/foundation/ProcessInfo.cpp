@@ -2,6 +2,7 @@
 
 #include <pwd.h>
 #include <unistd.h>
+#include <filesystem>
 
 #include <array>
 #include <cerrno>
@@ -103,6 +104,11 @@ class SystemProcessInfo final : public ProcessInfo {
 
 std::unique_ptr<ProcessInfo> makeProcessInfo() {
   return std::make_unique<SystemProcessInfo>();
+}
+
+std::string executablePath() {
+  std::error_code error;
+  return std::filesystem::read_symlink("/proc/self/exe", error).string();
 }
 
 }  // namespace clipwave

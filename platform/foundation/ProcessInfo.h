@@ -25,4 +25,7 @@ class ProcessInfo {
 
 std::unique_ptr<ProcessInfo> makeProcessInfo();
 
+// The path of the running program's own file; "" when the system does not say.
+std::string executablePath();
+
 }  // namespace clipwave

@@ -61,8 +61,8 @@ Result<std::unique_ptr<MovieReader>> MovieReader::open(const std::string& path,
   reader->choose(reader->picture_, AVMEDIA_TYPE_VIDEO);
   reader->choose(reader->sound_, AVMEDIA_TYPE_AUDIO);
   if (!reader->hasPicture() && !reader->hasSound()) {
-    return cocoaError(kFileReadUnknownError, "The movie “" + lastPathComponent(path) +
-                                                 "” is of a kind that cannot be played.");
+    return cocoaError(kFileReadUnknownError,
+                      "The movie “" + lastPathComponent(path) + "” is of a kind that cannot be played.");
   }
   reader->readFacts();
   return reader;

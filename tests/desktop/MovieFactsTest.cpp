@@ -1,4 +1,4 @@
-#include "desktop/MovieFacts.h"
+#include "ui/MovieFacts.h"
 
 #include <QScrollBar>
 #include <filesystem>

@@ -83,7 +83,7 @@ TEST_F(RecordTableTest, ACheckBoxIsForItsRowAloneAndAnUndoStep) {
   EXPECT_THAT(program_.listed(program_.episodes(), "vcPublish"),
               ElementsAre("YES", "YES", "NO", "YES", "YES", "YES"));
   EXPECT_THAT(selectedEpisodes(), ElementsAre(1, 2, 3));
-  EXPECT_EQ(program_.context().undoManager().undoActionName(), "Publish");
+  EXPECT_EQ(program_.context().undoManager().undoActionName(), "Change of Publish");
   program_.context().undo();
   EXPECT_TRUE(episode(2).value("vcPublish").boolValue());
   const QPoint box = episodeTable_.visualRect(episodeTable_.model()->index(0, kPublish)).center();

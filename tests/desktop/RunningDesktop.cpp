@@ -60,7 +60,7 @@ void RunningDesktop::set(Dictionary settings) {
 
 void RunningDesktop::start(const std::vector<std::string>& paths) {
   desktop_.reset();
-  desktop_ = std::make_unique<DesktopProgram>(std::filesystem::read_symlink("/proc/self/exe").string());
+  desktop_ = std::make_unique<DesktopProgram>(executablePath());
   ASSERT_TRUE(desktop_->start(paths));
   window().resize(1024, 640);
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));

@@ -10,9 +10,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "desktop/MovieFileReader.h"
 #include "model/Vodcast.h"
 #include "platform/foundation/RunLoop.h"
+#include "ui/MovieFileReader.h"
 
 namespace clipwave {
 

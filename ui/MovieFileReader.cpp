@@ -1,4 +1,4 @@
-#include "desktop/MovieFileReader.h"
+#include "ui/MovieFileReader.h"
 
 #include <filesystem>
 
