@@ -9,7 +9,7 @@
 
 namespace clipwave {
 
-class ArtworkWell : public QWidget {
+class ArtworkWell final : public QWidget {
   Q_OBJECT
 
  public:

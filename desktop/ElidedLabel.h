@@ -6,7 +6,7 @@
 namespace clipwave {
 
 // text() is the whole text always, for assistive technology too. Plain text on one line.
-class ElidedLabel : public QLabel {
+class ElidedLabel final : public QLabel {
   Q_OBJECT
   Q_PROPERTY(Qt::TextElideMode elideMode READ elideMode WRITE setElideMode)
 

@@ -9,7 +9,7 @@ namespace clipwave {
 
 // Places its children "band", "lowerView" and "publishStrip". The strip stands at the bottom and the band at
 // the top, both of a fixed height; the lower view is where the state's frame says.
-class LowerArea : public QWidget {
+class LowerArea final : public QWidget {
   Q_OBJECT
 
  public:

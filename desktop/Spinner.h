@@ -7,7 +7,7 @@
 namespace clipwave {
 
 // Keeps its room while it is still, and draws nothing then.
-class Spinner : public QWidget {
+class Spinner final : public QWidget {
   Q_OBJECT
 
  public:

@@ -6,7 +6,7 @@
 
 namespace clipwave {
 
-class SplitView : public QSplitter {
+class SplitView final : public QSplitter {
   Q_OBJECT
 
  public:

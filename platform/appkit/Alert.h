@@ -15,6 +15,7 @@ struct AlertCheckBox {
   bool isOn = false;  // as shown, then as the user left it
 };
 
+// Escape and closing answer the button "Cancel", where there is one, else the only button.
 struct Alert {
   enum class Style { Informational, Critical };
   enum class Answer { Default, Alternate, Other };
