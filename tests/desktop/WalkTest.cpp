@@ -1,5 +1,9 @@
 // From two movie files to a published channel, through the window alone.
+#include <unistd.h>
+
+#include <QCheckBox>
 #include <QClipboard>
+#include <QDialog>
 #include <QFileInfo>
 #include <QPushButton>
 #include <QTest>
@@ -19,8 +23,11 @@ class Walk : public RunningDesktop {};
 TEST_F(Walk, TwoClipsArePublishedAndAllIsThereAfterARestart) {
   const std::string bread = makeMovie(home, "bread.mov", 2), soup = makeMovie(home, "soup.mp4");
   const std::string site = home.makeFolder("Site");
+  // The subscription file lies in a folder that all processes share.
+  const std::string title = "Cooking " + std::to_string(::getpid());
+  const std::string subscription = "/tmp/" + title + ".pcast";
   start();
-  type("channelTitleTextField", "Cooking");
+  type("channelTitleTextField", QString::fromStdString(title));
   press(Qt::Key_Return);
   ASSERT_TRUE(dropped("vcastTableView", {bread, soup}));
   clickRow("vcastTableView", 0);
@@ -53,14 +60,31 @@ TEST_F(Walk, TwoClipsArePublishedAndAllIsThereAfterARestart) {
   click("copyInvitationButton");
   EXPECT_THAT(QApplication::clipboard()->text().toStdString(),
               AllOf(StartsWith("Click on the links below"), HasSubstr(link + "\n")));
+  click("openInItunesButton");
+  EXPECT_TRUE(until([&] { return opened().ends_with("\n" + subscription + "\n"); })) << opened();
+  EXPECT_THAT(readFile(subscription), HasSubstr("http://example.org/cooking/podcast01.xml"));
+  std::filesystem::remove(subscription);
   click("closeButton");
   EXPECT_FALSE(report->isVisible());
+
+  // Once more: what is there already is asked about, once for all of it.
+  clickRow("vcastTableView", 0);
+  press(Qt::Key_A, Qt::ControlModifier);
+  choose("actionToggleCopyEpisodes");
+  reply([](QDialog& dialog) {
+    QTest::mouseClick(dialog.findChild<QCheckBox*>(), Qt::LeftButton, {}, QPoint(8, 8));
+    clickButton(dialog, "Replace");
+  });
+  click("publishButton");
+  EXPECT_TRUE(until([&] { return report->isVisible() && allReplied(); }));
+  EXPECT_THAT(alerts(), ElementsAre(StartsWith("File Exists!|")));
+  click("closeButton");
 
   press(Qt::Key_Q, Qt::ControlModifier);
   ASSERT_TRUE(hasQuit());
   end();
   start();
-  EXPECT_THAT(titles(channels()), ElementsAre("Cooking"));
+  EXPECT_THAT(titles(channels()), ElementsAre(title));
   EXPECT_THAT(titles(episodes()), UnorderedElementsAre("Soup & more", "bread"));
   EXPECT_EQ(channelValue("mediaPath"), site);
   for (ManagedObject* episode : episodes().arrangedObjects())
