@@ -215,7 +215,8 @@ void addChoices(InterfaceNames& names, ClipwaveProgram& program) {
 
 }  // namespace
 
-InterfaceNames namesOfProgram(ClipwaveProgram& program, Preferences& preferences, DesktopActions desktop) {
+InterfaceNames namesOfProgram(ClipwaveProgram& program, Preferences& preferences,
+                              const DesktopActions& desktop) {
   InterfaceNames names;
   MainInterface& interface = program.interface();
   names.outlets = {{"rssURLBox", &interface.rssURLBox},

@@ -14,6 +14,7 @@ struct DesktopActions {
 };
 
 // Both must outlive what is made of the names.
-InterfaceNames namesOfProgram(ClipwaveProgram& program, Preferences& preferences, DesktopActions desktop);
+InterfaceNames namesOfProgram(ClipwaveProgram& program, Preferences& preferences,
+                              const DesktopActions& desktop);
 
 }  // namespace clipwave
