@@ -49,9 +49,14 @@ void WindowMirror::windowChanged() {
     if (window_.isVisible()) {
       widget_.show();
     } else {
+      const QWidget* active = QApplication::activeWindow();
       widget_.hide();
-      // What comes next may block: the window underneath has to be whole by then.
-      if (QWidget* parent = widget_.parentWidget()) parent->window()->repaint();
+      if (QWidget* parent = widget_.parentWidget()) {
+        // What comes next may block: the window underneath has to be whole by then.
+        parent->window()->repaint();
+        // Not every desktop gives the keyboard back to the window that a sheet stood on.
+        if (active == nullptr || active == &widget_) parent->activateWindow();
+      }
     }
   }
   if (window_.isKeyWindow() && !widget_.isActiveWindow()) bringToFront();

@@ -168,7 +168,7 @@ TEST_F(Actions, HelpAndTheAboutWindowOpen) {
   choose("actionAbout");
   QWidget* about = shown(desktop().program().controller().aboutWindowController().window());
   ASSERT_TRUE(about->isVisible());
-  EXPECT_EQ(QApplication::activeWindow(), about);
+  EXPECT_TRUE(until([&] { return QApplication::activeWindow() == about; }));
   press(Qt::Key_Escape);
   EXPECT_FALSE(about->isVisible());
 }

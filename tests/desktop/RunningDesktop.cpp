@@ -143,6 +143,12 @@ void RunningDesktop::type(const char* name, const QString& text) {
 }
 
 void RunningDesktop::press(int key, Qt::KeyboardModifiers modifiers) {
+  // A real desktop says some time after a window came or went who gets the keys from then on.
+  until([] {
+    const QWidget* active = QApplication::activeWindow();
+    const QWidget* modal = QApplication::activeModalWidget();
+    return active != nullptr && active->isVisible() && (modal == nullptr || modal == active);
+  });
   QWidget* focus = QApplication::focusWidget();
   QTest::keyClick(focus != nullptr ? focus : QApplication::activeWindow(), static_cast<Qt::Key>(key),
                   modifiers);

@@ -78,6 +78,8 @@ TEST_F(Walk, TwoClipsArePublishedAndAllIsThereAfterARestart) {
   click("publishButton");
   EXPECT_TRUE(until([&] { return report->isVisible() && allReplied(); }));
   EXPECT_THAT(alerts(), ElementsAre(StartsWith("File Exists!|")));
+  // Nobody closes a sheet before the desktop has brought it up.
+  EXPECT_TRUE(until([&] { return report->isActiveWindow(); }));
   click("closeButton");
 
   press(Qt::Key_Q, Qt::ControlModifier);
