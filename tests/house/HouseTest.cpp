@@ -103,6 +103,20 @@ TEST(House, AnArrowThatRunsUpIsFound) {
     EXPECT_THAT(wrongIncludes(path, std::string("#include ") + header + "\n"), SizeIs(1)) << path;
 }
 
+// Outside the rooms' own folders, too.
+TEST(House, OnlyTheDesktopAndItsTestsKnowQt) {
+  int files = 0;
+  for (const char* folder : {"bench", "fuzz", "tests"}) {
+    for (const auto& entry : fs::recursive_directory_iterator(fs::path(CLIPWAVE_SOURCE_DIR) / folder)) {
+      const std::string path = entry.path().string();
+      if (!entry.is_regular_file() || path.find("/tests/desktop/") != std::string::npos) continue;
+      EXPECT_EQ(testing::readFile(path).find("\n#include <Q"), std::string::npos) << path;
+      ++files;
+    }
+  }
+  EXPECT_GT(files, 50);
+}
+
 // What the pattern's group caught, of every match.
 Names found(const std::string& text, const char* pattern) {
   const std::regex expression(pattern);

@@ -1,5 +1,5 @@
 // Starts the desktop program on the library of the user's home folder and ends as soon as its window is
-// painted and takes input: what bench/start times.
+// painted and takes input: what desktop/bench/start times.
 #include <unistd.h>
 
 #include <QApplication>
