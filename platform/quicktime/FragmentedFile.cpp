@@ -39,6 +39,16 @@ std::uint64_t numberAt(std::string_view bytes, std::size_t place, std::size_t le
   return number;
 }
 
+// A new file is only found again after a power failure once its folder is on the disk as well. Some file
+// systems do not take this; there is nothing to be done about it then.
+void syncFolderOf(const std::string& path) {
+  const int folder =
+      ::open(stringByDeletingLastPathComponent(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (folder < 0) return;
+  ::fsync(folder);
+  ::close(folder);
+}
+
 // The first outermost box of that type.
 std::optional<Box> findBox(std::string_view bytes, std::string_view type) {
   for (std::size_t place = 0; bytes.size() - place >= kBoxHeader;) {
@@ -79,6 +89,7 @@ Result<std::unique_ptr<FragmentedFile>> FragmentedFile::open(const std::string& 
   file->fragments_ = MovieMuxer::open(file->encoders_, MovieMuxer::Kind::Fragments);
   file->index_ = MovieMuxer::open(file->encoders_, MovieMuxer::Kind::Index);
   if (!file->fragments_) return file->error(ENOTSUP);
+  syncFolderOf(path);
   return file;
 }
 
