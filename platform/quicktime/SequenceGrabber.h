@@ -47,6 +47,10 @@ using Fixed = std::int32_t;
 constexpr double fixedToDouble(Fixed number) {
   return number / 65536.0;
 }
+// Sound rates reach beyond what the sign leaves room for.
+constexpr double unsignedFixedToDouble(Fixed number) {
+  return static_cast<std::uint32_t>(number) / 65536.0;
+}
 
 // Names a component; 0 stands for any.
 struct ComponentDescription {
@@ -135,6 +139,7 @@ class SGChannel {
   // Sound. The volume is 256 where samples are recorded as they come. The master gain of the record device is
   // a gain in decibels where it is given as a 4-byte float, and a volume where it is given as a signed 2-byte
   // number; the two say the same thing (0 dB is 256).
+  // To be read by unsignedFixedToDouble().
   virtual OSStatus soundInputRate(Fixed& samplesPerSecond) = 0;
   virtual OSStatus volume(std::int16_t& volume) = 0;
   virtual OSStatus setComponentProperty(OSType propertyClass, OSType property,
