@@ -100,17 +100,12 @@ OSStatus RealSequenceGrabber::idle() {
   return noErr;
 }
 
-// Sound comes first: where it is the master, the pictures' time follows from it.
 void RealSequenceGrabber::takeOver() {
-  const bool isRecording = recording_ && !isPaused_ && failure_ == noErr;
-  if (sound_) {
-    CaptureSource::Delivery delivery = sound_->collect();
-    if (isRecording) recording_->addSound(delivery);
-  }
-  if (video_) {
-    const CaptureSource::Delivery delivery = video_->collect();
-    if (isRecording) recording_->addPictures(delivery);
-  }
+  CaptureSource::Delivery sound;
+  CaptureSource::Delivery pictures;
+  if (sound_) sound = sound_->collect();
+  if (video_) pictures = video_->collect();
+  if (recording_ && !isPaused_ && failure_ == noErr) recording_->add(sound, pictures);
 }
 
 void RealSequenceGrabber::draw(bool again) {

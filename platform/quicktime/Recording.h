@@ -26,9 +26,8 @@ class Recording {
   };
   static Result<std::unique_ptr<Recording>> start(const Plan& plan);
 
-  // Each takes what a device has delivered since the last time; the sound is consumed.
-  void addSound(CaptureSource::Delivery& delivery);
-  void addPictures(const CaptureSource::Delivery& delivery);
+  // What the devices have delivered since the last time; the sound is consumed.
+  void add(CaptureSource::Delivery& sound, const CaptureSource::Delivery& pictures);
   // What lies between the two is no part of the recording.
   void pause(double time);
   void resume(double time);
@@ -41,7 +40,10 @@ class Recording {
  private:
   Recording(const Plan& plan, std::unique_ptr<MovieWriter> writer);
   void begin(double start);
+  void beginWithoutPicture();
+  void takeSound(CaptureSource::Delivery& delivery);
   void addPicture(const CapturedPicture& picture);
+  void handOnCandidate();
   double timeOf(double arrival, double device) const { return plan_.usesDeviceTimes ? device : arrival; }
 
   const Plan plan_;
@@ -50,8 +52,13 @@ class Recording {
   double earliest_;              // what was captured before is not recorded
   std::optional<double> start_;  // of the recording's time, less the pauses
   double pausedAt_ = 0;
-  std::int64_t lastPlace_ = -1;  // on the grid of the frame rate
-  bool hasLost_ = false;         // pictures, since the last one
+  // Places on the grid of the frame rate.
+  std::int64_t firstPlace_ = 0;  // of the first picture, and of the first one after a pause
+  std::int64_t nextPlace_ = 0;   // that is free
+  MovieFrame candidate_;         // for a place, until a later picture comes for another
+  std::int64_t candidatePlace_ = 0;
+  double candidateDistance_ = 0;
+  bool hasLost_ = false;  // pictures, since the last one
   std::int64_t dropped_ = 0;
 };
 
