@@ -1,5 +1,7 @@
 #include "platform/quicktime/PreviewPainter.h"
 
+#include <cstring>
+
 extern "C" {
 #include <libavutil/frame.h>
 #include <libswscale/swscale.h>
@@ -30,6 +32,16 @@ int colourSpaceOf(const AVFrame& picture) {
   return picture.height >= kHighDefinition ? AVCOL_SPC_BT709 : AVCOL_SPC_SMPTE170M;
 }
 
+// The scaler is several times as fast at the reverse order of bytes.
+void turnPixels(std::uint8_t* row, int count) {
+  for (int x = 0; x < count; ++x, row += kBytesPerPixel) {
+    std::uint32_t pixel = 0;
+    std::memcpy(&pixel, row, sizeof pixel);
+    pixel = __builtin_bswap32(pixel);
+    std::memcpy(row, &pixel, sizeof pixel);
+  }
+}
+
 }  // namespace
 
 void PreviewPainter::paint(const AVFrame& picture, const QDRect& bounds, GWorld& world) {
@@ -46,6 +58,8 @@ void PreviewPainter::paint(const AVFrame& picture, const QDRect& bounds, GWorld&
   std::uint8_t* const planes[4] = {first};
   const int strides[4] = {world.pixRowBytes()};
   sws_scale(scaler_.get(), picture.data, picture.linesize, 0, picture.height, planes, strides);
+  for (int y = 0; y < bounds.height(); ++y)
+    turnPixels(first + static_cast<std::ptrdiff_t>(y) * world.pixRowBytes(), bounds.width());
   world.unlockPixels();
 }
 
@@ -55,7 +69,7 @@ bool PreviewPainter::prepare(const AVFrame& picture, int width, int height) {
   const std::array purpose{picture.width, picture.height,         picture.format, width,
                            height,        colourSpaceOf(picture), fullRange};
   if (scaler_ && purpose == purpose_) return true;
-  scaler_.reset(sws_getContext(picture.width, picture.height, format, width, height, AV_PIX_FMT_ARGB,
+  scaler_.reset(sws_getContext(picture.width, picture.height, format, width, height, AV_PIX_FMT_BGRA,
                                SWS_FAST_BILINEAR, nullptr, nullptr, nullptr));
   if (!scaler_) return false;
   purpose_ = purpose;
