@@ -63,7 +63,7 @@ bool GrabberChannel::tryDevice(const CaptureDevice& device) {
   std::unique_ptr<CaptureSource> source = CaptureSource::open(*request, seconds);
   if (!source) return false;
   source_ = std::move(source);
-  request_ = *request;
+  isLowLatency_ = options().lowLatency;
   device_ = device;
   hasNoticedEnd_ = false;
   sourceHasChanged();
@@ -71,8 +71,8 @@ bool GrabberChannel::tryDevice(const CaptureDevice& device) {
 }
 
 bool GrabberChannel::refresh() {
-  const auto request = services_.devices.request(mediaType_, device_.identifier, options().lowLatency);
-  const bool isAsWanted = request && request->options == request_.options;
+  // A camera has no buffers to choose from.
+  const bool isAsWanted = mediaType_ == kVideoMediaType || options().lowLatency == isLowLatency_;
   if (!source_->hasEnded() && isAsWanted) return true;
   openUntil_ = captureTime() + kLongestOpening;
   return tryDevice(device_) || !source_->hasEnded();

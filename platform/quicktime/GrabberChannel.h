@@ -73,7 +73,7 @@ class GrabberChannel : public SGChannel {
   CaptureOptions options_;
   CaptureDevice device_;
   std::unique_ptr<CaptureSource> source_;  // never null once open() has succeeded
-  CaptureRequest request_;                 // that it was opened by
+  bool isLowLatency_ = false;              // as it was opened
   double openUntil_ = 0;
   bool hasNoticedEnd_ = false;
 };

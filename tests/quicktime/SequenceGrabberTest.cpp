@@ -23,6 +23,8 @@ using namespace testing;
 using ::testing::ElementsAre;
 using ::testing::StartsWith;
 
+constexpr const char* kCamera = "/dev/clipwave-camera";
+
 // Computed devices of the test's own, and the test pattern; with `withReal` also those of the machine.
 struct TestDevices final : CaptureDevices {
   std::vector<CaptureDevice> list(OSType mediaType) override {
@@ -30,6 +32,7 @@ struct TestDevices final : CaptureDevices {
     if (!withReal) found.erase(found.begin(), found.end() - 1);
     for (const auto& [identifier, graph] : computed[mediaType])
       found.insert(found.begin(), {identifier, identifier});
+    if (hasCamera && mediaType == kVideoMediaType) found.insert(found.begin(), {kCamera, kCamera});
     return found;
   }
   std::optional<CaptureRequest> request(OSType mediaType, std::string_view identifier,
@@ -41,6 +44,7 @@ struct TestDevices final : CaptureDevices {
   std::unique_ptr<CaptureDevices> real = makeCaptureDevices();
   std::map<OSType, std::map<std::string, std::string>> computed;  // libavfilter's language
   bool withReal = false;
+  bool hasCamera = false;
   double epoch = captureTime();
 };
 
@@ -349,6 +353,32 @@ TEST(SequenceGrabber, TheVolumeHasTwoNamesAndOneMeaning) {
   EXPECT_EQ(capture.sound->soundInputRate(rate), noErr);
   EXPECT_EQ(unsignedFixedToDouble(rate), 44'100);
   EXPECT_EQ(capture.video->soundInputRate(rate), paramErr);
+}
+
+// In a process whose calls of the system are answered by a camera of paper.
+TEST(SequenceGrabber, ACameraIsRecordedUntilItIsPulledOut) {
+  if (::getenv("CLIPWAVE_PAPER_CAMERA") == nullptr) {
+    const std::string self = std::filesystem::read_symlink("/proc/self/exe").string();
+    const std::string answer = output(
+        "CLIPWAVE_PAPER_CAMERA=1 ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD=" CLIPWAVE_CAMERA " '" +
+        self + "' --gtest_filter=SequenceGrabber.ACamera* 2>&1");
+    EXPECT_THAT(answer, ::testing::HasSubstr("[  PASSED  ] 1 test.")) << answer;
+    return;
+  }
+  Capture capture("", "", [](TestDevices& devices) { devices.hasCamera = true; });
+  ASSERT_TRUE(capture.video);
+  QDRect bounds;
+  capture.video->srcVideoBounds(bounds);
+  EXPECT_EQ(bounds, (QDRect{0, 0, 48, 64}));
+  capture.video->setOptions({false, true});
+  capture.video->setFrameRate(10 << 16);
+  ASSERT_EQ(capture.start(), noErr);
+  EXPECT_EQ(capture.run(20), ioErr);
+  EXPECT_EQ(capture.grabber->trouble(), "The camera was disconnected.");
+  EXPECT_EQ(capture.grabber->stop(), noErr);
+  EXPECT_THAT(probe(capture.path), StartsWith("mpeg4,mp4v,64,48,10/1"));
+  EXPECT_NEAR(play(capture.path).pictures, 19, 3);
+  EXPECT_FALSE(play(capture.path).flashes.empty());  // it grew light
 }
 
 TEST(SequenceGrabber, TheDesktopsMicrophoneIsRecorded) {
