@@ -9,6 +9,7 @@
 #include <functional>
 #include <future>
 #include <map>
+#include <system_error>
 #include <thread>
 
 #include "platform/quicktime/CameraModes.h"
@@ -37,7 +38,11 @@ template <class Answer>
 Answer answerInTime(std::function<Answer()> question) {
   auto promise = std::make_shared<std::promise<Answer>>();
   std::future<Answer> answer = promise->get_future();
-  std::thread([promise, question = std::move(question)] { promise->set_value(question()); }).detach();
+  try {
+    std::thread([promise, question = std::move(question)] { promise->set_value(question()); }).detach();
+  } catch (const std::system_error&) {
+    return {};
+  }
   return answer.wait_for(kLongestLook) == std::future_status::ready ? answer.get() : Answer{};
 }
 

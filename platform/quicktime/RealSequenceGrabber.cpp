@@ -87,16 +87,13 @@ OSStatus RealSequenceGrabber::pause(bool pause) {
 }
 
 OSStatus RealSequenceGrabber::idle() {
-  if (failure_ != noErr) return failure_;
   if (state_ == State::Stopped) return noErr;
   takeOver();
   if (!isPaused_) draw(false);
+  if (failure_ != noErr) return failure_;
   if (const OSStatus status = checkDevices(); status != noErr) return status;
   if (!recording_) return noErr;
-  if (const std::optional<Error> error = recording_->error())
-    return failure_ =
-               fail(statusOf(*error), error->code == kFileWriteOutOfSpaceError ? "The disk is full."
-                                                                               : error->localizedDescription);
+  if (const std::optional<Error> error = recording_->error()) return failure_ = fail(*error);
   return noErr;
 }
 
@@ -132,6 +129,11 @@ OSStatus RealSequenceGrabber::fail(OSStatus status, std::string trouble) {
   return status;
 }
 
+OSStatus RealSequenceGrabber::fail(const Error& error) {
+  const bool isFull = error.code == kFileWriteOutOfSpaceError;
+  return fail(statusOf(error), isFull ? "The disk is full." : error.localizedDescription);
+}
+
 OSStatus RealSequenceGrabber::update() {
   if (!isPaused_) draw(true);
   return noErr;
@@ -149,10 +151,10 @@ OSStatus RealSequenceGrabber::stop() {
   recording_.reset();
   if (video_) video_->source().setKeepsAll(false);
   if (sound_) sound_->source().setKeepsAll(false);
-  if (!outcome) return fail(statusOf(outcome.error()), outcome.error().localizedDescription);
+  if (!outcome) return fail(outcome.error());
   recordedPath_ = path_;
   // An error that nobody was told of yet.
-  if (late && failure == noErr) return fail(statusOf(*late), late->localizedDescription);
+  if (late && failure == noErr) return fail(*late);
   return noErr;
 }
 
@@ -194,7 +196,7 @@ OSStatus RealSequenceGrabber::openRecording() {
   }
   plan.startedAt = captureTime();
   Result<std::unique_ptr<Recording>> recording = Recording::start(plan);
-  if (!recording) return fail(statusOf(recording.error()), recording.error().localizedDescription);
+  if (!recording) return fail(recording.error());
   recording_ = std::move(*recording);
   recordedPath_.clear();
   recordedTime_ = 0;

@@ -51,6 +51,7 @@ class RealSequenceGrabber final : public SequenceGrabber {
   void draw(bool again);
   OSStatus checkDevices();
   OSStatus fail(OSStatus status, std::string trouble);
+  OSStatus fail(const Error& error);
 
   const Kit kit_;
   ClockedTimeBase timeBase_;

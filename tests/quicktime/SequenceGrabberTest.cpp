@@ -1,8 +1,10 @@
 #include "platform/quicktime/SequenceGrabber.h"
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
 #include <cmath>
+#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <map>
@@ -269,6 +271,23 @@ TEST(SequenceGrabber, ADeviceThatGoesEndsTheRecordingAndLeavesAMovie) {
     EXPECT_EQ(capture.run(20), ioErr);
     EXPECT_EQ(capture.run(0.2), noErr);
   }
+}
+
+TEST(SequenceGrabber, AFullDiskEndsTheRecordingAndLeavesAMovie) {
+  Capture capture("flash", "beep", flashAndBeep);
+  rlimit old{};
+  ::getrlimit(RLIMIT_FSIZE, &old);
+  const rlimit room{30'000, old.rlim_max};
+  const auto handler = ::signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(capture.start(), noErr);
+  ::setrlimit(RLIMIT_FSIZE, &room);
+  EXPECT_EQ(capture.run(20), dskFulErr);
+  EXPECT_EQ(capture.grabber->trouble(), "The disk is full.");
+  EXPECT_EQ(capture.stop(), noErr);
+  ::setrlimit(RLIMIT_FSIZE, &old);
+  ::signal(SIGXFSZ, handler);
+  ASSERT_TRUE(capture.grabber->movie());
+  EXPECT_GT(capture.grabber->movie()->duration(), 0.5);
 }
 
 TEST(SequenceGrabber, TheNewestPictureIsDrawnWhileNothingIsPaused) {
