@@ -10,6 +10,13 @@
 
 namespace clipwave {
 
+// The volume at which samples are recorded as they come.
+inline constexpr std::int16_t kFullVolume = 256;
+
+// Sets the volume of a sound channel's record device; what lies outside 0 to 256 becomes the nearer of the
+// two.
+void setChannelVolume(SGChannel& channel, std::int16_t volume);
+
 class CaptureSettings final : public SettingsDialog {
  public:
   // The elements of the window, from the interface file "CaptureSettings".

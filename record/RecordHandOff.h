@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/appkit/ArrayController.h"
 #include "platform/foundation/ProcessInfo.h"
@@ -35,6 +36,9 @@ class RecordHandOff {
   RecordWindowController& recordWindowController();
   // Whether there is one.
   bool isOpen() const { return recordWindowController_ != nullptr; }
+  // Before the program quits: a recording that goes on is stopped and becomes an episode; the sheet is
+  // closed.
+  void endRecording();
   void sheetDidEnd(int returnCode);
   void recordingStarted(const Notification& notification);
   // Makes an episode of the movie under the notification's path, at the top of the selected channel; a new
@@ -42,14 +46,17 @@ class RecordHandOff {
   void newMovie(const Notification& notification);
 
  private:
-  bool makeFolder(const std::string& folder);
   std::string freePath(const std::string& folder);
-  void discard();
   void giveUp();
+  void discard();
+  void proposeNextPath();
 
   Services services_;
   Elements elements_;
-  std::shared_ptr<RecordWindowController> recordWindowController_;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>();
+  std::unique_ptr<RecordWindowController> recordWindowController_;
+  std::vector<std::unique_ptr<RecordWindowController>> retired_;
+  Observation brokenOff_;
 };
 
 }  // namespace clipwave

@@ -52,7 +52,7 @@ class RecordWindowController final : public WindowController {
   Recorder::Services services_;
   Recorder recorder_;
   TextField filenameTextField_;
-  std::string shownName_;
+  std::string checkedName_;  // what the field said last
   Menu optionsMenu_;
   MenuButton optionsButton_;
   MenuItem fullSizeItem_{"goFullSize:"};
@@ -66,7 +66,7 @@ class RecordWindowController final : public WindowController {
   TextField freeSpaceTextField_;
   LevelIndicator soundLevelIndicator_;
   TextField nameHintTextField_;
-  double freeSpaceShownAt_ = -1;
+  std::optional<double> freeSpaceShownAt_;
   Observation nameObservation_;
   Observation pictureObservation_;
 };

@@ -20,9 +20,11 @@
 
 namespace clipwave {
 
-// Posted by the recorder with the movie's path under kRecordingPath.
+// Posted with the recorder as object and the movie's path under kRecordingPath.
 inline constexpr std::string_view kRecordingStarted = "recordingStarted";
 inline constexpr std::string_view kMovieCreated = "movieCreated";
+// Posted after kMovieCreated when a recording ended by itself: the sheet stays open for another one.
+inline constexpr std::string_view kRecordingBrokenOff = "recordingBrokenOff";
 inline constexpr std::string_view kRecordingPath = "path";
 
 class Recorder final : public ImageView, public Handle {
@@ -109,6 +111,8 @@ class Recorder final : public ImageView, public Handle {
   // Of the recording that goes on, or the last one.
   double recordedTime() const;  // seconds
   float soundLevel() const;     // 0 to 1
+  // What took the live picture away, for a person; "" while nothing did.
+  const std::string& trouble() const { return trouble_; }
   SequenceGrabber* sequenceGrabber() const { return gSeqGrabber_.get(); }
   GWorld* gWorld() const { return gWorld_.get(); }
 
@@ -121,17 +125,16 @@ class Recorder final : public ImageView, public Handle {
   bool initializeSound();
   bool makeWorld(const QDRect& bounds);
   void applyVideoSettings();
-  void setItems();
 
   void startRecording();
-  bool prepareFile();
+  void prepareFile();
   void applyCaptureOptions();
   void chooseMasterClock();
   void followSoundClock(TimeBase& timeBase);
   void restoreMasterClock(TimeBase& timeBase);
   void failRecording(bool quiet);
   void stopRecording();
-  void captureFailed();
+  void captureFailed(OSStatus status);
   void recordStarted(const std::optional<std::string>& path);
   void recordFinished(const std::string& path);
   void recordFailed(bool quiet);
@@ -143,6 +146,9 @@ class Recorder final : public ImageView, public Handle {
   void takeSize(Size size);
   void _updateWindowSize(Size size);
   void showSettings(SGChannel* channel);
+  void post(std::string_view name, const std::optional<std::string>& path);
+  void log(std::string_view operation, OSStatus status);
+  void logTrouble();
 
   Services services_;
   Window& window_;
@@ -160,6 +166,7 @@ class Recorder final : public ImageView, public Handle {
   SGChannel* gSoundChannel_ = nullptr;
   QDRect gActiveVideoRect_;
   std::string filename_;
+  std::string trouble_;
   // The master clock that a recording by the sound's clock replaced; known for this recorder's life.
   std::optional<ComponentDescription> replacedClock_;
 };
