@@ -21,5 +21,6 @@ inline constexpr OSStatus ioErr = -36;
 inline constexpr OSStatus dskFulErr = -34;
 inline constexpr OSStatus fnfErr = -43;
 inline constexpr OSStatus userCanceledErr = -128;
+inline constexpr OSStatus noDeviceForChannel = -9400;
 
 }  // namespace clipwave
