@@ -65,7 +65,6 @@ void waitForEnd(Companion& companion, RecordWindowController& sheet, double seco
   Recorder& recorder = sheet.recorder();
   const bool showsProgress = ::isatty(STDERR_FILENO) != 0 && !companion.isVerbose();
   std::string shown;
-  const Interrupts interrupts(companion.runLoop(), [&companion] { companion.runLoop().stop(); });
   // Told of every picture.
   const Observation pictures = recorder.observe([&] {
     if (!recorder.isRecording() || recorder.recordedTime() >= seconds) companion.runLoop().stop();
@@ -87,6 +86,8 @@ ExitStatus runRecord(Companion& companion, const CommandLine& arguments) {
   if (!channel) return failure(channel.error());
   channels.setSelectedObjects({*channel});
 
+  // Before the devices' threads begin: a signal that the main thread holds back would come to one of them.
+  const Interrupts interrupts(companion.runLoop(), [&companion] { companion.runLoop().stop(); });
   RecordHandOff& handOff = companion.controller().recordHandOff();
   handOff.recordMovie();
   if (!handOff.isOpen()) return kFailed;  // it was told why

@@ -69,19 +69,19 @@ TEST_F(Record, MakesAMovieThatPlaysAndAnEpisodeOfIt) {
 TEST_F(Record, KeepsWhatThereIsWhenItIsInterruptedKilledOrTheDiskIsFull) {
   const std::string command = "record Cooking --seconds 60";
   CompanionProcess interrupted(library.folder, command.c_str(), -1, library.folder / "one");
-  waitForBytes(movie("Movie1.mov"), 400'000);
+  waitForBytes(movie("Movie1.mov"), 150'000);
   interrupted.interrupt();
   EXPECT_THAT(interrupted.wait(), Exits(0));
   EXPECT_GT(secondsOf(movie("Movie1.mov")), 1);
 
   CompanionProcess killed(library.folder, command.c_str(), -1, library.folder / "two");
-  waitForBytes(movie("Movie2.mov"), 400'000);
+  waitForBytes(movie("Movie2.mov"), 150'000);
   killed.interrupt(SIGKILL);
   EXPECT_THAT(killed.wait(), Exits(128 + SIGKILL));
   EXPECT_GT(secondsOf(movie("Movie2.mov")), 1);
   EXPECT_TRUE(canBePlayed(movie("Movie2.mov")));
 
-  const Outcome full = library.run(command.c_str(), 800);
+  const Outcome full = library.run(command.c_str(), 300);
   EXPECT_THAT(full, Fails(1, "Recording Error: An error has occurred while recording."));
   EXPECT_EQ(full.out, movie("Movie3.mov") + "\n");
   EXPECT_TRUE(canBePlayed(movie("Movie3.mov")));
