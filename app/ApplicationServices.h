@@ -19,6 +19,7 @@
 #include "platform/foundation/UserDefaultsController.h"
 #include "platform/quicktime/AliasManager.h"
 #include "platform/quicktime/Movie.h"
+#include "platform/quicktime/SequenceGrabber.h"
 
 namespace clipwave {
 
@@ -41,6 +42,7 @@ struct ApplicationServices {
   Pasteboard& generalPasteboard;
   DotMacKit& dotMac;
   SecretStore& secrets;
+  CaptureKit& captureKit;
 };
 
 }  // namespace clipwave

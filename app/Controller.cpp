@@ -51,8 +51,17 @@ Controller::Controller(const ApplicationServices& services, lanternAppDelegate& 
       windowLayout_(interface.mainWindow, interface.lowerView, interface.channelController,
                     services.defaults),
       publishMethod_({services.application, interface.channelController, services.dotMac, windowLayout_,
-                      [this] { return delegate_.managedObjectContext(); }}) {
+                      [this] { return delegate_.managedObjectContext(); }}),
+      captureSettings_(services.application, services.interfaces),
+      recordHandOff_({{services.application, services.runLoop, services.files, services.notifications,
+                       services.workspace, services.log, services.captureKit},
+                      services.process,
+                      services.defaults,
+                      services.interfaces},
+                     {interface.mainWindow, interface.titleTextField, interface.channelController,
+                      interface.vodcastController}) {
   installInitialDefaults();
+  services_.captureKit.setSettingsDialog(&captureSettings_);
   interface_.vcastTableView.setDelegate(&episodeListEditing_);
   interface_.channelTableView.setDelegate(&episodeListEditing_);
   interface_.publishButton.setAction([this] { publishRun_.save(); });
@@ -62,6 +71,7 @@ Controller::Controller(const ApplicationServices& services, lanternAppDelegate& 
 
 Controller::~Controller() {
   observations_.clear();
+  services_.captureKit.setSettingsDialog(nullptr);
   interface_.protocolPopUp.setAction(nullptr);
   interface_.publishButton.setAction(nullptr);
   interface_.vcastTableView.setDelegate(nullptr);
@@ -93,6 +103,8 @@ void Controller::awakeFromNib() {
 }
 
 void Controller::awakeWithoutWindow() {
+  observeRecordingStarts();
+  observeNewMovies();
   loadMappings();
   setSortOrders();
   loadMovieTypes();
@@ -102,10 +114,13 @@ void Controller::awakeWithoutWindow() {
 void Controller::observeNotifications() {
   observations_.push_back(services_.notifications.observe(
       kProtocolDidChange, [this](const Notification&) { publishMethod_.protocolChanged(); }));
-  observations_.push_back(
-      services_.notifications.observe("recordingStarted", [this](const Notification& notification) {
-        if (recordingObserver_ != nullptr) recordingObserver_->recordingStarted(notification);
-      }));
+  observeRecordingStarts();
+}
+
+void Controller::observeRecordingStarts() {
+  observations_.push_back(services_.notifications.observe(
+      kRecordingStarted,
+      [this](const Notification& notification) { recordHandOff_.recordingStarted(notification); }));
 }
 
 void Controller::observeChannelSelection() {
@@ -158,10 +173,8 @@ void Controller::scrollOptionsToTop() {
 }
 
 void Controller::observeNewMovies() {
-  observations_.push_back(
-      services_.notifications.observe("movieCreated", [this](const Notification& notification) {
-        if (recordingObserver_ != nullptr) recordingObserver_->newMovie(notification);
-      }));
+  observations_.push_back(services_.notifications.observe(
+      kMovieCreated, [this](const Notification& notification) { recordHandOff_.newMovie(notification); }));
 }
 
 void Controller::fetchChannels() {

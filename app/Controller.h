@@ -19,6 +19,8 @@
 #include "publish/FeedPreparation.h"
 #include "publish/PublishRun.h"
 #include "publish/SubscriptionHandOff.h"
+#include "record/CaptureSettings.h"
+#include "record/RecordHandOff.h"
 #include "transfer/CopyBackEnd.h"
 #include "ui/ChannelListEditing.h"
 #include "ui/EpisodeListEditing.h"
@@ -26,14 +28,6 @@
 #include "ui/WindowLayout.h"
 
 namespace clipwave {
-
-// Who makes episodes of recordings; called on the recorder's notifications.
-class RecordingObserver {
- public:
-  virtual ~RecordingObserver() = default;
-  virtual void recordingStarted(const Notification& notification) = 0;
-  virtual void newMovie(const Notification& notification) = 0;
-};
 
 class Controller {
  public:
@@ -46,15 +40,13 @@ class Controller {
 
   // The whole start-up of the window, once its interface is there.
   void awakeFromNib();
-  // What a process without a window needs of it: the tables, the sort orders and the fetch. No update check,
-  // and no first channel for an empty library.
+  // What a process without a window needs of it: the tables, the sort orders, the fetch, and what comes of
+  // recordings. No update check, and no first channel for an empty library.
   void awakeWithoutWindow();
 
   void observeValueForKeyPath(std::string_view keyPath);
   WindowController& aboutWindowController();
   void showAboutWindow();
-  // None, or who handles recordings from now on; not owned.
-  void setRecordingObserver(RecordingObserver* observer) { recordingObserver_ = observer; }
 
   ArrayController& channelController() { return interface_.channelController; }
   ArrayController& vodcastController() { return interface_.vodcastController; }
@@ -66,6 +58,7 @@ class Controller {
   FeedImport& feedImport() { return feedImport_; }
   EpisodeListEditing& episodeListEditing() { return episodeListEditing_; }
   ChannelListEditing& channelListEditing() { return channelListEditing_; }
+  RecordHandOff& recordHandOff() { return recordHandOff_; }
   WindowLayout& windowLayout() { return windowLayout_; }
   PublishMethod& publishMethod() { return publishMethod_; }
   const LanguageDataSource& languageDataSource() const { return languageDataSource_; }
@@ -78,6 +71,7 @@ class Controller {
  private:
   void installInitialDefaults();
   void observeNotifications();
+  void observeRecordingStarts();
   void observeChannelSelection();
   void loadMappings();
   void registerForDrags();
@@ -106,9 +100,10 @@ class Controller {
   ChannelListEditing channelListEditing_;
   WindowLayout windowLayout_;
   PublishMethod publishMethod_;
+  CaptureSettings captureSettings_;
+  RecordHandOff recordHandOff_;
   std::unique_ptr<UpdateCheck> updateCheck_;
   std::unique_ptr<WindowController> aboutWindowController_;
-  RecordingObserver* recordingObserver_ = nullptr;
   std::vector<Observation> observations_;
 };
 

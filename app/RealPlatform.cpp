@@ -1,6 +1,7 @@
 #include "app/RealPlatform.h"
 
 #include "platform/dotmac/RealDotMacKit.h"
+#include "platform/quicktime/RealCaptureKit.h"
 
 namespace clipwave {
 
@@ -27,12 +28,13 @@ RealPlatform::RealPlatform(const std::string& executablePath, RunLoop& runLoop, 
   secrets_ = makeSecretStore(*files_, settingsFile("Clipwave/password"));
   dotMac_ = makeDotMacKit({runLoop_, *http_, *files_, *defaults_, *secrets_, clock_, log_,
                            [this](std::string_view url) { workspace_->openURL(url); }});
+  captureKit_ = makeCaptureKit({*files_, *defaults_, *movies_});
 }
 
 ApplicationServices RealPlatform::services() {
-  return {application_,       clock_,   runLoop_, *files_,   *process_,   *bundle_,    *defaults_,
-          notifications_,     log_,     *movies_, *aliases_, *workspace_, interfaces_, *urls_,
-          generalPasteboard_, *dotMac_, *secrets_};
+  return {application_,       clock_,   runLoop_,  *files_,     *process_,   *bundle_,    *defaults_,
+          notifications_,     log_,     *movies_,  *aliases_,   *workspace_, interfaces_, *urls_,
+          generalPasteboard_, *dotMac_, *secrets_, *captureKit_};
 }
 
 }  // namespace clipwave

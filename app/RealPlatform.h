@@ -41,6 +41,7 @@ class RealPlatform {
   std::unique_ptr<HTTPClient> http_;
   std::unique_ptr<SecretStore> secrets_;
   std::unique_ptr<DotMacKit> dotMac_;
+  std::unique_ptr<CaptureKit> captureKit_;
 };
 
 }  // namespace clipwave

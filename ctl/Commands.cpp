@@ -40,6 +40,13 @@ constexpr const char* kImportHelp =
 channel. Prints the new channel's title.
 )";
 
+constexpr const char* kRecordHelp =
+    R"(An episode of what the camera and the microphone take in from now on. The default captureDevice says which
+camera (empty: the first one found; test-pattern: a moving picture and a tone that need no hardware). The
+movie is NAME.mov, or the first free one of Movie1.mov, Movie2.mov and so on, in the channel's folder below
+Movies/Clipwave. Prints its path. An interrupt ends the recording early and keeps it.
+)";
+
 constexpr const char* kAccountHelp =
     R"(Without options, or with --json alone, the account, but never its password. --server is the WebDAV address of
 the iDisk's top level, --home-page that of the home pages. An empty text goes back to the initial value;
@@ -72,6 +79,8 @@ const std::vector<Command>& commandTable() {
       {"import", "FILE|URL", "Add a channel from an existing feed", kImportHelp, 1, true, runImport},
       {"message", "[CHANNEL...]", "Write an invitation with the channels' subscription links",
        "The channels named, or all of them. Never saves.\n", 0, true, runMessage},
+      {"record", "CHANNEL --seconds N [--name NAME]", "Record an episode with the camera", kRecordHelp, 3,
+       true, runRecord},
       {"account",
        "[--server URL] [--member NAME] [--home-page URL] [--allow-plain-http|--forbid-plain-http] "
        "[--password] [--check] [--json]",

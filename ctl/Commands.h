@@ -41,6 +41,7 @@ ExitStatus runSet(Companion& companion, const CommandLine& arguments);
 ExitStatus runPublish(Companion& companion, const CommandLine& arguments);
 ExitStatus runImport(Companion& companion, const CommandLine& arguments);
 ExitStatus runMessage(Companion& companion, const CommandLine& arguments);
+ExitStatus runRecord(Companion& companion, const CommandLine& arguments);
 ExitStatus runAccount(Companion& companion, const CommandLine& arguments);
 ExitStatus runDefaults(Companion& companion, const CommandLine& arguments);
 

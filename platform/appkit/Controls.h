@@ -61,6 +61,9 @@ class Button : public Element {
 
   const std::string& title() const { return title_; }
   void setTitle(std::string_view title) { assign(title_, std::string(title)); }
+  // The name of the image that it shows; "" for none.
+  const std::string& image() const { return image_; }
+  void setImage(std::string_view name) { assign(image_, std::string(name)); }
   bool isOn() const { return on_; }
   void setOn(bool on) { assign(on_, on); }
   void setAction(Action action) { action_ = std::move(action); }
@@ -71,6 +74,7 @@ class Button : public Element {
 
  private:
   std::string title_;
+  std::string image_;
   bool on_ = false;
   Action action_;
 };
@@ -119,6 +123,31 @@ class ProgressIndicator : public Element {
 
  private:
   bool animating_ = false;
+};
+
+// How strong something is at the moment, such as sound: 0 to 1.
+class LevelIndicator : public Element {
+ public:
+  float level() const { return level_; }
+  void setLevel(float level) { assign(level_, level); }
+
+ private:
+  float level_ = 0;
+};
+
+// A value between two bounds that the user sets by dragging.
+class Slider : public Element {
+ public:
+  Slider(double minValue, double maxValue) : minValue_(minValue), maxValue_(maxValue) {}
+  double minValue() const { return minValue_; }
+  double maxValue() const { return maxValue_; }
+  double value() const { return value_; }
+  void setValue(double value) { assign(value_, value); }
+
+ private:
+  double minValue_;
+  double maxValue_;
+  double value_ = 0;
 };
 
 class ScrollView : public View {

@@ -9,7 +9,7 @@
 
 namespace clipwave {
 
-// Owns a window that was loaded from an interface file.
+// Owns a window that was loaded from an interface file, and what shows it.
 class WindowController {
  public:
   explicit WindowController(std::string windowNibName) : windowNibName_(std::move(windowNibName)) {}
@@ -17,9 +17,15 @@ class WindowController {
   const std::string& windowNibName() const { return windowNibName_; }
   Window& window() { return window_; }
 
+  // What shows the window's elements, kept with them. A subclass with elements of its own drops it before
+  // they go.
+  void setInterface(std::shared_ptr<void> interface) { interface_ = std::move(interface); }
+  void dropInterface() { interface_.reset(); }
+
  private:
   std::string windowNibName_;
   Window window_;
+  std::shared_ptr<void> interface_;
 };
 
 class InterfaceLoader {

@@ -16,6 +16,28 @@ class Window : public Element {
   void setTitle(std::string_view title) { assign(title_, std::string(title)); }
   View& contentView() { return contentView_; }
 
+  // On the screen, decorations included; the y axis points up. What mirrors the window writes it as the user
+  // moves and resizes the window, and moves the window when the program sets it.
+  const Rect& frame() const { return frame_; }
+  // `animates` asks for a movement rather than a jump; the frame has its new value at once.
+  void setFrame(const Rect& frame, bool animates = false);
+  bool animatesFrame() const { return animatesFrame_; }
+  // What the window's style adds to its content's size.
+  Size decorations() const { return decorations_; }
+  void setDecorations(Size decorations) { assign(decorations_, decorations); }
+  Size frameSizeForContentSize(Size content) const {
+    return {content.width + decorations_.width, content.height + decorations_.height};
+  }
+  // The content is never smaller.
+  Size contentMinSize() const { return contentMinSize_; }
+  void setContentMinSize(Size size) { assign(contentMinSize_, size); }
+  // In the middle of the screen, or of the window that it belongs to; a little above it.
+  void center() {
+    ++centerCount_;
+    changed();
+  }
+  int centerCount() const { return centerCount_; }
+
   // The element with the keyboard focus; the window itself when no element has it. Never null.
   Responder* firstResponder() const { return firstResponder_; }
   // Moves the focus, to the window itself for null. The element that has it is asked first: false, and
@@ -36,6 +58,11 @@ class Window : public Element {
  private:
   std::string title_;
   View contentView_;
+  Rect frame_;
+  bool animatesFrame_ = false;
+  Size decorations_;
+  Size contentMinSize_;
+  int centerCount_ = 0;
   Responder* firstResponder_;
   Window* attachedSheet_ = nullptr;
   bool visible_ = false;

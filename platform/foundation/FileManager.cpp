@@ -2,8 +2,10 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <limits>
@@ -113,6 +115,7 @@ class PosixFileManager final : public FileManager {
   Result<std::string> contentsAtPath(std::string_view path) override;
   Result<void> writeAtomically(std::string_view data, std::string_view path, unsigned mode) override;
   Result<std::string> makeTemporaryFile(std::string_view pathTemplate) override;
+  std::optional<std::int64_t> fileSystemFreeSizeAtPath(std::string_view path) override;
   std::unique_ptr<FileHandle> fileHandleForReadingAtPath(std::string_view path) override {
     return openHandle(path, O_RDONLY);
   }
@@ -209,6 +212,14 @@ Result<std::string> PosixFileManager::makeTemporaryFile(std::string_view pathTem
   const PosixFile file(::mkostemp(path.data(), O_CLOEXEC));
   if (!file.isOpen()) return fileError(errno, FileOperation::Make, pathTemplate);
   return path;
+}
+
+std::optional<std::int64_t> PosixFileManager::fileSystemFreeSizeAtPath(std::string_view path) {
+  struct statvfs volume {};
+  if (::statvfs(systemPath(path).c_str(), &volume) != 0 || volume.f_blocks == 0) return std::nullopt;
+  constexpr auto kMost = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+  const std::uint64_t unit = std::max<std::uint64_t>(volume.f_frsize, 1);
+  return static_cast<std::int64_t>(volume.f_bavail > kMost / unit ? kMost : volume.f_bavail * unit);
 }
 
 }  // namespace

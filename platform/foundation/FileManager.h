@@ -79,6 +79,9 @@ class FileManager {
   // A new file's name: `pathTemplate` with its trailing Xs replaced so that the name is new; an empty file of
   // mode 0600 stands there.
   virtual Result<std::string> makeTemporaryFile(std::string_view pathTemplate) = 0;
+  // How many bytes may still be written on the volume that holds this existing file or folder; none when it
+  // is not there, or the volume does not say.
+  virtual std::optional<std::int64_t> fileSystemFreeSizeAtPath(std::string_view path) = 0;
   // None when the file cannot be opened. Opening for writing neither makes nor empties a file.
   virtual std::unique_ptr<FileHandle> fileHandleForReadingAtPath(std::string_view path) = 0;
   virtual std::unique_ptr<FileHandle> fileHandleForWritingAtPath(std::string_view path) = 0;

@@ -40,6 +40,9 @@ class ForwardingFileManager : public FileManager {
   Result<std::string> makeTemporaryFile(std::string_view pathTemplate) override {
     return target_.makeTemporaryFile(pathTemplate);
   }
+  std::optional<std::int64_t> fileSystemFreeSizeAtPath(std::string_view path) override {
+    return target_.fileSystemFreeSizeAtPath(path);
+  }
   std::unique_ptr<FileHandle> fileHandleForReadingAtPath(std::string_view path) override {
     return target_.fileHandleForReadingAtPath(path);
   }

@@ -31,7 +31,7 @@ class GrabberChannel : public SGChannel {
   OSStatus setFrameRate(Fixed) override { return paramErr; }
   OSStatus frameRate(Fixed&) override { return paramErr; }
   OSStatus setRequestedDataRate(std::int32_t) override { return paramErr; }
-  OSStatus soundInputRate(Fixed&) override { return paramErr; }
+  OSStatus soundInputRate(UnsignedFixed&) override { return paramErr; }
   OSStatus volume(std::int16_t&) override { return paramErr; }
   OSStatus setComponentProperty(OSType, OSType, std::span<const std::byte>) override { return paramErr; }
   OSStatus setAudioUnitProperty(std::uint32_t, std::uint32_t, std::uint32_t,

@@ -129,9 +129,11 @@ SoundChannel::SoundChannel(ChannelServices services)
       clock_(kSoundClock, [this] { return !source().hasEnded(); }),
       timeBase_(clock_) {}
 
-OSStatus SoundChannel::soundInputRate(Fixed& samplesPerSecond) {
-  // A rate that a fixed-point number cannot say as a signed one is said as an unsigned one.
-  samplesPerSecond = static_cast<Fixed>(static_cast<std::uint32_t>(source().facts().sampleRate) << 16);
+OSStatus SoundChannel::soundInputRate(UnsignedFixed& samplesPerSecond) {
+  // The fastest devices have rates that the number has no room for.
+  constexpr UnsignedFixed kFastest = 0xFFFF;
+  const auto rate = static_cast<UnsignedFixed>(source().facts().sampleRate);
+  samplesPerSecond = std::min(rate, kFastest) << 16;
   return noErr;
 }
 

@@ -46,7 +46,7 @@ class SoundChannel final : public GrabberChannel {
  public:
   explicit SoundChannel(ChannelServices services);
 
-  OSStatus soundInputRate(Fixed& samplesPerSecond) override;
+  OSStatus soundInputRate(UnsignedFixed& samplesPerSecond) override;
   OSStatus volume(std::int16_t& volume) override;
   OSStatus setComponentProperty(OSType propertyClass, OSType property,
                                 std::span<const std::byte> value) override;

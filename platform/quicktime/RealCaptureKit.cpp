@@ -8,6 +8,7 @@
 namespace clipwave {
 namespace {
 
+constexpr int kPixelFormat = 32;
 constexpr ComponentDescription kGrabber = {kSequenceGrabberComponent, 0, kPlatformManufacturer};
 
 class RealCaptureKit final : public CaptureKit {
@@ -32,7 +33,11 @@ class RealCaptureKit final : public CaptureKit {
     return clock == clocks_.devices.end() ? nullptr : *clock;
   }
 
-  std::unique_ptr<GWorld> newGWorld(const QDRect& bounds) override { return makeGWorld(bounds); }
+  OSStatus newGWorld(std::unique_ptr<GWorld>& world, int pixelFormat, const QDRect& bounds) override {
+    if (pixelFormat != kPixelFormat) return paramErr;
+    world = makeGWorld(bounds);
+    return world ? noErr : paramErr;
+  }
 
   std::optional<FSSpec> specificationOfPath(std::string_view path) override {
     if (path.empty() || !services_.files.fileExistsAtPath(path)) return {};

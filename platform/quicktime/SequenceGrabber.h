@@ -44,12 +44,12 @@ enum ChannelUsage : std::int32_t {
 
 // A number with 16 bits before and 16 behind the point.
 using Fixed = std::int32_t;
+using UnsignedFixed = std::uint32_t;
 constexpr double fixedToDouble(Fixed number) {
   return number / 65536.0;
 }
-// Sound rates reach beyond what the sign leaves room for.
-constexpr double unsignedFixedToDouble(Fixed number) {
-  return static_cast<std::uint32_t>(number) / 65536.0;
+constexpr double fixedToDouble(UnsignedFixed number) {
+  return number / 65536.0;
 }
 
 // Names a component; 0 stands for any.
@@ -139,8 +139,7 @@ class SGChannel {
   // Sound. The volume is 256 where samples are recorded as they come. The master gain of the record device is
   // a gain in decibels where it is given as a 4-byte float, and a volume where it is given as a signed 2-byte
   // number; the two say the same thing (0 dB is 256).
-  // To be read by unsignedFixedToDouble().
-  virtual OSStatus soundInputRate(Fixed& samplesPerSecond) = 0;
+  virtual OSStatus soundInputRate(UnsignedFixed& samplesPerSecond) = 0;
   virtual OSStatus volume(std::int16_t& volume) = 0;
   virtual OSStatus setComponentProperty(OSType propertyClass, OSType property,
                                         std::span<const std::byte> value) = 0;
@@ -225,8 +224,8 @@ class CaptureKit {
   // The clock component of that description; null for none. Lives as long as the kit, or as the grabber whose
   // device it belongs to.
   virtual ClockComponent* findClock(const ComponentDescription& description) = 0;
-  // Null where it cannot be made; see makeGWorld.
-  virtual std::unique_ptr<GWorld> newGWorld(const QDRect& bounds) = 0;
+  // Of pixels of 32 bits, which is the only format there is; see makeGWorld.
+  virtual OSStatus newGWorld(std::unique_ptr<GWorld>& world, int pixelFormat, const QDRect& bounds) = 0;
 
   // The specification of a file that exists; none where it does not.
   virtual std::optional<FSSpec> specificationOfPath(std::string_view path) = 0;

@@ -9,13 +9,18 @@ namespace {
 using namespace ::testing;
 using namespace testing;
 
-class ControllerTest : public Test, public RecordingObserver {
+class ControllerTest : public Test {
  protected:
-  void recordingStarted(const Notification&) override { happened("recording started"); }
-  void newMovie(const Notification&) override { happened("new movie"); }
   void happened(const std::string& what) { events_.push_back(what); }
   void postRecordings() {
-    for (const char* name : {"recordingStarted", "movieCreated"}) program_.notifications.post(name);
+    // Seen in what comes of them: the sheet's name field is disabled, an episode is made.
+    TextField& name = program_.controller().recordHandOff().recordWindowController().filenameTextField();
+    name.setEnabled(true);
+    program_.notifications.post("recordingStarted");
+    if (!name.isEnabled()) happened("recording started");
+    const auto episodes = program_.episodes().arrangedObjects().size();
+    program_.notifications.post("movieCreated", {}, {{"path", "/x/Movie1.mov"}});
+    if (program_.episodes().arrangedObjects().size() != episodes) happened("new movie");
   }
   Responder* focus() { return program_.interface().mainWindow.firstResponder(); }
 
@@ -31,7 +36,6 @@ TEST_F(ControllerTest, StartUpGoesStepByStepInItsOrder) {
   ScrollView& pane = program_.interface().advancedOptionsRSSScrollView;
   pane.setDocumentSize({300, 900});
   controller.publishRun().setIsCopying(true);
-  controller.setRecordingObserver(this);
   // Each step is seen in what it touches; the two recording notifications tell which is observed by then.
   program_.files.onAccess = [this](std::string_view operation, std::string_view path) {
     if (operation == "contentsAtPath") happened(lastPathComponent(path));
@@ -100,11 +104,9 @@ TEST_F(ControllerTest, TheWindowFollowsTheSelectionAndTheMethodUntilTheControlle
   program_.channels().setSelectionIndex(0);
   EXPECT_FALSE(window.isSimple());
   EXPECT_EQ(lowerView.frame(), advanced);
-  program_.controller().setRecordingObserver(this);
   program_.stop();
-  program_.notifications.post(kProtocolDidChange);
-  postRecordings();
-  EXPECT_THAT(events_, IsEmpty());
+  for (const auto name : {kProtocolDidChange, kRecordingStarted, kMovieCreated})
+    program_.notifications.post(name);
 }
 
 }  // namespace

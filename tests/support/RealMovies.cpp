@@ -1,5 +1,6 @@
 #include "tests/support/RealMovies.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
 
@@ -23,6 +24,23 @@ void runFFmpeg(const std::vector<std::string>& arguments) {
   std::string command = "ffmpeg -nostdin -loglevel error -y";
   for (const std::string& argument : arguments) command += " '" + argument + "'";
   if (std::system(command.c_str()) != 0) throw std::runtime_error("failed: " + command);
+}
+
+std::string probeMovie(std::string_view path, std::string_view entries) {
+  const std::string command =
+      "ffprobe -v quiet -of csv=p=0 -show_entries '" + std::string(entries) + "' '" + std::string(path) + "'";
+  FILE* const pipe = ::popen(command.c_str(), "r");
+  if (pipe == nullptr) throw std::runtime_error("failed: " + command);
+  std::string facts(4096, '\0');
+  facts.resize(std::fread(facts.data(), 1, facts.size(), pipe));
+  ::pclose(pipe);
+  return facts;
+}
+
+bool canBePlayed(std::string_view path) {
+  const std::string command =
+      "ffmpeg -nostdin -v error -xerror -i '" + std::string(path) + "' -f null - >/dev/null 2>&1";
+  return std::system(command.c_str()) == 0;
 }
 
 }  // namespace clipwave::testing

@@ -17,4 +17,10 @@ std::string makeMovie(const TemporaryFolder& folder, std::string_view name, doub
 // Runs the tool with arguments of the test's own, without quotes; the last names what is made.
 void runFFmpeg(const std::vector<std::string>& arguments);
 
+// What the probing tool says of a movie's `entries` ("format=duration"): values in lines of commas. "" for a
+// file that it cannot open.
+std::string probeMovie(std::string_view path, std::string_view entries);
+// Whether every picture and sound of the movie can be decoded without a complaint.
+bool canBePlayed(std::string_view path);
+
 }  // namespace clipwave::testing

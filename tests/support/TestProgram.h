@@ -6,6 +6,7 @@
 #include "platform/appkit/FieldBinding.h"
 #include "platform/foundation/PropertyList.h"
 #include "tests/support/FakeApplicationShell.h"
+#include "tests/support/FakeCaptureKit.h"
 #include "tests/support/FakeDotMac.h"
 #include "tests/support/FakeFileManager.h"
 #include "tests/support/FakeMovies.h"
@@ -37,6 +38,7 @@ class TestProgram {
   Pasteboard pasteboard;
   FakeDotMac dotMac{*loop};
   FakeSecretStore secrets;
+  FakeCaptureKit captureKit{files};
 
   TestProgram() {
     writeResource("defaults", {{"defaultAuthor", "Nobody"}, {"defaultFilename", "show"}});
@@ -52,7 +54,7 @@ class TestProgram {
     bundle_.emplace(files, folder / "resources");
     program_ = std::make_unique<ClipwaveProgram>(
         ApplicationServices{application, clock, *loop, files, process, *bundle_, defaults, notifications, log,
-                            movies, *aliases, workspace, interfaces, urls, pasteboard, dotMac, secrets});
+                            movies, *aliases, workspace, interfaces, urls, pasteboard, dotMac, secrets, captureKit});
     return controller();
   }
   // The same, up to the end of its start-up.

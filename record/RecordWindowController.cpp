@@ -1,0 +1,142 @@
+#include "record/RecordWindowController.h"
+
+#include <cmath>
+#include <cstdio>
+
+#include "platform/foundation/FileManager.h"
+
+namespace clipwave {
+namespace {
+
+constexpr std::string_view kExtension = ".mov";
+// What a recording takes up in a second: the requested data rate, and the sound's.
+constexpr double kBytesPerSecond = 192'000 + 16'000;
+constexpr double kFreeSpaceEvery = 2;  // seconds
+
+std::string clockText(double time) {
+  const auto seconds = static_cast<long long>(time);
+  char text[32];
+  if (seconds < 3600)
+    std::snprintf(text, sizeof text, "%lld:%02lld", seconds / 60, seconds % 60);
+  else
+    std::snprintf(text, sizeof text, "%lld:%02lld:%02lld", seconds / 3600, seconds / 60 % 60, seconds % 60);
+  return text;
+}
+
+std::string freeSpaceText(std::int64_t bytes) {
+  char size[32];
+  const double megabytes = static_cast<double>(bytes) / 1e6;
+  if (megabytes < 1000)
+    std::snprintf(size, sizeof size, "%.0f MB", std::floor(megabytes));
+  else
+    std::snprintf(size, sizeof size, "%.1f GB", std::floor(megabytes / 100) / 10);
+  const auto minutes = static_cast<long long>(static_cast<double>(bytes) / kBytesPerSecond / 60);
+  const long long hours = minutes / 60;
+  if (hours > 1) return std::string(size) + " free, about " + std::to_string(hours) + " hours";
+  if (minutes > 1) return std::string(size) + " free, about " + std::to_string(minutes) + " minutes";
+  return std::string(size) + " free, hardly a minute";
+}
+
+std::string nameOf(std::string_view path) {
+  return stringByDeletingPathExtension(lastPathComponent(path));
+}
+
+}  // namespace
+
+RecordWindowController::RecordWindowController(const Recorder::Services& services)
+    : WindowController("Record"), services_(services), recorder_(services, window()) {
+  recorder_.closeButton.setAction([this] { closeRecordSheet(); });
+  optionsButton_.setMenu(&optionsMenu_);
+  addMenuItems();
+  nameObservation_ = filenameTextField_.observe([this] {
+    if (filenameTextField_.isEditing() && filenameTextField_.stringValue() != checkedName_)
+      controlTextDidChange();
+  });
+  pictureObservation_ = recorder_.observe([this] { refreshStatus(); });
+}
+
+RecordWindowController::~RecordWindowController() {
+  dropInterface();
+}
+
+void RecordWindowController::addMenuItems() {
+  using Operation = void (Recorder::*)();
+  const std::pair<MenuItem*, Operation> kOperations[] = {
+      {&fullSizeItem_, &Recorder::goFullSize},
+      {&halfSizeItem_, &Recorder::goHalfSize},
+      {&quarterSizeItem_, &Recorder::goQuarterSize},
+      {&otherSizeItem_, &Recorder::showSizePanel},
+      {&videoSettingsItem_, &Recorder::showVideoSettings},
+      {&soundSettingsItem_, &Recorder::showSoundSettings},
+      {&creditItem_, &Recorder::_runPanel},
+  };
+  for (MenuItem* item : {&recorder_.videoItem, &recorder_.soundItem}) optionsMenu_.addItem(*item);
+  for (const auto& [item, operation] : kOperations) {
+    item->setTarget([this, operation = operation](MenuItem&) { (recorder_.*operation)(); });
+    optionsMenu_.addItem(*item);
+  }
+  for (MenuItem* item : {&recorder_.lowLatencyItem, &recorder_.timeBaseItem, &recorder_.soundClockItem})
+    optionsMenu_.addItem(*item);
+  optionsMenu_.setValidator([this](const MenuItem& item) { return recorder_.validateMenuItem(item); });
+}
+
+void RecordWindowController::proposePath(std::string_view path) {
+  checkedName_ = nameOf(path);
+  filenameTextField_.setStringValue(checkedName_);
+  nameHintTextField_.setStringValue("");
+  recorder_.setFilename(path);
+  startButton().setEnabled(true);
+  refreshStatus();
+}
+
+void RecordWindowController::closeRecordSheet() {
+  services_.application.endSheet(window());
+  recorder_.unsetup();
+}
+
+void RecordWindowController::keyDown(const KeyPress& key) {
+  if (key.character == U'r' && !key.hasModifiers && startButton().isEnabled()) recorder_.record();
+}
+
+void RecordWindowController::controlTextDidChange() {
+  const std::string text = filenameTextField_.stringValue();
+  checkedName_ = text;
+  if (text.empty()) {
+    startButton().setEnabled(false);
+    return nameHintTextField_.setStringValue("The movie needs a name.");
+  }
+  if (text.ends_with('.')) {
+    services_.application.beep();
+    checkedName_.pop_back();
+    return filenameTextField_.setStringValue(checkedName_);
+  }
+  const std::string candidate =
+      stringByDeletingLastPathComponent(recorder_.filename()) + "/" + text + std::string(kExtension);
+  if (services_.files.fileExistsAtPath(candidate)) {
+    startButton().setEnabled(false);
+    return nameHintTextField_.setStringValue("“" + text + "” exists already.");
+  }
+  startButton().setEnabled(true);
+  nameHintTextField_.setStringValue("");
+  recorder_.setFilename(candidate);
+}
+
+void RecordWindowController::refreshStatus() {
+  elapsedTimeTextField_.setStringValue(clockText(recorder_.isRecording() ? recorder_.recordedTime() : 0));
+  soundLevelIndicator_.setHidden(!recorder_.hasSound());
+  soundLevelIndicator_.setLevel(recorder_.soundLevel());
+  if (!recorder_.trouble().empty()) nameHintTextField_.setStringValue(recorder_.trouble());
+  refreshFreeSpace();
+}
+
+void RecordWindowController::refreshFreeSpace() {
+  const double now = services_.runLoop.clock().uptime().count();
+  if (recorder_.filename().empty() || (freeSpaceShownAt_ && now - *freeSpaceShownAt_ < kFreeSpaceEvery))
+    return;
+  freeSpaceShownAt_ = now;
+  const auto free =
+      services_.files.fileSystemFreeSizeAtPath(stringByDeletingLastPathComponent(recorder_.filename()));
+  freeSpaceTextField_.setStringValue(free ? freeSpaceText(*free) : "");
+}
+
+}  // namespace clipwave
