@@ -22,6 +22,9 @@ namespace {
 
 static_assert(sizeof(off_t) == 8, "movies are larger than 32 bits can count");
 
+constexpr std::string_view kFragment = "moof";
+constexpr std::string_view kNothing = "free";
+constexpr std::size_t kBoxSize = 4;  // the field before the name
 constexpr std::size_t kBoxHeader = 8;
 constexpr std::size_t kLargeBoxHeader = 16;
 // What a disk writes in one piece or not at all.
@@ -52,7 +55,7 @@ void syncFolderOf(const std::string& path) {
 // The first outermost box of that type.
 std::optional<Box> findBox(std::string_view bytes, std::string_view type) {
   for (std::size_t place = 0; bytes.size() - place >= kBoxHeader;) {
-    std::uint64_t size = numberAt(bytes, place, 4);
+    std::uint64_t size = numberAt(bytes, place, kBoxSize);
     std::size_t header = kBoxHeader;
     if (size == 1 && bytes.size() - place >= kLargeBoxHeader) {
       size = numberAt(bytes, place + kBoxHeader, 8);
@@ -60,7 +63,7 @@ std::optional<Box> findBox(std::string_view bytes, std::string_view type) {
     }
     if (size < header || size > bytes.size() - place) return {};
     const std::size_t end = place + static_cast<std::size_t>(size);
-    if (bytes.substr(place + 4, 4) == type) return Box{place, place + header, end};
+    if (bytes.substr(place + kBoxSize, type.size()) == type) return Box{place, place + header, end};
     place = end;
   }
   return {};
@@ -107,10 +110,10 @@ Result<void> FragmentedFile::endFragment() {
   if (pending_.empty()) return {};
   // The first flush writes the head alone.
   if (!fragments_->flush() || (whole_ == 0 && !fragments_->flush())) return error(ENOTSUP);
-  const std::string fragment = fragments_->take();
-  int failure = write(fragment, whole_);
-  if (failure == 0 && ::fdatasync(descriptor_) != 0) failure = errno;
-  if (failure != 0) {
+  std::string fragment = fragments_->take();
+  const std::optional<Box> description = findBox(fragment, kFragment);
+  if (!description) return error(ENOTSUP);
+  if (const int failure = bringToDisk(fragment, description->start + kBoxSize); failure != 0) {
     cutBack();
     return error(failure);
   }
@@ -122,6 +125,17 @@ Result<void> FragmentedFile::endFragment() {
   whole_ += static_cast<std::int64_t>(fragment.size());
   pending_.clear();
   return {};
+}
+
+// Readers refuse a movie whose last fragment has half a description. So it is first written as one of the
+// boxes that nobody looks into, and is given its name once it is there as a whole.
+int FragmentedFile::bringToDisk(std::string& fragment, std::size_t name) {
+  fragment.replace(name, kNothing.size(), kNothing);
+  if (const int failure = write(fragment, whole_); failure != 0) return failure;
+  if (::fdatasync(descriptor_) != 0) return errno;
+  if (const int failure = write(kFragment, whole_ + static_cast<std::int64_t>(name)); failure != 0)
+    return failure;
+  return ::fdatasync(descriptor_) == 0 ? 0 : errno;
 }
 
 // A fragment holds its first track's samples in turn, then the second's. The index is only worth having when

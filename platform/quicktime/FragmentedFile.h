@@ -33,6 +33,7 @@ class FragmentedFile {
 
  private:
   FragmentedFile(int descriptor, std::string path) : descriptor_(descriptor), path_(std::move(path)) {}
+  int bringToDisk(std::string& fragment, std::size_t name);
   bool addToIndex(std::string_view fragment);
   bool becomePlain(const std::string& index);
   int write(std::string_view bytes, std::int64_t offset);

@@ -39,7 +39,8 @@ class MovieWriter {
 
   // A picture of any size and format, scaled to the movie's; `time` is in seconds from the recording's
   // beginning. Pictures stand on the grid of the frame rate: one that falls on a place that is taken already
-  // is left out, and one that is missing leaves the one before it standing. Answers whether it was taken.
+  // is left out, and one that is missing leaves the one before it standing; the first stands from the
+  // beginning. Answers whether it was taken; one that cannot be read or scaled is not.
   virtual Result<bool> addPicture(const AVFrame& picture, double time) = 0;
   // Samples in turn (left, right), without a gap from time 0 on.
   virtual Result<void> addSound(std::span<const float> samples) = 0;
