@@ -6,17 +6,26 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QSlider>
 #include <QTextBrowser>
 #include <QTextCursor>
+#include <cmath>
 
+#include "desktop/LevelMeter.h"
 #include "desktop/Spinner.h"
+#include "desktop/SymbolicIcon.h"
 #include "desktop/Text.h"
 
 namespace clipwave {
 
 ButtonMirror::ButtonMirror(QAbstractButton& widget, Button& button) : QObject(&widget) {
   const auto show = [&widget, &button] {
-    widget.setText(toQString(button.title()));
+    // A button without a title keeps what its interface file says: with a face, for each face.
+    const QString face = toQString(button.image());
+    QString title = toQString(button.title());
+    if (title.isEmpty()) title = widget.property(("titleOf" + button.image()).c_str()).toString();
+    if (!title.isEmpty()) widget.setText(title);
+    if (!face.isEmpty()) widget.setIcon(imageNamed(face));
     widget.setEnabled(button.isEnabled());
     widget.setHidden(button.isHidden());
   };
@@ -57,6 +66,40 @@ StatusMirror::StatusMirror(QLabel& widget, TextField& field) : QObject(&widget) 
 SpinnerMirror::SpinnerMirror(Spinner& widget, ProgressIndicator& indicator) : QObject(&widget) {
   const auto show = [&widget, &indicator] { widget.setSpinning(indicator.isAnimating()); };
   observation_ = indicator.observe(show);
+  show();
+}
+
+LevelMirror::LevelMirror(LevelMeter& widget, LevelIndicator& indicator) : QObject(&widget) {
+  const auto show = [&widget, &indicator] {
+    // The bar keeps its place, so that nothing around it moves.
+    widget.setLevel(indicator.isHidden() || !indicator.isEnabled() ? 0 : indicator.level());
+  };
+  observation_ = indicator.observe(show);
+  show();
+}
+
+SliderMirror::SliderMirror(QSlider& widget, Slider& slider) : QObject(&widget) {
+  widget.setRange(static_cast<int>(slider.minValue()), static_cast<int>(slider.maxValue()));
+  const auto show = [&widget, &slider] {
+    const QSignalBlocker silent(&widget);
+    widget.setValue(static_cast<int>(std::lround(slider.value())));
+    widget.setEnabled(slider.isEnabled());
+    widget.setHidden(slider.isHidden());
+    for (QLabel* label : widget.window()->findChildren<QLabel*>())
+      if (label->buddy() == &widget) label->setHidden(slider.isHidden());
+  };
+  connect(&widget, &QSlider::valueChanged, this, [&slider](int value) { slider.setValue(value); });
+  observation_ = slider.observe(show);
+  show();
+}
+
+SliderValueMirror::SliderValueMirror(QLabel& widget, Slider& slider) : QObject(&widget) {
+  const auto show = [&widget, &slider] {
+    const double share = (slider.value() - slider.minValue()) / (slider.maxValue() - slider.minValue());
+    widget.setText(tr("%1 %").arg(std::lround(share * 100)));
+    widget.setHidden(slider.isHidden());
+  };
+  observation_ = slider.observe(show);
   show();
 }
 

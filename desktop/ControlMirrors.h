@@ -10,14 +10,18 @@ class QAbstractButton;
 class QComboBox;
 class QLabel;
 class QScrollArea;
+class QSlider;
 class QTextBrowser;
 
 namespace clipwave {
 
+class LevelMeter;
 class Spinner;
 
 // Each lives with its widget; what it shows must outlive it.
 
+// A button whose element has an image but no title takes the text of its property "titleOf" with the image's
+// name behind it.
 class ButtonMirror final : public QObject {
   Q_OBJECT
  public:
@@ -51,6 +55,35 @@ class SpinnerMirror final : public QObject {
   Q_OBJECT
  public:
   SpinnerMirror(Spinner& widget, ProgressIndicator& indicator);
+
+ private:
+  Observation observation_;
+};
+
+class LevelMirror final : public QObject {
+  Q_OBJECT
+ public:
+  LevelMirror(LevelMeter& widget, LevelIndicator& indicator);
+
+ private:
+  Observation observation_;
+};
+
+// Its label is hidden and shown with it.
+class SliderMirror final : public QObject {
+  Q_OBJECT
+ public:
+  SliderMirror(QSlider& widget, Slider& slider);
+
+ private:
+  Observation observation_;
+};
+
+// The slider's value in words: its share of the way.
+class SliderValueMirror final : public QObject {
+  Q_OBJECT
+ public:
+  SliderValueMirror(QLabel& widget, Slider& slider);
 
  private:
   Observation observation_;

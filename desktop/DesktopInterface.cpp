@@ -14,24 +14,30 @@
 #include "desktop/ControlMirrors.h"
 #include "desktop/EditActions.h"
 #include "desktop/LibraryTables.h"
+#include "desktop/LoadedWindow.h"
 #include "desktop/LowerArea.h"
 #include "desktop/MoviePreview.h"
 #include "desktop/PreviewMirror.h"
 #include "desktop/ProgramNames.h"
+#include "desktop/RecordNames.h"
+#include "desktop/RecordSheet.h"
 #include "desktop/RecordTable.h"
 #include "desktop/SplitView.h"
 #include "desktop/Text.h"
 #include "desktop/ValueMirrors.h"
 #include "desktop/WindowDressing.h"
+#include "desktop/WindowFrameMirror.h"
 #include "desktop/WindowMemory.h"
 #include "desktop/WindowMirror.h"
 #include "ui/MovieFacts.h"
 #include "ui_About.h"
+#include "ui_CaptureSettings.h"
 #include "ui_FeedURL.h"
 #include "ui_ImageProperties.h"
 #include "ui_MainWindow.h"
 #include "ui_Preferences.h"
 #include "ui_Report.h"
+#include "ui_SizePanel.h"
 
 namespace clipwave {
 
@@ -63,7 +69,7 @@ DesktopInterface::DesktopInterface(ClipwaveProgram& program, DesktopInterfaceLoa
       memory_(std::make_unique<WindowMemory>(*mainWindow_, program.services().defaults)) {
   MainInterface& interface = program.interface();
   Ui::MainWindow().setupUi(mainWindow_.get());
-  wire(*mainWindow_, interface.mainWindow);
+  wire(*mainWindow_, interface.mainWindow, wiring_);
   if (auto* view = mainWindow_->findChild<QMenu*>("menuView")) addListChoices(*view);
   mirrors_.at(&interface.mainWindow)->setCloseRequest([this] { quit(); });
   makeReport();
@@ -91,7 +97,7 @@ DesktopInterface::~DesktopInterface() {
 void DesktopInterface::makeDialog(Window& window, void (*setUpDialog)(QDialog&)) {
   auto* dialog = new QDialog(mainWindow_.get());
   setUpDialog(*dialog);
-  wire(*dialog, window);
+  wire(*dialog, window, wiring_);
 }
 
 void DesktopInterface::makeReport() {
@@ -100,17 +106,18 @@ void DesktopInterface::makeReport() {
   Ui::Report form;
   form.setupUi(dialog);
   summaryLabel_ = form.summaryLabel;
-  wire(*dialog, window);
+  wire(*dialog, window, wiring_);
   connect(dialog->findChild<TextViewMirror*>(), &TextViewMirror::linkActivated, this,
           [this](const QString& link) { program_.services().workspace.openURL(toText(link)); });
 }
 
-void DesktopInterface::wire(QWidget& root, Window& window) {
+void DesktopInterface::wire(QWidget& root, Window& window, InterfaceWiring& wiring) {
   if (!dressWindow(root)) refused_ << tr("%1: a symbol or a page is missing.").arg(root.objectName());
   for (ArtworkWell* well : root.findChildren<ArtworkWell*>()) well->attach(program_.services().urls);
   auto* mirror = new WindowMirror(root, window);
   mirrors_[&window] = mirror;
-  refused_ += wiring_.wire(
+  connect(mirror, &QObject::destroyed, this, [this, &window] { mirrors_.erase(&window); });
+  refused_ += wiring.wire(
       root, *mirror, [this](const QString& outlet, QWidget& widget) { return wireOutlet(outlet, widget); });
   for (QAction* action : root.findChildren<QAction*>()) {
     const QString name = action->property("action").toString();
@@ -219,14 +226,53 @@ void DesktopInterface::publishRunEnded(PublishOutcome outcome) {
 }
 
 void DesktopInterface::loadWindow(WindowController& controller) {
-  if (controller.windowNibName() != "About") return;
+  const qsizetype refusedBefore = refused_.size();
+  if (controller.windowNibName() == "About") {
+    loadAbout(controller);
+  } else if (auto* record = dynamic_cast<RecordWindowController*>(&controller)) {
+    loadRecordSheet(*record);
+  } else if (auto* settings = dynamic_cast<CaptureSettings::WindowParts*>(&controller)) {
+    loadCaptureSettings(*settings);
+  }
+  for (const QString& refused : refused_.mid(refusedBefore)) program_.services().log.write(toText(refused));
+}
+
+void DesktopInterface::loadAbout(WindowController& controller) {
   auto* dialog = new QDialog(mainWindow_.get());
   Ui::About form;
   form.setupUi(dialog);
   const Dictionary& info = program_.services().bundle.infoDictionary();
   if (const auto version = info.find("CFBundleVersion"); version != info.end())
     form.versionLabel->setText(tr("Version %1").arg(toQString(version->second.stringValue())));
-  wire(*dialog, controller.window());
+  wire(*dialog, controller.window(), wiring_);
+}
+
+void DesktopInterface::loadRecordSheet(RecordWindowController& controller) {
+  const auto loaded = std::make_shared<LoadedWindow>(namesOfRecordSheet(controller));
+  QDialog& sheet = loaded->addDialog(mainWindow_.get());
+  auto* recordSheet = new RecordSheet(sheet, controller);
+  wire(sheet, controller.window(), loaded->wiring());
+  sheet.resize(sheet.sizeHint());
+  new WindowFrameMirror(sheet, controller.window());
+
+  QDialog& panel = loaded->addDialog(&sheet);
+  setUp<Ui::SizePanel>(panel);
+  wire(panel, controller.recorder().sizePanel, loaded->wiring());
+  recordSheet->prepareSizePanel(panel);
+  panel.resize(panel.sizeHint());
+  new WindowFrameMirror(panel, controller.recorder().sizePanel);
+  controller.setInterface(loaded);
+}
+
+void DesktopInterface::loadCaptureSettings(CaptureSettings::WindowParts& parts) {
+  const auto loaded = std::make_shared<LoadedWindow>(namesOfCaptureSettings(parts));
+  const Window* sheet = program_.interface().mainWindow.attachedSheet();
+  QWidget* parent = sheet != nullptr ? widgetOf(*sheet) : nullptr;
+  QDialog& dialog = loaded->addDialog(parent != nullptr ? parent : mainWindow_.get());
+  setUp<Ui::CaptureSettings>(dialog);
+  wire(dialog, parts.window(), loaded->wiring());
+  dialog.resize(dialog.sizeHint());
+  parts.setInterface(loaded);
 }
 
 void DesktopInterface::refreshEditMenu() {
@@ -290,6 +336,7 @@ void DesktopInterface::raise(const QByteArray& activationToken) {
 void DesktopInterface::quit() {
   PublishRun& run = program_.controller().publishRun();
   if (isQuitting_ || program_.services().application.isTerminated()) return;
+  program_.controller().recordHandOff().endRecording();
   if (!run.isCopying()) return terminate();
   isQuitting_ = true;
   // Cut short, a transfer would leave half a file behind.

@@ -56,7 +56,8 @@ class DesktopInterface final : public QObject {
   void show();
   // Brings the main window to the front, as far as the desktop allows with that token.
   void raise(const QByteArray& activationToken);
-  // The quit sequence. A publish run that goes on is cancelled first, and waited for.
+  // The quit sequence. A recording that goes on becomes an episode; a publish run that goes on is cancelled
+  // first, and waited for.
   void quit();
   // Whether quitting waits for a publish run's end.
   bool isQuitting() const { return isQuitting_; }
@@ -64,12 +65,15 @@ class DesktopInterface final : public QObject {
  private:
   void makeDialog(Window& window, void (*setUp)(QDialog&));
   void makeReport();
-  void wire(QWidget& root, Window& window);
+  void wire(QWidget& root, Window& window, InterfaceWiring& wiring);
   bool wireOutlet(const QString& outlet, QWidget& widget);
   bool wireTable(const QString& outlet, RecordTable& table);
   void addContextMenu(RecordTable& table, const QString& outlet);
   void addListChoices(QMenu& menu);
   void loadWindow(WindowController& controller);
+  void loadAbout(WindowController& controller);
+  void loadRecordSheet(RecordWindowController& controller);
+  void loadCaptureSettings(CaptureSettings::WindowParts& parts);
   void refreshEditMenu();
   void refreshPublishAction();
   void followUndo();

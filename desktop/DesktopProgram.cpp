@@ -101,6 +101,7 @@ void DesktopProgram::commitSession(QSessionManager& session) {
   if (!interface_ || platform_->application().isTerminated()) return;
   if (!session.allowsInteraction()) {
     // Nobody can be asked: what there is is saved, or the session's end takes it.
+    program_->controller().recordHandOff().endRecording();
     program_->delegate().saveAction();
     return;
   }

@@ -2,20 +2,22 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 #include <functional>
 #include <map>
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include "platform/appkit/ArrayController.h"
 #include "platform/appkit/Controls.h"
+#include "platform/appkit/ImageView.h"
 #include "platform/appkit/MovieView.h"
 #include "platform/appkit/TableView.h"
 #include "platform/appkit/TextView.h"
 #include "platform/appkit/Window.h"
 #include "platform/coredata/ManagedObjectModel.h"
+#include "record/MenuButton.h"
 
 namespace clipwave {
 
@@ -40,8 +42,21 @@ struct InterfaceAction {
   bool leavesEdits = false;
 };
 
-using Outlet =
-    std::variant<TextField*, Button*, PopUpButton*, ProgressIndicator*, ScrollView*, TableView*, TextView*>;
+using Outlet = std::variant<TextField*, Button*, MenuButton*, PopUpButton*, ProgressIndicator*,
+                            LevelIndicator*, Slider*, ImageView*, ScrollView*, TableView*, TextView*>;
+
+// What a combo box offers.
+struct Choices {
+  struct Choice {
+    QString shown;
+    QString stored;
+  };
+  std::function<std::vector<Choice>()> offered;
+  // Whether the choices come and go by themselves, and are asked for whenever the window comes up.
+  bool comeAndGo = false;
+  // How a stored value is shown that is not offered; none: as no choice.
+  std::function<QString(const QString& stored)> missing = {};
+};
 
 struct InterfaceNames {
   std::map<std::string, Outlet, std::less<>> outlets;
@@ -50,8 +65,7 @@ struct InterfaceNames {
   const ManagedObjectModel* model = nullptr;
   // The setting under a key path such as "defaults.noConfirm"; one without `observe` for none.
   std::function<SettingAccess(const std::string& keyPath)> setting;
-  // What a combo box offers; a null list for an unknown name.
-  std::map<std::string, std::function<QStringList()>, std::less<>> choices;
+  std::map<std::string, Choices, std::less<>> choices;
   std::map<std::string, TextField::Validator, std::less<>> validators;
   std::function<void(const Error&)> presentError;
 };

@@ -5,16 +5,15 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
-#include <QScrollArea>
-#include <QTextBrowser>
+#include <QPointer>
 #include <QVariant>
 
 #include "desktop/ArtworkMirror.h"
 #include "desktop/ArtworkWell.h"
-#include "desktop/ControlMirrors.h"
 #include "desktop/DateField.h"
 #include "desktop/FieldMirror.h"
-#include "desktop/Spinner.h"
+#include "desktop/MenuMirrors.h"
+#include "desktop/OutletMirrors.h"
 #include "desktop/Text.h"
 #include "desktop/ValueMirrors.h"
 #include "desktop/WindowMirror.h"
@@ -72,7 +71,7 @@ QStringList InterfaceWiring::wire(QWidget& root, WindowMirror& mirror, const Out
 
 void InterfaceWiring::wireWidget(QWidget& widget, WindowMirror& mirror, const OutletWirer& wireOutlet) {
   wireOutletOf(widget, mirror, wireOutlet);
-  if (auto* combo = qobject_cast<QComboBox*>(&widget)) offerChoices(*combo);
+  if (auto* combo = qobject_cast<QComboBox*>(&widget)) offerChoices(*combo, mirror.window());
   wireBinding(widget, mirror);
   wireSender(widget, mirror);
 }
@@ -82,35 +81,13 @@ void InterfaceWiring::wireOutletOf(QWidget& widget, WindowMirror& mirror, const 
   if (name.isEmpty() || wireOutlet(name, widget)) return;
   const auto found = names_.outlets.find(toText(name));
   if (found == names_.outlets.end()) return refuse(widget, tr("there is no outlet %1").arg(name));
-
-  const Outlet& outlet = found->second;
-  if (TextField* const* field = std::get_if<TextField*>(&outlet)) {
-    if (FieldMirror::canShow(widget)) {
-      new FieldMirror(widget, **field);
-      mirror.addResponder(widget, **field);
-      return;
-    }
-    if (auto* label = qobject_cast<QLabel*>(&widget)) return void(new StatusMirror(*label, **field));
-  } else if (Button* const* button = std::get_if<Button*>(&outlet)) {
-    if (auto* shown = qobject_cast<QAbstractButton*>(&widget))
-      return void(new ButtonMirror(*shown, **button));
-  } else if (PopUpButton* const* popUp = std::get_if<PopUpButton*>(&outlet)) {
-    if (auto* combo = qobject_cast<QComboBox*>(&widget)) return void(new PopUpMirror(*combo, **popUp));
-  } else if (ProgressIndicator* const* indicator = std::get_if<ProgressIndicator*>(&outlet)) {
-    if (auto* spinner = qobject_cast<Spinner*>(&widget))
-      return void(new SpinnerMirror(*spinner, **indicator));
-  } else if (ScrollView* const* scrollView = std::get_if<ScrollView*>(&outlet)) {
-    if (auto* area = qobject_cast<QScrollArea*>(&widget)) return void(new ScrollMirror(*area, **scrollView));
-  } else if (TextView* const* textView = std::get_if<TextView*>(&outlet)) {
-    if (auto* browser = qobject_cast<QTextBrowser*>(&widget))
-      return void(new TextViewMirror(*browser, **textView));
-  }
-  refuse(widget, tr("it cannot show %1").arg(name));
+  if (!mirrorOutlet(widget, found->second, mirror)) refuse(widget, tr("it cannot show %1").arg(name));
 }
 
 void InterfaceWiring::wireSender(QObject& sender, WindowMirror& mirror) {
   const std::string name = toText(propertyText(sender, "action"));
   if (name.empty()) return;
+  if (auto* entry = qobject_cast<QAction*>(&sender); entry != nullptr && wireMenuEntry(*entry, name)) return;
   if (!names_.actions.contains(name)) return refuse(sender, tr("there is no action %1").arg(toQString(name)));
   // A button that an element stands behind is pressed there.
   const auto outlet = names_.outlets.find(toText(propertyText(sender, "outlet")));
@@ -131,12 +108,33 @@ void InterfaceWiring::wireSender(QObject& sender, WindowMirror& mirror) {
   senders_.push_back({&sender, name});
 }
 
+// The entries of a button's menu are elements of their own; false for an entry of another menu.
+bool InterfaceWiring::wireMenuEntry(QAction& entry, const std::string& action) {
+  for (const QObject* around : entry.associatedObjects()) {
+    const auto outlet = names_.outlets.find(toText(propertyText(*around, "outlet")));
+    if (outlet == names_.outlets.end()) continue;
+    auto* const* button = std::get_if<MenuButton*>(&outlet->second);
+    if (button == nullptr) continue;
+    const int tag = entry.property("tag").toInt();
+    const Menu* menu = (*button)->menu();
+    if (MenuItem* item = menu != nullptr ? menu->item(action, tag) : nullptr) {
+      new MenuItemMirror(entry, *item);
+    } else {
+      refuse(entry, tr("there is no menu entry %1 with the tag %2").arg(toQString(action)).arg(tag));
+    }
+    return true;
+  }
+  return false;
+}
+
 bool InterfaceWiring::send(const std::string& name) {
   const auto found = names_.actions.find(name);
   if (found == names_.actions.end()) return false;
   const InterfaceAction& action = found->second;
   if (action.isEnabled && !action.isEnabled()) return false;
+  const QPointer<InterfaceWiring> alive(this);  // the action may close the window for good
   action.perform();
+  if (!alive) return true;
   emit sent();
   refreshActions();
   return true;
@@ -272,27 +270,49 @@ void InterfaceWiring::bindSetting(QWidget& widget, WindowMirror& mirror, const s
     own->observations.push_back(setting.observe(show));
     show();
   } else if (auto* combo = qobject_cast<QComboBox*>(&widget)) {
-    const auto show = [combo, setting] {
-      combo->setCurrentIndex(combo->findText(toQString(setting.text())));
-    };
-    connect(combo, &QComboBox::textActivated, own, [setting, tell, show](const QString& text) {
-      tell(setting.store(toText(text)));
-      show();
-    });
-    own->observations.push_back(setting.observe(show));
-    show();
+    bindChoice(*combo, mirror, setting, tell, own->observations);
   } else {
     refuse(widget, tr("it cannot show a setting"));
   }
 }
 
-void InterfaceWiring::offerChoices(QComboBox& combo) {
+void InterfaceWiring::bindChoice(QComboBox& combo, WindowMirror& mirror, const SettingAccess& setting,
+                                 const std::function<bool(const std::string&)>& tell,
+                                 std::vector<Observation>& observations) {
+  const auto found = names_.choices.find(toText(propertyText(combo, "choices")));
+  const Choices choices = found != names_.choices.end() ? found->second : Choices();
+  const Window& window = mirror.window();
+  const auto show = [&combo, &window, setting, choices] {
+    if (choices.comeAndGo && !window.isVisible()) return;
+    const QString stored = toQString(setting.text());
+    if (combo.findData(stored) < 0 && choices.missing) combo.addItem(choices.missing(stored), stored);
+    combo.setCurrentIndex(combo.findData(stored));
+  };
+  connect(&combo, &QComboBox::activated, &combo, [&combo, setting, tell, show](int index) {
+    tell(setting.store(toText(combo.itemData(index).toString())));
+    show();
+  });
+  observations.push_back(setting.observe(show));
+  if (choices.comeAndGo) {
+    observations.push_back(mirror.window().observe(
+        [this, &combo, &window, show, wasVisible = std::make_shared<bool>(window.isVisible())] {
+          if (std::exchange(*wasVisible, window.isVisible()) || !window.isVisible()) return;
+          offerChoices(combo, window);
+          show();
+        }));
+  }
+  show();
+}
+
+void InterfaceWiring::offerChoices(QComboBox& combo, const Window& window) {
   const std::string name = toText(propertyText(combo, "choices"));
   if (name.empty()) return;
   const auto found = names_.choices.find(name);
   if (found == names_.choices.end()) return refuse(combo, tr("there are no choices %1").arg(toQString(name)));
+  // What comes and goes is looked up for eyes to see it.
+  if (found->second.comeAndGo && !window.isVisible()) return;
   combo.clear();
-  combo.addItems(found->second());
+  for (const Choices::Choice& choice : found->second.offered()) combo.addItem(choice.shown, choice.stored);
   combo.setCurrentIndex(-1);
 }
 

@@ -13,6 +13,7 @@
 #include "desktop/InterfaceNames.h"
 #include "platform/appkit/FieldBinding.h"
 
+class QAction;
 class QComboBox;
 class QWidget;
 
@@ -23,6 +24,7 @@ class WindowMirror;
 // Properties, all texts:
 //   outlet          the element of the program that the widget shows
 //   action          the operation that a button or a menu entry sends
+//   tag             of an entry that a button's menu has: tells entries of one action apart
 //   closeAction     the operation that closing a dialogue sends
 //   binding         CONTROLLER.selection.KEY, or a setting such as defaults.KEY
 //   enabledBinding  a key path of a boolean without which the widget is disabled
@@ -64,13 +66,17 @@ class InterfaceWiring final : public QObject {
   void wireWidget(QWidget& widget, WindowMirror& mirror, const OutletWirer& wireOutlet);
   void wireOutletOf(QWidget& widget, WindowMirror& mirror, const OutletWirer& wireOutlet);
   void wireSender(QObject& sender, WindowMirror& mirror);
+  bool wireMenuEntry(QAction& entry, const std::string& action);
   void wireBinding(QWidget& widget, WindowMirror& mirror);
   void bindSelection(QWidget& widget, WindowMirror& mirror, const KeyPath& path);
   void bindField(QWidget& widget, WindowMirror& mirror, const KeyPath& path);
   void bindSetting(QWidget& widget, WindowMirror& mirror, const std::string& keyPath);
+  void bindChoice(QComboBox& combo, WindowMirror& mirror, const SettingAccess& setting,
+                  const std::function<bool(const std::string&)>& tell,
+                  std::vector<Observation>& observations);
   void setCheck(QWidget& widget, TextField& field);
   void keepEnabled(QWidget& widget, TextField* field, const KeyPath& path);
-  void offerChoices(QComboBox& combo);
+  void offerChoices(QComboBox& combo, const Window& window);
   std::optional<KeyPath> keyPathOf(const QString& text);
   void refuse(const QObject& object, const QString& reason);
 

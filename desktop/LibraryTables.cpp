@@ -65,7 +65,7 @@ QString emptyEpisodeListText(const ArrayController& channels) {
     return tr("No channel is selected.\nDrop movies here to begin a new one.");
   if (channels.selectionIndexes().size() > 1)
     return tr("Several channels are selected.\nChoose one of them to see its episodes.");
-  return tr("No episodes yet.\nDrop movies here, or choose them with “Episodes…”");
+  return tr("No episodes yet.\nDrop movies here, or press Record");
 }
 
 Observation followEmptyText(RecordTable& episodes, ArrayController& channels) {

@@ -54,6 +54,7 @@ void addListActions(Actions& actions, ClipwaveProgram& program) {
   actions["removeChannels:"] = {[&channels] { channels.removeSelectedChannels(); }, anyChannel};
   actions["openMovies:"] = {[&channels] { channels.openMovies(); }, hasStore};
   actions["addEpisodes:"] = {[&channels] { channels.addEpisodes(); }, hasStore};
+  actions["recordMovie:"] = {[&controller] { controller.recordHandOff().recordMovie(); }};
   actions["removeEpisodes:"] = {[&controller] {
                                   ArrayController& list = controller.vodcastController();
                                   list.removeObjectsAtArrangedObjectIndexes(list.selectionIndexes());
@@ -188,29 +189,46 @@ SettingAccess settingOf(Preferences& preferences, const std::string& keyPath) {
   return setting;
 }
 
-QStringList listOf(const std::vector<std::string>& texts) {
-  QStringList list;
-  for (const std::string& text : texts) list << toQString(text);
+std::vector<Choices::Choice> listOf(const std::vector<std::string>& texts) {
+  std::vector<Choices::Choice> list;
+  for (const std::string& text : texts) list.push_back({toQString(text), toQString(text)});
   return list;
+}
+
+// The devices there are now; the program chooses where the user has not.
+Choices devicesOf(CaptureKit& kit, OSType mediaType, const QString& noChoice) {
+  Choices choices;
+  choices.offered = [&kit, mediaType, noChoice] {
+    std::vector<Choices::Choice> list = {{noChoice, QString()}};
+    for (const CaptureDevice& device : kit.devices(mediaType))
+      list.push_back({toQString(device.name), toQString(device.identifier)});
+    return list;
+  };
+  choices.comeAndGo = true;
+  choices.missing = [](const QString& stored) { return QObject::tr("%1 (not connected)").arg(stored); };
+  return choices;
 }
 
 void addChoices(InterfaceNames& names, ClipwaveProgram& program) {
   Controller& controller = program.controller();
-  names.choices["languages"] = [&controller] { return listOf(controller.languageDataSource().display()); };
-  names.choices["timezones"] = [&program] { return listOf(program.delegate().timezones()); };
-  names.choices["sizeUnits"] = [] { return QStringList{"Bytes", "KB", "MB", "GB"}; };
+  names.choices["languages"] = {[&controller] { return listOf(controller.languageDataSource().display()); }};
+  names.choices["timezones"] = {[&program] { return listOf(program.delegate().timezones()); }};
+  names.choices["sizeUnits"] = {[] { return listOf({"Bytes", "KB", "MB", "GB"}); }};
+  CaptureKit& kit = program.services().captureKit;
+  names.choices["cameras"] = devicesOf(kit, kVideoMediaType, QObject::tr("First camera found"));
+  names.choices["microphones"] = devicesOf(kit, kAudioMediaType, QObject::tr("First microphone found"));
   const auto categories = [&program](bool isSubcategory) {
-    QStringList list;
+    std::vector<std::string> list;
     for (const auto& [name, subcategories] : program.services().bundle.dictionaryForResource("categories")) {
-      if (!isSubcategory) list << toQString(name);
+      if (!isSubcategory) list.push_back(name);
       if (!isSubcategory) continue;
       for (const Value& subcategory : subcategories.arrayValue())
-        list << toQString(subcategory.stringValue());
+        list.emplace_back(subcategory.stringValue());
     }
-    return list;
+    return listOf(list);
   };
-  names.choices["categories"] = [categories] { return categories(false); };
-  names.choices["subcategories"] = [categories] { return categories(true); };
+  names.choices["categories"] = {[categories] { return categories(false); }};
+  names.choices["subcategories"] = {[categories] { return categories(true); }};
 }
 
 }  // namespace

@@ -49,8 +49,8 @@ RecordWindowController::RecordWindowController(const Recorder::Services& service
   optionsButton_.setMenu(&optionsMenu_);
   addMenuItems();
   nameObservation_ = filenameTextField_.observe([this] {
-    if (filenameTextField_.isEditing() && filenameTextField_.stringValue() != checkedName_)
-      controlTextDidChange();
+    // An entry that is taken back is another name, too.
+    if (filenameTextField_.stringValue() != checkedName_) controlTextDidChange();
   });
   pictureObservation_ = recorder_.observe([this] { refreshStatus(); });
 }

@@ -16,7 +16,8 @@ namespace clipwave {
 
 namespace {
 
-constexpr int kSettle = 1500;        // milliseconds: movies are opened, pictures loaded
+constexpr int kSettle = 1500;  // milliseconds: movies are opened, pictures loaded
+constexpr int kRecordingTime = 4000;
 constexpr int kPublishTime = 60000;  // at the longest
 
 QPalette darkPalette() {
@@ -93,6 +94,23 @@ class Photographer {
   bool failed_ = false;
 };
 
+// With the pattern that needs no camera. It becomes an episode, so that it comes last.
+void takeRecording(DesktopProgram& desktop, Photographer& camera) {
+  UserDefaultsController& defaults = desktop.program().services().defaults;
+  for (const char* key : {"captureDevice", "captureSoundDevice"})
+    static_cast<void>(defaults.setValue(key, std::string(kTestPatternDevice)));
+  desktop.interface().wiring().send("recordMovie:");
+  RecordHandOff& handOff = desktop.program().controller().recordHandOff();
+  if (!handOff.isOpen()) return;
+  RecordWindowController& sheet = handOff.recordWindowController();
+  sheet.filenameTextField().edit("A walk at the harbour");
+  sheet.recorder().record();
+  camera.settle(kRecordingTime);
+  camera.takeSheet("record", sheet.window());
+  handOff.endRecording();
+  camera.settle(300);
+}
+
 // The channel that goes onto the online disk comes last.
 void takeAll(DesktopProgram& desktop, Photographer& camera) {
   MainInterface& interface = desktop.program().interface();
@@ -123,6 +141,7 @@ void takeAll(DesktopProgram& desktop, Photographer& camera) {
   while (!interface.statusWindow.isVisible() && timer.elapsed() < kPublishTime) camera.settle(50);
   camera.takeSheet("report", interface.statusWindow);
   wiring.send("closeStatusSheet:");
+  takeRecording(desktop, camera);
 }
 
 int run(const QStringList& arguments) {

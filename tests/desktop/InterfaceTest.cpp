@@ -37,6 +37,9 @@ class Interface : public RunningDesktop {
     for (const Window* other :
          {&state().prefWindow, &state().rssFeedWindow, &state().editImagePropsWindow, &state().statusWindow})
       all.push_back(shown(*other));
+    RecordWindowController& record =
+        desktop().program().controller().recordHandOff().recordWindowController();
+    for (const Window* other : {&record.window(), &record.recorder().sizePanel}) all.push_back(shown(*other));
     for (QWidget* each : all) each->show();
     turn();
     return all;
