@@ -163,7 +163,7 @@ TEST(SequenceGrabber, TheNewestPictureIsDrawnWhileNothingIsPaused) {
   EXPECT_EQ(capture.run(0.5), noErr);
   EXPECT_TRUE(isRed());
   EXPECT_EQ(capture.video->setBounds({0, 0, 0, 0}), paramErr);
-  EXPECT_FALSE(capture.kit->newGWorld({0, 0, 1, 8191}));
+  EXPECT_FALSE(makeGWorld({0, 0, 1, 8191}));
 }
 
 TEST(SequenceGrabber, DevicesAreTheUsersChoice) {
@@ -215,9 +215,9 @@ TEST(SequenceGrabber, TheVolumeHasTwoNamesAndOneMeaning) {
   EXPECT_NEAR(capture.loudest, 0.5 * 3 / 256, 0.001);
   EXPECT_EQ(capture.stop(), noErr);
   EXPECT_TRUE(play(capture.path).beeps.empty());
-  Fixed rate = 0;
+  UnsignedFixed rate = 0;
   EXPECT_EQ(capture.sound->soundInputRate(rate), noErr);
-  EXPECT_EQ(unsignedFixedToDouble(rate), 44'100);
+  EXPECT_EQ(fixedToDouble(rate), 44'100);
   EXPECT_EQ(capture.video->soundInputRate(rate), paramErr);
 }
 

@@ -68,7 +68,7 @@ struct Capture {
     const QDRect bounds{0, 0, static_cast<std::int16_t>(height), static_cast<std::int16_t>(width)};
     EXPECT_EQ(video->setBounds(bounds), noErr);
     grabber->setGWorld(nullptr);
-    world = kit->newGWorld(bounds);
+    EXPECT_EQ(kit->newGWorld(world, 32, bounds), noErr);
     grabber->setGWorld(world.get());
     grabber->pause(false);
   }
