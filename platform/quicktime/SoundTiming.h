@@ -19,7 +19,7 @@ class SoundTiming {
   SoundTiming(int inputRate, int outputRate, bool isMaster);
 
   // The first sample from now on stands exactly where its time is; `start` is the time of output sample 0.
-  // Called before the first packet, and again after a pause, when all packets have been taken out.
+  // Called before the first packet is taken out, and again after a pause, when all of before it have been.
   void begin(double start);
 
   // A packet of input samples has arrived; `time` is that of its end.

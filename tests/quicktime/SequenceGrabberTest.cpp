@@ -163,7 +163,7 @@ TEST(SequenceGrabber, TheNewestPictureIsDrawnWhileNothingIsPaused) {
   EXPECT_EQ(capture.run(0.5), noErr);
   EXPECT_TRUE(isRed());
   EXPECT_EQ(capture.video->setBounds({0, 0, 0, 0}), paramErr);
-  EXPECT_EQ(capture.kit->newGWorld(capture.world, 32, {0, 0, 1, 8191}), paramErr);
+  EXPECT_FALSE(makeGWorld({0, 0, 1, 8191}));
 }
 
 TEST(SequenceGrabber, DevicesAreTheUsersChoice) {
