@@ -29,6 +29,8 @@ class WindowMirror;
 //   binding         CONTROLLER.selection.KEY, or a setting such as defaults.KEY
 //   enabledBinding  a key path of a boolean without which the widget is disabled
 //   zoneBinding     of a date: the key path of the time zone in which it is shown
+//   startsGroup     true of such an entry that has a line above it
+//   titleOfFACE     a button's text while its element has the image FACE and no title of its own
 //   choices         what a combo box offers
 //   shows           "image": a label shows the image that its value names
 //   validator       the check of a field's entries
