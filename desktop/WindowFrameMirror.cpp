@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <QWindow>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -58,17 +59,31 @@ bool WindowFrameMirror::eventFilter(QObject* /*object*/, QEvent* event) {
     case QEvent::LayoutRequest:
       widgetChanged();
       break;
+    case QEvent::UpdateRequest:
+      // The window manager puts its frame around a shown window when it likes, and no event tells of it.
+      if (rectOf(frameGeometry()) != shownFrame_) widgetChanged();
+      break;
     default:
       break;
   }
   return false;
 }
 
+// By what the window system says now; the widget's own knowledge of its frame is that of the last event.
+QMargins WindowFrameMirror::decorations() const {
+  const QWindow* handle = widget_.windowHandle();
+  return handle != nullptr && widget_.isVisible() ? handle->frameMargins() : QMargins();
+}
+
+QRect WindowFrameMirror::frameGeometry() const {
+  return widget_.geometry().marginsAdded(decorations());
+}
+
 void WindowFrameMirror::widgetChanged() {
-  window_.setDecorations(sizeOf(widget_.frameSize() - widget_.size()));
+  window_.setDecorations(sizeOf(frameGeometry().size() - widget_.size()));
   window_.setContentMinSize(sizeOf(widget_.minimumSizeHint().expandedTo(widget_.minimumSize())));
   window_.contentView().setFrame({{}, sizeOf(widget_.size())});
-  shownFrame_ = rectOf(widget_.frameGeometry());
+  shownFrame_ = rectOf(frameGeometry());
   window_.setFrame(shownFrame_);
 }
 
@@ -83,25 +98,23 @@ QRect WindowFrameMirror::room() const {
 
 void WindowFrameMirror::place(const Rect& frame) {
   const QRect wanted = qRectOf(frame);
-  const QSize decorations = widget_.frameSize() - widget_.size();
   QRect placed = wanted;
   if (const QSize size = wanted.size().boundedTo(room().size()); size != wanted.size()) {
     placed.setSize(size);
     placed.moveCenter(wanted.center());
   }
   shownFrame_ = frame;
-  widget_.resize(placed.size() - decorations);
-  widget_.move(movedInto(placed, room()).topLeft());
+  widget_.setGeometry(movedInto(placed, room()).marginsRemoved(decorations()));
   widgetChanged();
 }
 
 void WindowFrameMirror::center() {
   const QWidget* parent = widget_.parentWidget();
   const QRect around = parent != nullptr ? parent->window()->frameGeometry() : room();
-  QRect frame(QPoint(), widget_.frameSize());
+  QRect frame = frameGeometry();
   frame.moveTopLeft(around.topLeft() + QPoint((around.width() - frame.width()) / 2,
                                               std::max(0, (around.height() - frame.height()) / 3)));
-  widget_.move(movedInto(frame, room()).topLeft());
+  widget_.setGeometry(movedInto(frame, room()).marginsRemoved(decorations()));
   widgetChanged();
 }
 

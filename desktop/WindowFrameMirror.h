@@ -1,7 +1,9 @@
 // Keeps a window's frame and what is measured around it in step with its top-level widget.
 #pragma once
 
+#include <QMargins>
 #include <QObject>
+#include <QRect>
 
 #include "platform/appkit/Window.h"
 
@@ -26,6 +28,8 @@ class WindowFrameMirror final : public QObject {
   void windowChanged();
   void place(const Rect& frame);
   void center();
+  QMargins decorations() const;
+  QRect frameGeometry() const;
   QRect room() const;
 
   QWidget& widget_;
