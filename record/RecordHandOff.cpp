@@ -7,7 +7,7 @@
 namespace clipwave {
 
 RecordHandOff::RecordHandOff(Services services, Elements elements)
-    : services_(std::move(services)), elements_(elements) {
+    : services_(services), elements_(elements) {
   brokenOff_ = services_.recorder.notifications.observe(kRecordingBrokenOff,
                                                         [this](const Notification&) { proposeNextPath(); });
 }
