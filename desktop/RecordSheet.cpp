@@ -4,15 +4,17 @@
 #include <QFontDatabase>
 #include <QIntValidator>
 #include <QKeyEvent>
+#include <algorithm>
 
 #include "desktop/SymbolicIcon.h"
+#include "desktop/Text.h"
 #include "ui_Record.h"
 
 namespace clipwave {
 
 namespace {
 
-constexpr int kLargestSide = 8192;  // of a picture that is typed in
+constexpr int kLargestSide = 32767;  // that a picture’s bounds have room for
 constexpr double kSmall = 0.85;
 constexpr double kTitle = 1.2;
 constexpr double kClock = 1.6;
@@ -36,6 +38,25 @@ char32_t characterOf(const QKeyEvent& key) {
   return QChar::toLower(static_cast<char32_t>(key.key()));
 }
 
+// A name stays in its folder. A full stop that comes last is refused key by key; a text that is pasted with
+// one is the name that it would be without.
+class MovieNameValidator final : public QValidator {
+ public:
+  MovieNameValidator(QObject* parent, const TextField& field) : QValidator(parent), field_(field) {}
+  State validate(QString& input, int& position) const override {
+    const qsizetype length = input.size();
+    input.remove(QLatin1Char('/')).remove(QChar::Null);
+    const bool isKey = input.chopped(std::min<qsizetype>(1, input.size())) == toQString(field_.stringValue());
+    while (!isKey && input.endsWith(QLatin1Char('.'))) input.chop(1);
+    position =
+        std::clamp(position - static_cast<int>(length - input.size()), 0, static_cast<int>(input.size()));
+    return Acceptable;
+  }
+
+ private:
+  const TextField& field_;
+};
+
 }  // namespace
 
 RecordSheet::RecordSheet(QDialog& dialog, RecordWindowController& controller)
@@ -46,6 +67,8 @@ RecordSheet::RecordSheet(QDialog& dialog, RecordWindowController& controller)
   dialog.setFocusPolicy(Qt::ClickFocus);
   dialog.setFocus();
   dialog.installEventFilter(this);
+  form_->filenameTextField->setValidator(
+      new MovieNameValidator(form_->filenameTextField, controller.filenameTextField()));
   Recorder& recorder = controller.recorder();
   observations_.push_back(controller.startButton().observe([this] { stateChanged(); }));
   for (MenuItem* item : {&recorder.videoItem, &recorder.soundItem})
@@ -120,7 +143,7 @@ void RecordSheet::stateChanged() {
 
 void RecordSheet::prepareSizePanel(QDialog& panel) {
   for (auto* field : panel.findChildren<QLineEdit*>())
-    field->setValidator(new QIntValidator(1, kLargestSide, field));
+    field->setValidator(new QIntValidator(0, kLargestSide, field));
   auto* width = panel.findChild<QLineEdit*>(QStringLiteral("wSizeField"));
   Window& window = controller_.recorder().sizePanel;
   observations_.push_back(window.observe([&window, width, wasVisible = std::make_shared<bool>(false)] {

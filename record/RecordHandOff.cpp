@@ -1,12 +1,13 @@
 #include "record/RecordHandOff.h"
 
+#include "model/Channel.h"
 #include "model/EpisodeFromFile.h"
 #include "transfer/CreateDirectoriesCatagory.h"
 
 namespace clipwave {
 
 RecordHandOff::RecordHandOff(Services services, Elements elements)
-    : services_(std::move(services)), elements_(elements) {
+    : services_(services), elements_(elements) {
   brokenOff_ = services_.recorder.notifications.observe(kRecordingBrokenOff,
                                                         [this](const Notification&) { proposeNextPath(); });
 }
@@ -35,8 +36,8 @@ void RecordHandOff::recordMovie() {
         "OK");
     return giveUp();
   }
-  const std::string folder = services_.process.homeDirectory() + "/Movies/Clipwave/" +
-                             std::string(channels.front()->value("vcTitle").stringValue());
+  const std::string folder =
+      channelMovieFolder(services_.process.homeDirectory(), channels.front()->value("vcTitle").stringValue());
   if (!createDirectoriesRecursivelyAtPath(services_.recorder.files, folder)) {
     application.runCriticalAlertPanel("File Creation Error!",
                                       "The folder " + folder +

@@ -83,8 +83,8 @@ void RecordWindowController::addMenuItems() {
 void RecordWindowController::proposePath(std::string_view path) {
   checkedName_ = nameOf(path);
   filenameTextField_.setStringValue(checkedName_);
-  nameHintTextField_.setStringValue("");
   recorder_.setFilename(path);
+  showNameHint("");
   startButton().setEnabled(true);
   refreshStatus();
 }
@@ -103,7 +103,7 @@ void RecordWindowController::controlTextDidChange() {
   checkedName_ = text;
   if (text.empty()) {
     startButton().setEnabled(false);
-    return nameHintTextField_.setStringValue("The movie needs a name.");
+    return showNameHint("The movie needs a name.");
   }
   if (text.ends_with('.')) {
     services_.application.beep();
@@ -114,18 +114,24 @@ void RecordWindowController::controlTextDidChange() {
       stringByDeletingLastPathComponent(recorder_.filename()) + "/" + text + std::string(kExtension);
   if (services_.files.fileExistsAtPath(candidate)) {
     startButton().setEnabled(false);
-    return nameHintTextField_.setStringValue("“" + text + "” exists already.");
+    return showNameHint("“" + text + "” exists already.");
   }
   startButton().setEnabled(true);
-  nameHintTextField_.setStringValue("");
   recorder_.setFilename(candidate);
+  showNameHint("");
+}
+
+// As long as there is trouble, it comes first.
+void RecordWindowController::showNameHint(const std::string& hint) {
+  nameHint_ = hint;
+  nameHintTextField_.setStringValue(recorder_.trouble().empty() ? hint : recorder_.trouble());
 }
 
 void RecordWindowController::refreshStatus() {
   elapsedTimeTextField_.setStringValue(clockText(recorder_.isRecording() ? recorder_.recordedTime() : 0));
   soundLevelIndicator_.setHidden(!recorder_.hasSound());
   soundLevelIndicator_.setLevel(recorder_.soundLevel());
-  if (!recorder_.trouble().empty()) nameHintTextField_.setStringValue(recorder_.trouble());
+  showNameHint(nameHint_);
   refreshFreeSpace();
 }
 

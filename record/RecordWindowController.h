@@ -47,12 +47,14 @@ class RecordWindowController final : public WindowController {
  private:
   void addMenuItems();
   void refreshStatus();
+  void showNameHint(const std::string& hint);
   void refreshFreeSpace();
 
   Recorder::Services services_;
   Recorder recorder_;
   TextField filenameTextField_;
   std::string checkedName_;  // what the field said last
+  std::string nameHint_;
   Menu optionsMenu_;
   MenuButton optionsButton_;
   MenuItem fullSizeItem_{"goFullSize:"};

@@ -30,6 +30,7 @@ constexpr const char* kCreditTitle = "Built on FFmpeg";
 constexpr const char* kCreditMessage =
     "Clipwave’s recorder captures, compresses and writes movies with the libraries of the FFmpeg project, "
     "which come under the GNU Lesser General Public License.";
+constexpr const char* kSizeTrouble = "The picture cannot have this size. Choose another one.";
 constexpr const char* kCreditPage = "https://ffmpeg.org/";
 
 std::int16_t toShort(double number) {
@@ -155,6 +156,20 @@ void Recorder::applyVideoSettings() {
   gVideoChannel_->setRequestedDataRate(kBytesPerSecond);
 }
 
+void Recorder::setFilename(std::string_view filename) {
+  filename_ = filename;
+  endTrouble(Cause::Name);
+}
+
+void Recorder::tellTrouble(Cause cause, std::string text) {
+  troubleCause_ = cause;
+  trouble_ = std::move(text);
+}
+
+void Recorder::endTrouble(Cause cause) {
+  if (troubleCause_ == cause) tellTrouble(Cause::None, "");
+}
+
 void Recorder::unsetup() {
   if (!isSetUp_) return;
   isSetUp_ = false;
@@ -182,11 +197,16 @@ Size Recorder::videoSize() const {
 void Recorder::setVideoSize(Size size) {
   if (!hasVideo()) return;
   gSeqGrabber_->pause(true);
-  const QDRect bounds = boundsOfSize(size);
-  if (const OSStatus status = gVideoChannel_->setBounds(bounds); status != noErr)
-    return log("SGSetChannelBounds()", status);
-  if (!makeWorld(bounds)) return;
+  // A recording that goes on stands still as well: that has to be said.
+  if (!takeBounds(boundsOfSize(size))) return tellTrouble(Cause::Size, kSizeTrouble);
+  endTrouble(Cause::Size);
   gSeqGrabber_->pause(false);
+}
+
+bool Recorder::takeBounds(const QDRect& bounds) {
+  if (const OSStatus status = gVideoChannel_->setBounds(bounds); status != noErr)
+    return log("SGSetChannelBounds()", status), false;
+  return makeWorld(bounds);
 }
 
 void Recorder::goToScale(double scale) {
@@ -275,9 +295,13 @@ void Recorder::showSoundSettings() {
 
 void Recorder::showSettings(SGChannel* channel) {
   if (!gSeqGrabber_ || channel == nullptr) return;
+  const CaptureDevice before = channel->device();
   gSeqGrabber_->pause(true);
   gSeqGrabber_->settingsDialog(*channel, &window_);
+  // Quitting in the middle of the dialogue closes the grabber.
+  if (!gSeqGrabber_) return;
   gSeqGrabber_->pause(false);
+  if (channel->device() != before) endTrouble(Cause::Device);
 }
 
 bool Recorder::validateMenuItem(const MenuItem& item) const {

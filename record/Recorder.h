@@ -69,7 +69,7 @@ class Recorder final : public ImageView, public Handle {
   void record();
   bool isRecording() const { return gCurrentlyRecording_; }
   // The full path of the movie file that the next recording writes.
-  void setFilename(std::string_view filename) { filename_ = filename; }
+  void setFilename(std::string_view filename);
   const std::string& filename() const { return filename_; }
   // The grabber's current movie; none where there is none that opens.
   std::shared_ptr<Movie> lastRecordedMovie() const;
@@ -111,7 +111,7 @@ class Recorder final : public ImageView, public Handle {
   // Of the recording that goes on, or the last one.
   double recordedTime() const;  // seconds
   float soundLevel() const;     // 0 to 1
-  // What took the live picture away, for a person; "" while nothing did.
+  // What took the live picture away or kept a recording from starting, for a person; "" while nothing does.
   const std::string& trouble() const { return trouble_; }
   SequenceGrabber* sequenceGrabber() const { return gSeqGrabber_.get(); }
   GWorld* gWorld() const { return gWorld_.get(); }
@@ -120,10 +120,13 @@ class Recorder final : public ImageView, public Handle {
   bool handlesWindow() const { return false; }
 
  private:
+  enum class Cause { None, Device, Size, Name };
+
   void _initializeSequenceGrabber();
   bool initializeVideo();
   bool initializeSound();
   bool makeWorld(const QDRect& bounds);
+  bool takeBounds(const QDRect& bounds);
   void applyVideoSettings();
 
   void startRecording();
@@ -135,6 +138,8 @@ class Recorder final : public ImageView, public Handle {
   void failRecording(bool quiet);
   void stopRecording();
   void captureFailed(OSStatus status);
+  void breakOff();
+  void restartPreview();
   void recordStarted(const std::optional<std::string>& path);
   void recordFinished(const std::string& path);
   void recordFailed(bool quiet);
@@ -149,6 +154,8 @@ class Recorder final : public ImageView, public Handle {
   void post(std::string_view name, const std::optional<std::string>& path);
   void log(std::string_view operation, OSStatus status);
   void logTrouble();
+  void tellTrouble(Cause cause, std::string text);
+  void endTrouble(Cause cause);
 
   Services services_;
   Window& window_;
@@ -167,6 +174,7 @@ class Recorder final : public ImageView, public Handle {
   QDRect gActiveVideoRect_;
   std::string filename_;
   std::string trouble_;
+  Cause troubleCause_ = Cause::None;
   // The master clock that a recording by the sound's clock replaced; known for this recorder's life.
   std::optional<ComponentDescription> replacedClock_;
 };

@@ -28,10 +28,14 @@ void Recorder::record() {
 void Recorder::startRecording() {
   SequenceGrabber& grabber = *gSeqGrabber_;
   grabber.stop();
-  trouble_.clear();
+  endTrouble(Cause::Size);
   prepareFile();
   const auto file = services_.captureKit.specificationOfPath(filename_);
-  if (!file) return failRecording(true);
+  if (!file) {
+    // No alert is shown for this one.
+    tellTrouble(Cause::Name, "“" + lastPathComponent(filename_) + "” cannot be made.");
+    return failRecording(true);
+  }
   if (grabber.setDataOutput(*file, kToDisk) != noErr) return failRecording(false);
   if (hasVideo() && recordVideo_) {
     applyCaptureOptions();
@@ -46,6 +50,7 @@ void Recorder::startRecording() {
       grabber.startRecord() != noErr)
     return failRecording(false);
   gCurrentlyRecording_ = true;
+  endTrouble(troubleCause_);
   grabber.update();
   recordStarted(_stringWithFSRef(*file));
 }
@@ -98,7 +103,7 @@ void Recorder::failRecording(bool quiet) {
   gCurrentlyRecording_ = false;
   logTrouble();
   gSeqGrabber_->pause(false);
-  gSeqGrabber_->startPreview();
+  restartPreview();
   recordFailed(quiet);
 }
 
@@ -107,25 +112,30 @@ void Recorder::logTrouble() {
 }
 
 void Recorder::stopRecording() {
-  const OSStatus status = gSeqGrabber_->stop();
-  gCurrentlyRecording_ = false;
-  if (status != noErr) {
+  if (const OSStatus status = gSeqGrabber_->stop(); status != noErr) {
     log("SGStop()", status);
-    recordButton.setImage("RecordButton");
-    return failRecording(false);
+    logTrouble();
+    return breakOff();
   }
+  gCurrentlyRecording_ = false;
   gSeqGrabber_->startPreview();
   // A copy: those who are told may set the next recording's name.
   recordFinished(std::string(filename_));
 }
 
-// The camera is gone, or the disk is full. What was recorded so far is a movie like any other.
+// The camera is gone, or the disk is full.
 void Recorder::captureFailed(OSStatus status) {
   log("SGIdle()", status);
   logTrouble();
-  const bool isMovie = gSeqGrabber_->stop() == noErr && lastRecordedMovie() != nullptr;
+  gSeqGrabber_->stop();
+  breakOff();
+}
+
+// What was recorded so far is a movie like any other, where there is one that opens.
+void Recorder::breakOff() {
+  const bool isMovie = lastRecordedMovie() != nullptr;
   gCurrentlyRecording_ = false;
-  gSeqGrabber_->startPreview();
+  restartPreview();
   recordButton.setImage("RecordButton");
   const std::string path = filename_;
   if (isMovie) {
@@ -133,6 +143,14 @@ void Recorder::captureFailed(OSStatus status) {
     post(kRecordingBrokenOff, path);
   }
   recordFailed(false);
+}
+
+// A recording of the sound alone had switched the camera's channel off.
+void Recorder::restartPreview() {
+  std::int32_t usage = kVideoUsage;
+  if (hasVideo() && gVideoChannel_->usage(usage) == noErr && usage == 0)
+    gVideoChannel_->setUsage(kVideoUsage);
+  gSeqGrabber_->startPreview();
 }
 
 void Recorder::post(std::string_view name, const std::optional<std::string>& path) {
@@ -165,7 +183,7 @@ void Recorder::_updateDisplay() {
     if (status != noErr) {
       log("SGIdle()", status);
       logTrouble();
-      trouble_ = gSeqGrabber_->trouble();
+      tellTrouble(Cause::Device, gSeqGrabber_->trouble());
     }
   }
   if (gWorld_) setImage(_imageFromGWorld(gWorld_.get()));

@@ -1,6 +1,7 @@
 // Recording as its user meets it: the record sheet over the main window, with the test pattern for a camera.
 #include <QAction>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -61,7 +62,13 @@ TEST_F(RecordSheetTest, ARecordingIsNamedMadeWithTheKeysAndBecomesTheNewestEpiso
   const int painted = picture().paintCount();
   EXPECT_TRUE(until([&] { return picture().paintCount() > painted + 3; })) << "the picture moves";
 
-  type("filenameTextField", "Interview.");
+  find("filenameTextField").setFocus();
+  QApplication::clipboard()->setText("Har/bour..");
+  press(Qt::Key_A, Qt::ControlModifier);
+  press(Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(find<QLineEdit>("filenameTextField").text(), "Harbour") << "a name stays in its folder";
+  EXPECT_EQ(recorder().filename(), home / "Movies/Clipwave/Channel 01/Harbour.mov");
+  type("filenameTextField", "../Inter/view.");
   EXPECT_EQ(find<QLineEdit>("filenameTextField").text(), "Interview");
   type("filenameTextField", "Taken");
   EXPECT_FALSE(find("recordButton").isEnabled());
@@ -147,6 +154,15 @@ TEST_F(RecordSheetTest, TheSizePanelTakesWholeNumbersFromTheKeyboard) {
   EXPECT_EQ(pictureSize(), QSize(320, 240));
   answerPanel(Qt::Key_Return);
   EXPECT_EQ(pictureSize(), QSize(501, 333));
+  reply([](QDialog& dialog) {
+    QTest::keyClicks(QApplication::focusWidget(), "0");
+    clickButton(dialog, "OK");
+  });
+  chooseOption("actionOtherSize");
+  EXPECT_TRUE(until([&] { return !find<QLabel>("nameHintTextField").text().isEmpty(); }))
+      << "it stands still";
+  chooseOption("actionHalfSize");
+  EXPECT_TRUE(until([&] { return find<QLabel>("nameHintTextField").text().isEmpty(); }));
 }
 
 TEST_F(RecordSheetTest, QuittingInTheMiddleOfARecordingKeepsIt) {

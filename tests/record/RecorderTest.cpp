@@ -222,7 +222,9 @@ TEST_F(RecorderTest, WhatIsSwitchedOffIsNotRecordedAndNothingAtAllDoesNotStart) 
   const auto calls = capture().taken();
   EXPECT_THAT(calls, IsSupersetOf({"SGSetChannelUsage sound 3", "SGSetChannelUsage video 0"}));
   EXPECT_THAT(calls, Not(Contains("options sound"))) << "the options are the picture's";
-  recorder_.record();
+  capture().failures["SGIdle"] = ioErr;
+  tick();
+  EXPECT_THAT(capture().taken(), ElementsAre("SGStop", "SGSetChannelUsage video 7", "SGStartPreview"));
   setUpRecorder();
   recorder_.videoItem.perform();
   recorder_.soundItem.perform();
@@ -251,6 +253,9 @@ TEST_F(RecorderTest, AFailedStartLeavesTheSheetOpenForAnotherTry) {
   recorder_.setFilename(folder_ / "missing/Movie1.mov");
   failsAt("");
   EXPECT_THAT(shell_.alerts, IsEmpty()) << "no file, no alert";
+  EXPECT_EQ(recorder_.trouble(), "“Movie1.mov” cannot be made.");
+  recorder_.setFilename(folder_ / "Movie2.mov");
+  EXPECT_EQ(recorder_.trouble(), "");
 }
 
 TEST_F(RecorderTest, ACameraThatIsUnpluggedEndsTheRecordingWithWhatThereIs) {
@@ -280,11 +285,20 @@ TEST_F(RecorderTest, ACameraThatIsUnpluggedEndsTheRecordingWithWhatThereIs) {
   EXPECT_THAT(events_, Each("recordingStarted Movie1.mov"));
   EXPECT_EQ(face(), "RecordButton");
   EXPECT_EQ(shell_.alerts.size(), 3U);
+  // The disk is full at the very end: there is a movie, and the next recording must not overwrite it.
+  events_.clear();
+  capture().movie = std::make_shared<FakeMovie>("/x", 3);
+  capture().failures.clear();
+  recorder_.record();
+  capture().failures["SGStop"] = dskFulErr;
+  recorder_.record();
+  EXPECT_THAT(events_, ElementsAre(_, "movieCreated Movie1.mov", "recordingBrokenOff Movie1.mov"));
+  EXPECT_EQ(std::exchange(shell_.alerts, {}).size(), 4U);
   // While nothing is recorded, only the sheet says so.
   capture().failures = {{"SGIdle", ioErr}};
   tick(5);
   EXPECT_EQ(recorder_.trouble(), "The camera was disconnected.");
-  EXPECT_EQ(shell_.alerts.size(), 3U);
+  EXPECT_THAT(shell_.alerts, IsEmpty());
 }
 
 TEST_F(RecorderTest, OptionsAndTheSoundClockActOnTheNextRecording) {
@@ -360,6 +374,7 @@ TEST_F(RecorderTest, ASizeThatCannotBeHadFreezesThePreviewUntilOneThatCan) {
     recorder_.setVideoSize({1e9, 48});
     EXPECT_EQ(log_.lines.back(), line);
     EXPECT_THAT(capture().taken(), Not(Contains("SGPause off")));
+    EXPECT_NE(recorder_.trouble(), "") << "nothing else would say why the picture stands still";
     tick();
   }
   capture().failures.clear();
@@ -370,6 +385,7 @@ TEST_F(RecorderTest, ASizeThatCannotBeHadFreezesThePreviewUntilOneThatCan) {
   capture().taken();
   recorder_.setVideoSize({64.9, 48.9});
   EXPECT_EQ(capture().taken().back(), "SGPause off");
+  EXPECT_EQ(recorder_.trouble(), "");
   EXPECT_EQ(recorder_.gWorld()->portBounds(), (QDRect{0, 0, 48, 64}));
 }
 
@@ -406,6 +422,15 @@ TEST_F(RecorderTest, TheSettingsDialogueChoosesDeviceAndVolume) {
   capture().taken();
   recorder_.showVideoSettings();
   EXPECT_THAT(capture().taken(), Not(Contains("device two")));
+  // A signal that ends the program does so in the middle of the dialogue, too.
+  chooser.made = [&](CaptureSettings::WindowParts&) {
+    duringModalRun([&] {
+      recorder_.unsetup();
+      application_.terminate();
+    });
+  };
+  recorder_.showVideoSettings();
+  EXPECT_EQ(capture().taken().back(), "ExitMovies");
 }
 
 TEST_F(RecorderTest, PixelsAreReorderedInAFreshBitmap) {
