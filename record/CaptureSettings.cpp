@@ -45,7 +45,8 @@ OSStatus CaptureSettings::take(SGChannel& channel, WindowParts& parts,
   if (!parts.volumeSlider.isHidden())
     setChannelVolume(channel, static_cast<std::int16_t>(parts.volumeSlider.value()));
   const auto tag = parts.devicePopUp.selectedTag();
-  if (!tag || devices[static_cast<std::size_t>(*tag)] == channel.device()) return noErr;
+  if (!tag) return noErr;
+  // Also the one that it has: it may have gone and come back.
   const CaptureDevice& chosen = devices[static_cast<std::size_t>(*tag)];
   if (const auto taken = channel.setDevice(chosen.identifier); !taken) {
     application_.runAlertPanel("“" + chosen.name + "” cannot be used.", taken.error().localizedDescription,

@@ -10,9 +10,6 @@
 
 namespace clipwave {
 
-// The volume at which samples are recorded as they come.
-inline constexpr std::int16_t kFullVolume = 256;
-
 // Sets the volume of a sound channel's record device; what lies outside 0 to 256 becomes the nearer of the
 // two.
 void setChannelVolume(SGChannel& channel, std::int16_t volume);
@@ -25,7 +22,7 @@ class CaptureSettings final : public SettingsDialog {
     WindowParts() : WindowController("CaptureSettings") {}
     ~WindowParts() override { dropInterface(); }
     PopUpButton devicePopUp;
-    Slider volumeSlider{0, 256};  // hidden for a video channel
+    Slider volumeSlider{0, kFullVolume};  // hidden for a video channel
     Button okButton;
     Button cancelButton;
   };

@@ -9,8 +9,8 @@ namespace clipwave {
 namespace {
 
 constexpr std::string_view kExtension = ".mov";
-// What a recording takes up in a second: the requested data rate, and the sound's.
-constexpr double kBytesPerSecond = 192'000 + 16'000;
+// What a recording takes up in a second: the pictures, and the sound's 128 kilobits.
+constexpr double kBytesPerSecond = Recorder::kBytesPerSecond + 16'000;
 constexpr double kFreeSpaceEvery = 2;  // seconds
 
 std::string clockText(double time) {

@@ -11,15 +11,13 @@ namespace clipwave {
 namespace {
 
 constexpr Seconds kTick(1.0 / 60);
-constexpr std::int32_t kVideoUsage = seqGrabPreview | seqGrabRecord | seqGrabPlayDuringRecord;
-constexpr std::int32_t kSoundUsage = seqGrabPreview | seqGrabRecord;
 constexpr Size kFirstSize{320, 240};
 constexpr Fixed kFrameRate = 15 << 16;
 constexpr int kNormalQuality = 512;
-constexpr std::int32_t kBytesPerSecond = 192'000;
 constexpr double kSoundRate = 48'000;
 constexpr std::uint32_t kSoundChannels = 2;
-// A device's unit that takes its input format: its rate is asked for there, for what it is worth.
+// A device's unit that takes its input format: its rate is asked for there, where there is
+// one.
 constexpr std::uint32_t kSampleRateProperty = 2;
 constexpr std::uint32_t kOutputScope = 2;
 constexpr double kDeviceRate = 44'100;

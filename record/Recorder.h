@@ -27,8 +27,12 @@ inline constexpr std::string_view kMovieCreated = "movieCreated";
 inline constexpr std::string_view kRecordingBrokenOff = "recordingBrokenOff";
 inline constexpr std::string_view kRecordingPath = "path";
 
+// Observers of the view are told at every new picture, sixty times a second.
 class Recorder final : public ImageView, public Handle {
  public:
+  // What the pictures of a recording are asked to take up in a second.
+  static constexpr std::int32_t kBytesPerSecond = 192'000;
+
   // All of it outlives the recorder.
   struct Services {
     Application& application;
@@ -120,6 +124,9 @@ class Recorder final : public ImageView, public Handle {
   bool handlesWindow() const { return false; }
 
  private:
+  static constexpr std::int32_t kVideoUsage = seqGrabPreview | seqGrabRecord | seqGrabPlayDuringRecord;
+  static constexpr std::int32_t kSoundUsage = seqGrabPreview | seqGrabRecord;
+
   enum class Cause { None, Device, Size, Name };
 
   void _initializeSequenceGrabber();

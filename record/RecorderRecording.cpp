@@ -5,12 +5,10 @@
 namespace clipwave {
 namespace {
 
-constexpr std::int32_t kToDisk = 1;
+constexpr OSType kMovieFileCreator = fourCharacterCode("TVOD");
 constexpr std::int16_t kSystemScript = -1;
 // Neither a movie nor a resource file is made within the file, and it is not opened.
 constexpr std::uint32_t kCreateMovieFileFlags = 0x7000'0000;
-constexpr std::int32_t kVideoUsage = seqGrabPreview | seqGrabRecord | seqGrabPlayDuringRecord;
-constexpr std::int32_t kSoundUsage = seqGrabPreview | seqGrabRecord;
 constexpr std::size_t kLongestPath = 1024;  // in bytes
 
 std::int32_t withFlag(std::int32_t usage, std::int32_t flag, bool isSet) {
@@ -36,7 +34,7 @@ void Recorder::startRecording() {
     tellTrouble(Cause::Name, "“" + lastPathComponent(filename_) + "” cannot be made.");
     return failRecording(true);
   }
-  if (grabber.setDataOutput(*file, kToDisk) != noErr) return failRecording(false);
+  if (grabber.setDataOutput(*file, seqGrabToDisk) != noErr) return failRecording(false);
   if (hasVideo() && recordVideo_) {
     applyCaptureOptions();
     chooseMasterClock();
@@ -136,7 +134,6 @@ void Recorder::breakOff() {
   const bool isMovie = lastRecordedMovie() != nullptr;
   gCurrentlyRecording_ = false;
   restartPreview();
-  recordButton.setImage("RecordButton");
   const std::string path = filename_;
   if (isMovie) {
     post(kMovieCreated, path);
@@ -171,6 +168,7 @@ void Recorder::recordFinished(const std::string& path) {
 }
 
 void Recorder::recordFailed(bool quiet) {
+  recordButton.setImage("RecordButton");
   if (!quiet)
     services_.application.runAlertPanel("Recording Error", "An error has occurred while recording.", "OK");
   closeButton.setEnabled(true);

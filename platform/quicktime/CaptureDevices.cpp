@@ -200,8 +200,4 @@ std::unique_ptr<CaptureDevices> makeCaptureDevices() {
   return std::make_unique<SystemCaptureDevices>();
 }
 
-std::unique_ptr<CaptureKit> makeCaptureKit(const CaptureServices& services) {
-  return makeCaptureKit(services, makeCaptureDevices());
-}
-
 }  // namespace clipwave

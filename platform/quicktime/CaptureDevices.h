@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/quicktime/CaptureInput.h"
-#include "platform/quicktime/RealCaptureKit.h"
+#include "platform/quicktime/SequenceGrabber.h"
 
 namespace clipwave {
 
@@ -25,9 +25,5 @@ class CaptureDevices {
 
 // Cameras by Video4Linux, microphones by the desktop's sound server or else by the system's own sound.
 std::unique_ptr<CaptureDevices> makeCaptureDevices();
-
-// The kit over devices of the caller's own.
-std::unique_ptr<CaptureKit> makeCaptureKit(const CaptureServices& services,
-                                           std::unique_ptr<CaptureDevices> devices);
 
 }  // namespace clipwave

@@ -13,14 +13,4 @@ consteval OSType fourCharacterCode(const char (&text)[5]) {
   return code;
 }
 
-// Status of a platform operation; 0 is success.
-using OSStatus = std::int32_t;
-inline constexpr OSStatus noErr = 0;
-inline constexpr OSStatus paramErr = -50;
-inline constexpr OSStatus ioErr = -36;
-inline constexpr OSStatus dskFulErr = -34;
-inline constexpr OSStatus fnfErr = -43;
-inline constexpr OSStatus userCanceledErr = -128;
-inline constexpr OSStatus noDeviceForChannel = -9400;
-
 }  // namespace clipwave

@@ -6,7 +6,6 @@
 namespace clipwave {
 namespace {
 
-constexpr int kLargestMeasure = 8190;
 constexpr std::size_t kBytesPerPixel = 4;
 // Rows begin where vector instructions like it; what they write beyond a row's end stays in the buffer.
 constexpr std::size_t kAlignment = 64;
@@ -33,14 +32,10 @@ class MemoryGWorld final : public GWorld {
   Pixels pixels_;
 };
 
-bool isMeasure(int pixels) {
-  return pixels >= 1 && pixels <= kLargestMeasure;
-}
-
 }  // namespace
 
 std::unique_ptr<GWorld> makeGWorld(const QDRect& bounds) {
-  if (!isMeasure(bounds.width()) || !isMeasure(bounds.height())) return nullptr;
+  if (!isPictureMeasure(bounds.width()) || !isPictureMeasure(bounds.height())) return nullptr;
   const std::size_t row = static_cast<std::size_t>(bounds.width()) * kBytesPerPixel;
   const std::size_t rowBytes = (row + kAlignment - 1) / kAlignment * kAlignment;
   const std::size_t size = rowBytes * static_cast<std::size_t>(bounds.height()) + kAlignment;

@@ -4,8 +4,6 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/quicktime/FourCharacterCode.h"
-
 namespace clipwave {
 
 // Coordinates in pixels, the y axis pointing down; right and bottom lie outside.
@@ -19,6 +17,12 @@ struct QDRect {
   int height() const { return bottom - top; }
   bool operator==(const QDRect&) const = default;
 };
+
+// What a picture's width and height may be: what the video compressor takes.
+inline constexpr int kLargestPictureMeasure = 8190;
+constexpr bool isPictureMeasure(int pixels) {
+  return pixels >= 1 && pixels <= kLargestPictureMeasure;
+}
 
 // Rows from the top, four bytes a pixel: alpha, red, green, blue; alpha is premultiplied. Black and opaque at
 // first.
@@ -34,8 +38,7 @@ class GWorld {
   virtual QDRect portBounds() const = 0;
 };
 
-// Sizes are 1 to 8,190 pixels either way, which is what the video compressor takes; null for any other, and
-// when there is no memory.
+// Null for measures that are no picture's, and when there is no memory.
 std::unique_ptr<GWorld> makeGWorld(const QDRect& bounds);
 
 }  // namespace clipwave

@@ -86,8 +86,8 @@ Result<void> GrabberChannel::setDevice(std::string_view identifier) {
   if (device == found.end())
     return cocoaError(kFileReadNoSuchFileError, "The device is not connected any more.");
   openUntil_ = captureTime() + kLongestOpening;
-  const bool isInUse = *device == device_ && !source_->hasEnded();
-  if (!isInUse && !tryDevice(*device))
+  if (*device == device_ && !source_->hasEnded()) return {};
+  if (!tryDevice(*device))
     return cocoaError(kFileReadUnknownError, "“" + device->name + "” cannot be used at the moment.");
   return services_.defaults.setValue(choiceKey(), std::string(identifier));
 }

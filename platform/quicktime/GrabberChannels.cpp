@@ -14,8 +14,6 @@ extern "C" {
 namespace clipwave {
 namespace {
 
-constexpr int kLargestMeasure = 8190;
-constexpr int kFullVolume = 256;
 constexpr double kUsualRate = 30;
 constexpr Fixed kFastest = 120 * 65536;
 constexpr int kLargestQuality = 1023;
@@ -53,14 +51,13 @@ void VideoChannel::sourceHasChanged() {
 
 OSStatus VideoChannel::srcVideoBounds(QDRect& bounds) {
   const CaptureFacts& facts = source().facts();
-  bounds = {0, 0, static_cast<std::int16_t>(std::min(facts.height, kLargestMeasure)),
-            static_cast<std::int16_t>(std::min(facts.width, kLargestMeasure))};
+  bounds = {0, 0, static_cast<std::int16_t>(std::min(facts.height, kLargestPictureMeasure)),
+            static_cast<std::int16_t>(std::min(facts.width, kLargestPictureMeasure))};
   return noErr;
 }
 
 OSStatus VideoChannel::setBounds(const QDRect& bounds) {
-  const auto isMeasure = [](int pixels) { return pixels >= 1 && pixels <= kLargestMeasure; };
-  if (!isMeasure(bounds.width()) || !isMeasure(bounds.height())) return paramErr;
+  if (!isPictureMeasure(bounds.width()) || !isPictureMeasure(bounds.height())) return paramErr;
   bounds_ = bounds;
   hasBounds_ = true;
   isDrawn_ = false;
@@ -87,9 +84,13 @@ OSStatus VideoChannel::setFrameRate(Fixed framesPerSecond) {
 }
 
 OSStatus VideoChannel::frameRate(Fixed& framesPerSecond) {
-  const double rate = source().facts().framesPerSecond;
-  framesPerSecond = frameRate_ > 0 ? frameRate_ : toFixed(rate > 0 ? std::min(rate, kUsualRate) : kUsualRate);
+  framesPerSecond = rateInUse();
   return noErr;
+}
+
+Fixed VideoChannel::rateInUse() const {
+  const double rate = source().facts().framesPerSecond;
+  return frameRate_ > 0 ? frameRate_ : toFixed(rate > 0 ? std::min(rate, kUsualRate) : kUsualRate);
 }
 
 OSStatus VideoChannel::setRequestedDataRate(std::int32_t bytesPerSecond) {
@@ -104,9 +105,7 @@ OSStatus VideoChannel::timeBase(TimeBase*& timeBase) {
 }
 
 MovieWriter::Picture VideoChannel::recordedPicture() const {
-  Fixed rate = 0;
-  const_cast<VideoChannel*>(this)->frameRate(rate);
-  return {bounds_.width(), bounds_.height(), fixedToDouble(rate), dataRate_, keyFrameRate_};
+  return {bounds_.width(), bounds_.height(), fixedToDouble(rateInUse()), dataRate_, keyFrameRate_};
 }
 
 CaptureSource::Delivery VideoChannel::collect() {
@@ -131,9 +130,9 @@ SoundChannel::SoundChannel(ChannelServices services)
 
 OSStatus SoundChannel::soundInputRate(UnsignedFixed& samplesPerSecond) {
   // The fastest devices have rates that the number has no room for.
-  constexpr UnsignedFixed kFastest = 0xFFFF;
+  constexpr UnsignedFixed kMostSamples = 0xFFFF;
   const auto rate = static_cast<UnsignedFixed>(source().facts().sampleRate);
-  samplesPerSecond = std::min(rate, kFastest) << 16;
+  samplesPerSecond = std::min(rate, kMostSamples) << 16;
   return noErr;
 }
 

@@ -30,6 +30,7 @@ class VideoChannel final : public GrabberChannel {
 
  private:
   void sourceHasChanged() override;
+  Fixed rateInUse() const;
 
   ClockedTimeBase timeBase_;
   QDRect bounds_;
@@ -61,7 +62,7 @@ class SoundChannel final : public GrabberChannel {
 
   DescribedClock clock_;
   ClockedTimeBase timeBase_;
-  std::int16_t volume_ = 256;
+  std::int16_t volume_ = kFullVolume;
   float level_ = 0;
   double levelAt_ = 0;
 };

@@ -22,7 +22,8 @@ class MovieMuxer {
     Index,      // a plain movie, of which only what finish() writes is kept
   };
 
-  // One track for each of the encoders, which are only looked at. Null where the library refuses.
+  // One track for each of the encoders; these, and the list of them, outlive the muxer. Null where the
+  // library refuses.
   static std::unique_ptr<MovieMuxer> open(std::span<const AVCodecContext* const> encoders, Kind kind);
   ~MovieMuxer();
 

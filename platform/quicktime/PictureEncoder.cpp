@@ -7,17 +7,17 @@
 
 extern "C" {
 #include <libavcodec/avcodec.h>
-#include <libavutil/mathematics.h>
 #include <libavutil/pixdesc.h>
 #include <libswscale/swscale.h>
 }
 
+#include "platform/quicktime/GWorld.h"
+#include "platform/quicktime/PictureColours.h"
+
 namespace clipwave {
 namespace {
 
-constexpr int kLargestMeasure = 8190;
 constexpr int kFinestTimeBase = 65'535;  // what the format's time stamps have room for
-constexpr int kHighDefinition = 720;     // rows from which on colours are those of HDTV
 constexpr int kMostKeyFrameRate = 600;
 
 // Key frames that stand a second apart let a player enter the movie at each of them.
@@ -27,9 +27,9 @@ int keyFrameRateOf(const MovieWriter::Picture& wanted) {
   return std::clamp(rate, 1, kMostKeyFrameRate);
 }
 
-void setColours(AVCodecContext& encoder) {
-  const bool isHigh = encoder.height >= kHighDefinition;
-  encoder.colorspace = isHigh ? AVCOL_SPC_BT709 : AVCOL_SPC_SMPTE170M;
+void markColours(AVCodecContext& encoder) {
+  encoder.colorspace = static_cast<AVColorSpace>(colourSpaceOfHeight(encoder.height));
+  const bool isHigh = encoder.colorspace == AVCOL_SPC_BT709;
   encoder.color_primaries = isHigh ? AVCOL_PRI_BT709 : AVCOL_PRI_SMPTE170M;
   encoder.color_trc = isHigh ? AVCOL_TRC_BT709 : AVCOL_TRC_SMPTE170M;
   encoder.color_range = AVCOL_RANGE_MPEG;
@@ -53,8 +53,8 @@ PictureEncoder::~PictureEncoder() = default;
 
 std::unique_ptr<PictureEncoder> PictureEncoder::open(const MovieWriter::Picture& wanted) {
   const AVCodec* codec = avcodec_find_encoder(AV_CODEC_ID_MPEG4);
-  const bool isPossible = wanted.width > 0 && wanted.height > 0 && wanted.width <= kLargestMeasure &&
-                          wanted.height <= kLargestMeasure && wanted.framesPerSecond > 0;
+  const bool isPossible =
+      isPictureMeasure(wanted.width) && isPictureMeasure(wanted.height) && wanted.framesPerSecond > 0;
   if (codec == nullptr || !isPossible) return nullptr;
   std::unique_ptr<PictureEncoder> made(new PictureEncoder);
   made->encoder_.reset(avcodec_alloc_context3(codec));
@@ -73,7 +73,7 @@ std::unique_ptr<PictureEncoder> PictureEncoder::open(const MovieWriter::Picture&
   encoder.max_b_frames = 0;
   encoder.flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
   encoder.thread_count = 1;
-  setColours(encoder);
+  markColours(encoder);
   return avcodec_open2(&encoder, codec, nullptr) < 0 ? nullptr : std::move(made);
 }
 
@@ -110,16 +110,7 @@ bool PictureEncoder::prepare(const AVFrame& picture) {
                                nullptr, nullptr));
   if (!scaler_) return false;
   source_ = source;
-  int* table = nullptr;
-  int* inverse = nullptr;
-  int sourceRange = 0, targetRange = 0, brightness = 0, contrast = 0, saturation = 0;
-  if (sws_getColorspaceDetails(scaler_.get(), &inverse, &sourceRange, &table, &targetRange, &brightness,
-                               &contrast, &saturation) >= 0) {
-    // The formats that always have the full range keep it.
-    sws_setColorspaceDetails(scaler_.get(), sws_getCoefficients(source.colourSpace),
-                             sourceRange | (source.hasFullRange ? 1 : 0),
-                             sws_getCoefficients(encoder_->colorspace), 0, brightness, contrast, saturation);
-  }
+  setColours(*scaler_, source.colourSpace, source.hasFullRange, encoder_->colorspace);
   return true;
 }
 

@@ -21,7 +21,7 @@ class PictureEncoder {
   // Makes it the current picture. False for one that has no content, or of a format that cannot be read.
   bool take(const AVFrame& picture);
   // Encodes the current picture to stand at `place`, which is beyond the one before. The packets are
-  // appended; so they are when all that is held back is fetched at the end. False: the encoder failed.
+  // appended. False: the encoder failed.
   bool encode(std::int64_t place, std::vector<MoviePacket>& packets);
 
  private:

@@ -10,13 +10,14 @@ extern "C" {
 #include <libswscale/swscale.h>
 }
 
+#include "platform/quicktime/PictureColours.h"
+
 namespace clipwave {
 namespace {
 
 constexpr std::size_t kBytesPerPixel = 4;
 // The scaler writes whole vectors and may go beyond a row's end.
 constexpr std::size_t kRowAlignment = 64;
-constexpr int kHighDefinition = 720;  // rows from which on unmarked colours are meant as those of HDTV
 constexpr int kLargestMeasure = 16'384;
 
 PixelBuffer makeBuffer(int width, int height) {
@@ -52,11 +53,6 @@ PixelBuffer turned(PixelBuffer upright, int turns) {
   return buffer;
 }
 
-int colourSpaceOf(const AVFrame& frame) {
-  if (frame.colorspace != AVCOL_SPC_UNSPECIFIED) return frame.colorspace;
-  return frame.height >= kHighDefinition ? AVCOL_SPC_BT709 : AVCOL_SPC_SMPTE170M;
-}
-
 int measure(double pixels) {
   return static_cast<int>(std::clamp(std::lround(pixels), 1L, static_cast<long>(kLargestMeasure)));
 }
@@ -89,15 +85,7 @@ bool PictureScaler::prepare(const Purpose& purpose) {
                                AV_PIX_FMT_BGR0, SWS_BILINEAR, nullptr, nullptr, nullptr));
   if (!scaler_) return false;
   purpose_ = purpose;
-  int* table = nullptr;
-  int* inverse = nullptr;
-  int sourceRange = 0, targetRange = 0, brightness = 0, contrast = 0, saturation = 0;
-  if (sws_getColorspaceDetails(scaler_.get(), &inverse, &sourceRange, &table, &targetRange, &brightness,
-                               &contrast, &saturation) >= 0) {
-    // The formats that always have the full range keep it.
-    sws_setColorspaceDetails(scaler_.get(), sws_getCoefficients(space), sourceRange | range, table,
-                             targetRange, brightness, contrast, saturation);
-  }
+  setSourceColours(*scaler_, space, range != 0);
   return true;
 }
 

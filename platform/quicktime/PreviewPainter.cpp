@@ -7,11 +7,12 @@ extern "C" {
 #include <libswscale/swscale.h>
 }
 
+#include "platform/quicktime/PictureColours.h"
+
 namespace clipwave {
 namespace {
 
 constexpr int kBytesPerPixel = 4;
-constexpr int kHighDefinition = 720;  // rows from which on unmarked colours are meant as those of HDTV
 
 // The formats that say by their name that they have the full range are outdated; the scaler warns of them.
 AVPixelFormat plainFormatOf(int format) {
@@ -25,11 +26,6 @@ AVPixelFormat plainFormatOf(int format) {
     default:
       return static_cast<AVPixelFormat>(format);
   }
-}
-
-int colourSpaceOf(const AVFrame& picture) {
-  if (picture.colorspace != AVCOL_SPC_UNSPECIFIED) return picture.colorspace;
-  return picture.height >= kHighDefinition ? AVCOL_SPC_BT709 : AVCOL_SPC_SMPTE170M;
 }
 
 // The scaler is several times as fast at the reverse order of bytes.

@@ -78,6 +78,10 @@ class RealCaptureKit final : public CaptureKit {
 
 }  // namespace
 
+std::unique_ptr<CaptureKit> makeCaptureKit(const CaptureServices& services) {
+  return makeCaptureKit(services, makeCaptureDevices());
+}
+
 std::unique_ptr<CaptureKit> makeCaptureKit(const CaptureServices& services,
                                            std::unique_ptr<CaptureDevices> devices) {
   return std::make_unique<RealCaptureKit>(services, std::move(devices));

@@ -4,7 +4,6 @@
 
 #include <memory>
 
-#include "platform/foundation/Clock.h"
 #include "platform/foundation/FileManager.h"
 #include "platform/foundation/UserDefaultsController.h"
 #include "platform/quicktime/SequenceGrabber.h"
@@ -19,5 +18,10 @@ struct CaptureServices {
 };
 
 std::unique_ptr<CaptureKit> makeCaptureKit(const CaptureServices& services);
+
+// The same over devices of the caller's own. Internal to this room.
+class CaptureDevices;
+std::unique_ptr<CaptureKit> makeCaptureKit(const CaptureServices& services,
+                                           std::unique_ptr<CaptureDevices> devices);
 
 }  // namespace clipwave

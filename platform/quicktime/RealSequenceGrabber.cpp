@@ -8,8 +8,6 @@
 namespace clipwave {
 namespace {
 
-constexpr std::int32_t kToDisk = 1;
-
 OSStatus statusOf(const Error& error) {
   if (error.code == kFileWriteOutOfSpaceError) return dskFulErr;
   if (error.code == kFileReadNoSuchFileError || error.code == kFileNoSuchFileError) return fnfErr;
@@ -149,8 +147,7 @@ OSStatus RealSequenceGrabber::stop() {
   const std::optional<Error> late = recording_->error();
   const OSStatus failure = std::exchange(failure_, noErr);
   recording_.reset();
-  if (video_) video_->source().setKeepsAll(false);
-  if (sound_) sound_->source().setKeepsAll(false);
+  keepEverything(false);
   if (!outcome) return fail(outcome.error());
   recordedPath_ = path_;
   // An error that nobody was told of yet.
@@ -160,7 +157,7 @@ OSStatus RealSequenceGrabber::stop() {
 
 OSStatus RealSequenceGrabber::setDataOutput(const FSSpec& file, std::int32_t flags) {
   bool isFolder = false;
-  if (recording_ || flags != kToDisk || file.name.empty() || file.name.find('/') != std::string::npos)
+  if (recording_ || flags != seqGrabToDisk || file.name.empty() || file.name.find('/') != std::string::npos)
     return paramErr;
   if (!kit_.services.files.fileExistsAtPath(file.folder, &isFolder) || !isFolder) return fnfErr;
   path_ = stringByAppendingPathComponent(file.folder, file.name);
@@ -180,23 +177,31 @@ OSStatus RealSequenceGrabber::startRecord() {
   return openRecording();
 }
 
+// What is recorded is kept until it is taken; of the rest, and for the preview, the newest will do.
+void RealSequenceGrabber::keepEverything(bool keeps) {
+  if (video_) video_->source().setKeepsAll(keeps && records(video_.get()));
+  if (sound_) sound_->source().setKeepsAll(keeps && records(sound_.get()));
+}
+
 OSStatus RealSequenceGrabber::openRecording() {
   Recording::Plan plan;
   plan.path = path_;
   if (records(video_.get())) {
     plan.picture = video_->recordedPicture();
     plan.usesDeviceTimes = video_->options().deviceTimeStamps;
-    video_->source().setKeepsAll(true);
   }
   if (records(sound_.get())) {
     plan.soundInputRate = sound_->source().facts().sampleRate;
     plan.soundIsMaster = timeBase_.masterClock() == &sound_->clock();
     plan.usesDeviceTimes = plan.usesDeviceTimes || sound_->options().deviceTimeStamps;
-    sound_->source().setKeepsAll(true);
   }
   plan.startedAt = captureTime();
+  keepEverything(true);
   Result<std::unique_ptr<Recording>> recording = Recording::start(plan);
-  if (!recording) return fail(recording.error());
+  if (!recording) {
+    keepEverything(false);
+    return fail(recording.error());
+  }
   recording_ = std::move(*recording);
   recordedPath_.clear();
   recordedTime_ = 0;

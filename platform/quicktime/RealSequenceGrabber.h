@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/quicktime/GrabberChannels.h"
+#include "platform/quicktime/RealCaptureKit.h"
 #include "platform/quicktime/Recording.h"
 
 namespace clipwave {
@@ -47,6 +48,7 @@ class RealSequenceGrabber final : public SequenceGrabber {
   ChannelServices channelServices();
   bool records(const GrabberChannel* channel) const;
   OSStatus openRecording();
+  void keepEverything(bool keeps);
   void takeOver();
   void draw(bool again);
   OSStatus checkDevices();

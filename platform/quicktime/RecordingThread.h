@@ -15,6 +15,7 @@
 
 namespace clipwave {
 
+// Main thread only, but for what the thread itself does: run() and write().
 class RecordingThread {
  public:
   // `secondsPerPicture`: how much work one is likely to be; what it is in fact shows later.
@@ -47,7 +48,7 @@ class RecordingThread {
 
   const std::unique_ptr<MovieWriter> writer_;  // the thread's own while it runs
   std::atomic<double> recordedTime_{0};
-  mutable std::mutex mutex_;  // guards all that follows
+  mutable std::mutex mutex_;  // guards what follows, up to the outcome
   std::condition_variable changed_;
   std::deque<std::pair<Item, std::size_t>> items_;
   std::size_t bytes_ = 0;
@@ -55,8 +56,8 @@ class RecordingThread {
   double secondsPerPicture_;  // of work
   bool isEnding_ = false;
   std::optional<Error> error_;
-  Result<void> outcome_;
-  std::thread thread_;
+  Result<void> outcome_;  // read once the thread has ended
+  std::thread thread_;    // last: it begins when all else is there
 };
 
 }  // namespace clipwave

@@ -15,6 +15,7 @@
 #include "platform/quicktime/FourCharacterCode.h"
 #include "platform/quicktime/GWorld.h"
 #include "platform/quicktime/Movie.h"
+#include "platform/quicktime/OSStatus.h"
 
 namespace clipwave {
 
@@ -31,7 +32,6 @@ inline constexpr OSType kSoundChannelPropertyClass = fourCharacterCode("audo");
 inline constexpr OSType kRecordDevicePropertyClass = fourCharacterCode("audp");
 inline constexpr OSType kStreamFormatProperty = fourCharacterCode("frmt");
 inline constexpr OSType kMasterGainProperty = fourCharacterCode("mgan");
-inline constexpr OSType kMovieFileCreator = fourCharacterCode("TVOD");
 
 // What a channel is used for; a sum of these, 0 for nothing.
 enum ChannelUsage : std::int32_t {
@@ -41,6 +41,12 @@ enum ChannelUsage : std::int32_t {
   seqGrabLowLatencyCapture = 8,
   seqGrabAlwaysUseTimeBase = 16,
 };
+
+// What setDataOutput takes: the movie is written to the disk as it is recorded.
+inline constexpr std::int32_t seqGrabToDisk = 1;
+
+// The volume of sound that is recorded as it comes.
+inline constexpr std::int16_t kFullVolume = 256;
 
 // A number with 16 bits before and 16 behind the point.
 using Fixed = std::int32_t;
@@ -108,7 +114,7 @@ inline constexpr std::string_view kTestPatternDevice = "test-pattern";
 
 // How a channel takes from its device, beyond its usage.
 struct CaptureOptions {
-  bool lowLatency = false;        // the smallest buffers that the device can work with
+  bool lowLatency = false;        // the smallest buffers, where a device leaves the choice
   bool deviceTimeStamps = false;  // the device's own times rather than the times of arrival
   bool operator==(const CaptureOptions&) const = default;
 };
@@ -136,9 +142,9 @@ class SGChannel {
   virtual OSStatus frameRate(Fixed& framesPerSecond) = 0;
   virtual OSStatus setRequestedDataRate(std::int32_t bytesPerSecond) = 0;
 
-  // Sound. The volume is 256 where samples are recorded as they come. The master gain of the record device is
-  // a gain in decibels where it is given as a 4-byte float, and a volume where it is given as a signed 2-byte
-  // number; the two say the same thing (0 dB is 256).
+  // Sound. The volume goes from 0 to kFullVolume. The master gain of the record device is a gain in decibels
+  // where it is given as a 4-byte float, and a volume where it is given as a signed 2-byte number; the two
+  // say the same thing (0 dB is full volume).
   virtual OSStatus soundInputRate(UnsignedFixed& samplesPerSecond) = 0;
   virtual OSStatus volume(std::int16_t& volume) = 0;
   virtual OSStatus setComponentProperty(OSType propertyClass, OSType property,
@@ -193,7 +199,7 @@ class SequenceGrabber {
   // was recorded until then. Fails where no movie could be made of it.
   virtual OSStatus stop() = 0;
 
-  // Where the next recording goes; with flag 1, onto the disk, which is the only way there is.
+  // Where the next recording goes; seqGrabToDisk is the only way there is.
   virtual OSStatus setDataOutput(const FSSpec& file, std::int32_t flags) = 0;
   // The file is there and empty, and is written into rather than replaced. What has been recorded is on the
   // disk within two seconds, in a form that opens, whatever happens to the program.

@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "platform/quicktime/CaptureDevices.h"
+#include "platform/quicktime/RealCaptureKit.h"
 #include "platform/quicktime/CaptureTime.h"
 #include "platform/quicktime/MovieReader.h"
 #include "tests/support/TemporaryFolder.h"
@@ -88,7 +89,7 @@ struct Capture {
     EXPECT_EQ(grabber->setDataOutput(*file, 1), noErr);
     grabber->pause(false);
     kit->deleteMovieFile(*file);
-    EXPECT_EQ(kit->createMovieFile(*file, kMovieFileCreator, -1, 0x70000000), noErr);
+    EXPECT_EQ(kit->createMovieFile(*file, 0, -1, 0), noErr);
     const OSStatus status = grabber->startRecord();
     grabber->update();
     return status;
