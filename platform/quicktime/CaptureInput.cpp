@@ -126,7 +126,9 @@ bool CaptureInput::prepareConverter() {
 
 CaptureInput::Outcome CaptureInput::read(std::vector<Captured>& captured) {
   const int code = av_read_frame(input_.get(), packet_.get());
-  if (code == AVERROR(EAGAIN)) return Outcome::NothingYet;
+  // A camera says EIO when its signal is lost for a moment, too; one that stays silent counts as gone anyway.
+  const bool isCamera = request_.mediaType == fourCharacterCode("vide") && !request_.isPaced;
+  if (code == AVERROR(EAGAIN) || (isCamera && code == AVERROR(EIO))) return Outcome::NothingYet;
   if (code < 0) return Outcome::Ended;
   const bool isWhole = packet_->stream_index == stream_ && packet_->size > 0 && detachPacket() &&
                        avcodec_send_packet(decoder_.get(), packet_.get()) >= 0;

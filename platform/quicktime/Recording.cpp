@@ -12,7 +12,7 @@ namespace clipwave {
 namespace {
 
 constexpr double kLongestWait = 2;          // for the first picture, in seconds of sound
-constexpr double kSecondsPerPixel = 15e-9;  // of a movie's picture, to scale and to encode it
+constexpr double kSecondsPerPixel = 30e-9;  // of a movie's picture, to scale and to encode it
 
 double likelyWork(const Recording::Plan& plan) {
   return plan.picture ? kSecondsPerPixel * plan.picture->width * plan.picture->height : 0;

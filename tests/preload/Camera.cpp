@@ -12,6 +12,7 @@
 #include <cstring>
 #include <ctime>
 #include <deque>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -21,6 +22,7 @@ constexpr double kInterval = 0.1, kLife = 2;
 std::atomic<int> camera{-1};
 std::deque<unsigned> queued;
 double startedAt = 0, nextAt = 0;
+bool hasFailed = false;
 
 double now() {
   timespec time{};
@@ -48,6 +50,8 @@ v4l2_pix_format pixels() {
 int takeOut(v4l2_buffer& buffer) {
   if (now() - startedAt > kLife) return fail(ENODEV);
   if (now() < nextAt || queued.empty()) return fail(EAGAIN);
+  // Its signal is lost for a moment.
+  if (now() - startedAt > kLife / 2 && !std::exchange(hasFailed, true)) return fail(EIO);
   buffer.index = queued.front();
   queued.pop_front();
   buffer.bytesused = buffer.length = kSize;

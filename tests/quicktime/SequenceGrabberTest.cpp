@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstring>
 
+#include "platform/quicktime/Recording.h"
 #include "tests/quicktime/TestCapture.h"
 
 namespace clipwave {
@@ -93,6 +94,32 @@ TEST(SequenceGrabber, PictureAndSoundAreInStepThroughStallsPausesAndAnotherClock
     const Played played = play(capture.path);
     expectInStep(played, 4);
     EXPECT_NEAR(played.pictures, time * 15, 2);
+  }
+}
+
+TEST(SequenceGrabber, PicturesThatAreLostOrTooMuchWorkAreCounted) {
+  const TemporaryFolder folder;
+  for (const int size : {32, 2500}) {
+    Recording::Plan plan;
+    plan.path = folder.write("a.mov", "");
+    plan.picture = MovieWriter::Picture{size, size};
+    const auto recording = Recording::start(plan);
+    ASSERT_TRUE(recording);
+    CaptureSource::Delivery none;
+    for (int place = 0; place < 60; place += place == 19 ? 21 : 1) {  // then 20 are lost
+      CaptureSource::Delivery delivery;
+      delivery.hasLostPictures = place == 40;
+      CapturedPicture& picture = delivery.pictures.emplace_back();
+      picture.frame.reset(av_frame_alloc());
+      picture.frame->width = picture.frame->height = 16;
+      picture.frame->format = AV_PIX_FMT_GRAY8;
+      av_frame_get_buffer(picture.frame.get(), 0);
+      picture.time = place / 15.0;
+      (*recording)->add(none, delivery);
+    }
+    ASSERT_TRUE((*recording)->finish());
+    EXPECT_EQ((*recording)->droppedPictures() == 20, size == 32);
+    EXPECT_GE((*recording)->droppedPictures(), size == 32 ? 20 : 50);
   }
 }
 
