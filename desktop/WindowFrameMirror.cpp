@@ -3,7 +3,9 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QTimer>
 #include <QWidget>
+#include <QWindow>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -11,6 +13,8 @@
 namespace clipwave {
 
 namespace {
+
+constexpr int kDecoratedWithin[] = {50, 200, 1000};  // milliseconds
 
 Size sizeOf(QSize size) {
   return {static_cast<double>(size.width()), static_cast<double>(size.height())};
@@ -53,6 +57,12 @@ WindowFrameMirror::WindowFrameMirror(QWidget& widget, Window& window)
 bool WindowFrameMirror::eventFilter(QObject* /*object*/, QEvent* event) {
   switch (event->type()) {
     case QEvent::Show:
+      // What a window manager puts around the window comes some time after it, and no event says so.
+      for (const int milliseconds : kDecoratedWithin)
+        QTimer::singleShot(milliseconds, this, &WindowFrameMirror::widgetChanged);
+      widgetChanged();
+      break;
+    case QEvent::WindowActivate:
     case QEvent::Move:
     case QEvent::Resize:
     case QEvent::LayoutRequest:
@@ -64,11 +74,20 @@ bool WindowFrameMirror::eventFilter(QObject* /*object*/, QEvent* event) {
   return false;
 }
 
+// The widget's own notion of it can be an old one.
+QRect WindowFrameMirror::frame() const {
+  const QWindow* handle = widget_.windowHandle();
+  const QMargins margins = handle != nullptr ? handle->frameMargins() : QMargins();
+  const QRect frame = widget_.geometry().marginsAdded(margins);
+  // While the window manager makes the frame, it can be smaller than what stands in it.
+  return frame.contains(widget_.geometry()) ? frame : widget_.geometry();
+}
+
 void WindowFrameMirror::widgetChanged() {
-  window_.setDecorations(sizeOf(widget_.frameSize() - widget_.size()));
+  window_.setDecorations(sizeOf(frame().size() - widget_.size()));
   window_.setContentMinSize(sizeOf(widget_.minimumSizeHint().expandedTo(widget_.minimumSize())));
   window_.contentView().setFrame({{}, sizeOf(widget_.size())});
-  shownFrame_ = rectOf(widget_.frameGeometry());
+  shownFrame_ = rectOf(frame());
   window_.setFrame(shownFrame_);
 }
 
@@ -81,15 +100,15 @@ QRect WindowFrameMirror::room() const {
   return widget_.screen()->availableGeometry();
 }
 
-void WindowFrameMirror::place(const Rect& frame) {
-  const QRect wanted = qRectOf(frame);
-  const QSize decorations = widget_.frameSize() - widget_.size();
+void WindowFrameMirror::place(const Rect& wantedFrame) {
+  const QRect wanted = qRectOf(wantedFrame);
+  const QSize decorations = frame().size() - widget_.size();
   QRect placed = wanted;
   if (const QSize size = wanted.size().boundedTo(room().size()); size != wanted.size()) {
     placed.setSize(size);
     placed.moveCenter(wanted.center());
   }
-  shownFrame_ = frame;
+  shownFrame_ = wantedFrame;
   widget_.resize(placed.size() - decorations);
   widget_.move(movedInto(placed, room()).topLeft());
   widgetChanged();

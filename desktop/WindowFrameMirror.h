@@ -24,8 +24,9 @@ class WindowFrameMirror final : public QObject {
  private:
   void widgetChanged();
   void windowChanged();
-  void place(const Rect& frame);
+  void place(const Rect& wantedFrame);
   void center();
+  QRect frame() const;
   QRect room() const;
 
   QWidget& widget_;
