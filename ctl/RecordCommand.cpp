@@ -39,7 +39,8 @@ std::optional<RecordOptions> optionsFromArguments(const CommandLine& arguments) 
     if (i + 1 == arguments.size()) return wrong(option + " takes a value.");
     const std::string& value = arguments[i + 1];
     if (option == "--name") {
-      if (value.empty() || value.find('/') != std::string::npos)
+      // The field that takes the name lets none end with a full stop.
+      if (value.empty() || value.ends_with('.') || value.find('/') != std::string::npos)
         return wrong("“" + value + "” cannot be a movie’s name.");
       options.name = value;
       continue;
@@ -94,6 +95,9 @@ ExitStatus runRecord(Companion& companion, const CommandLine& arguments) {
   RecordWindowController& sheet = handOff.recordWindowController();
   if (!takeName(sheet, options->name)) return kFailed;
   const std::string path = sheet.recorder().filename();
+  bool isMade = false;
+  const auto made = companion.services().notifications.observe(
+      kMovieCreated, [&isMade](const Notification&) { isMade = true; });
   sheet.startButton().performClick();
   if (!sheet.recorder().isRecording()) {
     if (!companion.shell().hasFailed()) return failure("“" + path + "” cannot be written.");
@@ -102,7 +106,7 @@ ExitStatus runRecord(Companion& companion, const CommandLine& arguments) {
   waitForEnd(companion, sheet, options->seconds);
   handOff.endRecording();
   const ExitStatus status = companion.finish();
-  if (companion.files().fileExistsAtPath(path)) std::cout << path << '\n';
+  if (isMade) std::cout << path << '\n';
   return status;
 }
 

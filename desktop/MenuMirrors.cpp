@@ -34,7 +34,6 @@ void MenuButtonMirror::willShow() {
 
 void MenuButtonMirror::poppedUp(Element& view) {
   if (&view != &button_) return;
-  button_.menu()->update();
   if (isShowing_) return;
   const QScopedValueRollback showing(isShowing_, true);
   widget_.showMenu();

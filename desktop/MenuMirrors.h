@@ -1,4 +1,4 @@
-// Show a button's menu and its entries.
+// Mirrors that show a button's menu and the menu's entries.
 #pragma once
 
 #include <QObject>

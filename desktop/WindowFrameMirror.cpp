@@ -3,7 +3,6 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
-#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 #include <algorithm>
@@ -13,8 +12,6 @@
 namespace clipwave {
 
 namespace {
-
-constexpr int kDecoratedWithin[] = {50, 200, 1000};  // milliseconds
 
 Size sizeOf(QSize size) {
   return {static_cast<double>(size.width()), static_cast<double>(size.height())};
@@ -57,16 +54,14 @@ WindowFrameMirror::WindowFrameMirror(QWidget& widget, Window& window)
 bool WindowFrameMirror::eventFilter(QObject* /*object*/, QEvent* event) {
   switch (event->type()) {
     case QEvent::Show:
-      // What a window manager puts around the window comes some time after it, and no event says so.
-      for (const int milliseconds : kDecoratedWithin)
-        QTimer::singleShot(milliseconds, this, &WindowFrameMirror::widgetChanged);
-      widgetChanged();
-      break;
-    case QEvent::WindowActivate:
     case QEvent::Move:
     case QEvent::Resize:
     case QEvent::LayoutRequest:
       widgetChanged();
+      break;
+    case QEvent::UpdateRequest:
+      // The window manager puts its frame around a shown window when it likes, and no event tells of it.
+      if (rectOf(frameGeometry()) != shownFrame_) widgetChanged();
       break;
     default:
       break;
@@ -74,20 +69,21 @@ bool WindowFrameMirror::eventFilter(QObject* /*object*/, QEvent* event) {
   return false;
 }
 
-// The widget's own notion of it can be an old one.
-QRect WindowFrameMirror::frame() const {
+// By what the window system says now; the widget's own knowledge of its frame is that of the last event.
+QMargins WindowFrameMirror::decorations() const {
   const QWindow* handle = widget_.windowHandle();
-  const QMargins margins = handle != nullptr ? handle->frameMargins() : QMargins();
-  const QRect frame = widget_.geometry().marginsAdded(margins);
-  // While the window manager makes the frame, it can be smaller than what stands in it.
-  return frame.contains(widget_.geometry()) ? frame : widget_.geometry();
+  return handle != nullptr && widget_.isVisible() ? handle->frameMargins() : QMargins();
+}
+
+QRect WindowFrameMirror::frameGeometry() const {
+  return widget_.geometry().marginsAdded(decorations());
 }
 
 void WindowFrameMirror::widgetChanged() {
-  window_.setDecorations(sizeOf(frame().size() - widget_.size()));
+  window_.setDecorations(sizeOf(frameGeometry().size() - widget_.size()));
   window_.setContentMinSize(sizeOf(widget_.minimumSizeHint().expandedTo(widget_.minimumSize())));
   window_.contentView().setFrame({{}, sizeOf(widget_.size())});
-  shownFrame_ = rectOf(frame());
+  shownFrame_ = rectOf(frameGeometry());
   window_.setFrame(shownFrame_);
 }
 
@@ -100,27 +96,25 @@ QRect WindowFrameMirror::room() const {
   return widget_.screen()->availableGeometry();
 }
 
-void WindowFrameMirror::place(const Rect& wantedFrame) {
-  const QRect wanted = qRectOf(wantedFrame);
-  const QSize decorations = frame().size() - widget_.size();
+void WindowFrameMirror::place(const Rect& frame) {
+  const QRect wanted = qRectOf(frame);
   QRect placed = wanted;
   if (const QSize size = wanted.size().boundedTo(room().size()); size != wanted.size()) {
     placed.setSize(size);
     placed.moveCenter(wanted.center());
   }
-  shownFrame_ = wantedFrame;
-  widget_.resize(placed.size() - decorations);
-  widget_.move(movedInto(placed, room()).topLeft());
+  shownFrame_ = frame;
+  widget_.setGeometry(movedInto(placed, room()).marginsRemoved(decorations()));
   widgetChanged();
 }
 
 void WindowFrameMirror::center() {
   const QWidget* parent = widget_.parentWidget();
   const QRect around = parent != nullptr ? parent->window()->frameGeometry() : room();
-  QRect frame(QPoint(), widget_.frameSize());
+  QRect frame = frameGeometry();
   frame.moveTopLeft(around.topLeft() + QPoint((around.width() - frame.width()) / 2,
                                               std::max(0, (around.height() - frame.height()) / 3)));
-  widget_.move(movedInto(frame, room()).topLeft());
+  widget_.setGeometry(movedInto(frame, room()).marginsRemoved(decorations()));
   widgetChanged();
 }
 

@@ -1,7 +1,9 @@
 // Keeps a window's frame and what is measured around it in step with its top-level widget.
 #pragma once
 
+#include <QMargins>
 #include <QObject>
+#include <QRect>
 
 #include "platform/appkit/Window.h"
 
@@ -24,9 +26,10 @@ class WindowFrameMirror final : public QObject {
  private:
   void widgetChanged();
   void windowChanged();
-  void place(const Rect& wantedFrame);
+  void place(const Rect& frame);
   void center();
-  QRect frame() const;
+  QMargins decorations() const;
+  QRect frameGeometry() const;
   QRect room() const;
 
   QWidget& widget_;

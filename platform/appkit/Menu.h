@@ -49,15 +49,16 @@ class Menu {
   MenuItem* item(std::string_view action, int tag) const;
   void setValidator(Validator validator) { validator_ = std::move(validator); }
 
-  // Asks the validator about every entry; whoever shows the menu does so first.
-  void update();
-  // Pops up at `view` as a context menu; who mirrors the menu shows it there.
+  // Asks the validator about every entry, then pops up at `view` as a context menu: who mirrors the menu
+  // shows it there.
   void popUpContextMenu(Element& view);
   Observation observePopUps(std::function<void(Element& view)> function) {
     return popUps_.add(std::move(function));
   }
 
  private:
+  void update();
+
   std::vector<MenuItem*> items_;
   Validator validator_;
   Observers<Element&> popUps_;

@@ -113,6 +113,7 @@ Result<void> FragmentedFile::endFragment() {
   std::string fragment = fragments_->take();
   const std::optional<Box> description = findBox(fragment, kFragment);
   if (!description) return error(ENOTSUP);
+  if (const int fault = lookForFault(); fault != 0) return error(fault);
   if (const int failure = bringToDisk(fragment, description->start + kBoxSize); failure != 0) {
     cutBack();
     return error(failure);
@@ -125,6 +126,17 @@ Result<void> FragmentedFile::endFragment() {
   whole_ += static_cast<std::int64_t>(fragment.size());
   pending_.clear();
   return {};
+}
+
+// A file that was removed, or moved away with its folder, would be written for nobody; one that somebody else
+// has cut is no movie any more.
+int FragmentedFile::lookForFault() const {
+  struct stat opened {};
+  struct stat named {};
+  if (::fstat(descriptor_, &opened) != 0) return errno;
+  if (opened.st_nlink == 0) return ENOENT;
+  if (::stat(path_.c_str(), &named) != 0 && (errno == ENOENT || errno == ENOTDIR)) return ENOENT;
+  return opened.st_size < whole_ ? EIO : 0;
 }
 
 // Readers refuse a movie whose last fragment has half a description. So it is first written as one of the
@@ -161,13 +173,16 @@ Result<void> FragmentedFile::finish() {
   if (whole_ == 0)
     return cocoaError(kFileWriteUnknownError,
                       "Nothing was recorded into “" + lastPathComponent(path_) + "”.");
-  if (cutBack() != 0 || !index_ || !index_->finish(whole_)) return {};
-  std::string index = index_->take();
-  const std::optional<Box> box = findBox(index, "moov");
-  if (!box || box->start != 0) return {};
-  index.resize(box->end);
-  if (!becomePlain(index)) cutBack();
-  return {};
+  const int fault = lookForFault();
+  if (cutBack() == 0 && index_ && index_->finish(whole_)) {
+    std::string index = index_->take();
+    const std::optional<Box> box = findBox(index, "moov");
+    if (box && box->start == 0) {
+      index.resize(box->end);
+      if (!becomePlain(index)) cutBack();
+    }
+  }
+  return fault == 0 ? Result<void>() : error(fault);
 }
 
 // Behind the fragments the index is a second one, which readers of fragments pass over. What then makes a

@@ -26,13 +26,15 @@ class FragmentedFile {
   // one's time base.
   Result<void> add(MoviePacket packet);
   // Brings the fragment under way to the disk. When that fails the file is cut back to the fragments before.
+  // Fails also where the file is not at its path any more, or somebody else has shortened it.
   Result<void> endFragment();
   // Makes a plain movie of what was written whole, or, where that is impossible, leaves it in fragments.
-  // Fails where there is none.
+  // Fails where there is none, and as endFragment() where the file is not what was written.
   Result<void> finish();
 
  private:
   FragmentedFile(int descriptor, std::string path) : descriptor_(descriptor), path_(std::move(path)) {}
+  int lookForFault() const;
   int bringToDisk(std::string& fragment, std::size_t name);
   bool addToIndex(std::string_view fragment);
   bool becomePlain(const std::string& index);

@@ -9,6 +9,7 @@ extern "C" {
 #include <libavcodec/avcodec.h>
 }
 
+#include "platform/quicktime/CaptureTime.h"
 #include "platform/quicktime/FragmentedFile.h"
 #include "platform/quicktime/PictureEncoder.h"
 #include "platform/quicktime/SoundEncoder.h"
@@ -24,6 +25,8 @@ constexpr double kFirstFragmentSeconds = 1.5;
 // A picture is held back until it is known for how long it stands. One that stands for longer than this,
 // measured by the sound, is written and shown again.
 constexpr double kLongestStanding = 1;
+// A size at which this takes long is shown again less often: half of the time is for pictures that come.
+constexpr double kStandingOfWork = 4;
 
 // A picture this much (of a frame) nearer to the place after the next free one still takes that one: cameras
 // whose pictures come half-way between two places would otherwise leave some empty and meet others taken.
@@ -85,7 +88,9 @@ class FragmentedMovieWriter final : public MovieWriter {
 
   Result<void> encodePicture(std::int64_t place) {
     std::vector<MoviePacket> packets;
+    const double begun = captureTime();
     if (!pictures_->encode(place, packets)) return fail(encodingError());
+    encodingSeconds_ = captureTime() - begun;
     for (MoviePacket& packet : packets) {
       if (Result<void> written = writeHeldPicture(packet->pts); !written) return written;
       heldPicture_ = std::move(packet);
@@ -96,10 +101,10 @@ class FragmentedMovieWriter final : public MovieWriter {
   Result<void> repeatPicture() {
     if (lastPlace_ < 0) return {};
     const double standsFrom = static_cast<double>(lastPlace_) / framesPerSecond_;
-    if (sound_->seconds() - standsFrom <= kLongestStanding) return {};
+    const double longest = std::max(kLongestStanding, kStandingOfWork * encodingSeconds_);
+    if (sound_->seconds() - standsFrom <= longest) return {};
     // Half-way, so that a picture that comes late still finds its place free.
-    const auto place =
-        static_cast<std::int64_t>((sound_->seconds() - kLongestStanding / 2) * framesPerSecond_);
+    const auto place = static_cast<std::int64_t>((sound_->seconds() - longest / 2) * framesPerSecond_);
     if (place <= lastPlace_) return {};
     lastPlace_ = place;
     return encodePicture(place);
@@ -155,6 +160,7 @@ class FragmentedMovieWriter final : public MovieWriter {
   std::unique_ptr<SoundEncoder> sound_;
   std::unique_ptr<FragmentedFile> file_;
   double framesPerSecond_ = 1;
+  double encodingSeconds_ = 0;  // of the last picture
   std::int64_t lastPlace_ = -1;
   MoviePacket heldPicture_;
   double reached_ = 0;        // by what was written, in seconds

@@ -11,7 +11,12 @@ extern "C" {
 namespace clipwave {
 namespace {
 
-constexpr double kLongestWait = 2;  // for the first picture, in seconds of sound
+constexpr double kLongestWait = 2;          // for the first picture, in seconds of sound
+constexpr double kSecondsPerPixel = 15e-9;  // of a movie's picture, to scale and to encode it
+
+double likelyWork(const Recording::Plan& plan) {
+  return plan.picture ? kSecondsPerPixel * plan.picture->width * plan.picture->height : 0;
+}
 
 }  // namespace
 
@@ -28,7 +33,9 @@ Result<std::unique_ptr<Recording>> Recording::start(const Plan& plan) {
 }
 
 Recording::Recording(const Plan& plan, std::unique_ptr<MovieWriter> writer)
-    : plan_(plan), thread_(std::make_unique<RecordingThread>(std::move(writer))), earliest_(plan.startedAt) {
+    : plan_(plan),
+      thread_(std::make_unique<RecordingThread>(std::move(writer), likelyWork(plan))),
+      earliest_(plan.startedAt) {
   if (plan.soundInputRate) track_.emplace(*plan.soundInputRate, plan.soundIsMaster);
   if (!plan.picture) begin(plan.startedAt);
 }
@@ -52,7 +59,10 @@ void Recording::add(CaptureSource::Delivery& sound, const CaptureSource::Deliver
     if (start_) samples = track_->take(false);
   }
   if (plan_.picture) {
-    hasLost_ = hasLost_ || pictures.hasLostPictures;
+    if (pictures.hasLostPictures) {
+      handOnCandidate();  // which came before the lost ones
+      hasLost_ = true;
+    }
     for (const CapturedPicture& picture : pictures.pictures) addPicture(picture);
   }
   thread_->addSound(std::move(samples));

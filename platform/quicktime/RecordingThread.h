@@ -17,13 +17,15 @@ namespace clipwave {
 
 class RecordingThread {
  public:
-  explicit RecordingThread(std::unique_ptr<MovieWriter> writer);
+  // `secondsPerPicture`: how much work one is likely to be; what it is in fact shows later.
+  RecordingThread(std::unique_ptr<MovieWriter> writer, double secondsPerPicture);
   // Finishes the recording where that was not done.
   ~RecordingThread();
   RecordingThread(const RecordingThread&) = delete;
   RecordingThread& operator=(const RecordingThread&) = delete;
 
-  // False when there is no room for it; the picture's pixels are shared, not copied.
+  // False when there is no room for it, or the thread is behind with those before; the picture's pixels are
+  // shared, not copied.
   bool addPicture(const AVFrame& picture, double time);
   void addSound(std::vector<float> samples);
   // What ended the writing before its time.
@@ -40,6 +42,7 @@ class RecordingThread {
   using Item = std::variant<Picture, std::vector<float>>;
   void run();
   void add(Item item, std::size_t bytes);
+  bool hasRoomFor(std::size_t bytes) const;
   std::optional<Error> write(const Item& item);
 
   const std::unique_ptr<MovieWriter> writer_;  // the thread's own while it runs
@@ -48,6 +51,8 @@ class RecordingThread {
   std::condition_variable changed_;
   std::deque<std::pair<Item, std::size_t>> items_;
   std::size_t bytes_ = 0;
+  std::size_t pictures_ = 0;  // of the items
+  double secondsPerPicture_;  // of work
   bool isEnding_ = false;
   std::optional<Error> error_;
   Result<void> outcome_;

@@ -290,7 +290,7 @@ TEST(MovieWriter, APowerFailureLeavesAMovieWhereverItStopsTheWriting) {
   EXPECT_EQ(log.back().bytes.size(), 16U);
 }
 
-TEST(MovieWriter, AFullDiskLeavesTheMovieUntilThen) {
+TEST(MovieWriter, AFullDiskOrAMissingFileEndsTheRecording) {
   const TemporaryFolder folder;
   const std::string path = folder / "a.mov";
   std::vector<std::uintmax_t> sizes;
@@ -333,6 +333,17 @@ TEST(MovieWriter, AFullDiskLeavesTheMovieUntilThen) {
     runFFmpeg({"-xerror", "-i", path, "-f", "null", "-"});
   }
   ::signal(SIGXFSZ, handler);
+  // What is recorded into a file that is gone, or was emptied, is lost; it is not gone on with.
+  for (const bool isGone : {true, false}) {
+    Recording recording(path, 64, 48);
+    for (int step = 0; step < 3 * kRate; ++step) ASSERT_TRUE(recording.add(step));
+    isGone ? static_cast<void>(std::filesystem::remove(path)) : std::filesystem::resize_file(path, 0);
+    Result<void> added;
+    for (int step = 3 * kRate; added && step < 6 * kRate; ++step) added = recording.add(step);
+    ASSERT_FALSE(added);
+    EXPECT_EQ(added.error().code, isGone ? kFileNoSuchFileError : kFileWriteUnknownError);
+    EXPECT_FALSE(recording.writer->finish());
+  }
 }
 
 }  // namespace

@@ -52,9 +52,9 @@ class TestProgram {
   Controller& start() {
     program_.reset();
     bundle_.emplace(files, folder / "resources");
-    program_ = std::make_unique<ClipwaveProgram>(
-        ApplicationServices{application, clock, *loop, files, process, *bundle_, defaults, notifications, log,
-                            movies, *aliases, workspace, interfaces, urls, pasteboard, dotMac, secrets, captureKit});
+    program_ = std::make_unique<ClipwaveProgram>(ApplicationServices{
+        application, clock, *loop, files, process, *bundle_, defaults, notifications, log, movies, *aliases,
+        workspace, interfaces, urls, pasteboard, dotMac, secrets, captureKit});
     return controller();
   }
   // The same, up to the end of its start-up.
