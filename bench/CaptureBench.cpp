@@ -4,9 +4,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
-#include <functional>
-#include <vector>
+#include <memory>
 
 #include "bench/BenchProgram.h"
 #include "bench/Measure.h"

@@ -7,7 +7,6 @@ InterfaceNames namesOfRecordSheet(RecordWindowController& controller) {
   InterfaceNames names;
   names.outlets = {{"recorder", static_cast<ImageView*>(&recorder)},
                    {"recordButton", &recorder.recordButton},
-                   {"startButton", &controller.startButton()},
                    {"closeButton", &recorder.closeButton},
                    {"filenameTextField", &controller.filenameTextField()},
                    {"nameHintTextField", &controller.nameHintTextField()},

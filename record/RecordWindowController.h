@@ -1,6 +1,7 @@
 // The record sheet: the capture view, the movie's name, and what is told beside the picture.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,8 +27,7 @@ class RecordWindowController final : public WindowController {
   TextField& filenameTextField() { return filenameTextField_; }
   // The recorder's own record button: enabled only while the name in the field is usable.
   Button& startButton() { return recorder_.recordButton; }
-  // The options menu, and the button that it pops up from.
-  Menu& optionsMenu() { return optionsMenu_; }
+  // The options menu pops up from it.
   MenuButton& optionsButton() { return optionsButton_; }
   // What is told beside the picture: how long the recording is ("0:04"), what the disk has room for
   // ("12.4 GB free, about 16 hours"), how loud the sound is, and what keeps the name from being used

@@ -14,7 +14,6 @@ struct CameraMode {
   int height = 0;
   double framesPerSecond = 0;
   bool isRaw = false;
-  bool operator==(const CameraMode&) const = default;
 };
 
 struct CameraFacts {

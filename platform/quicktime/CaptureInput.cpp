@@ -1,6 +1,5 @@
 #include "platform/quicktime/CaptureInput.h"
 
-#include <cmath>
 #include <cstring>
 #include <mutex>
 
@@ -11,7 +10,6 @@ extern "C" {
 #include <libavdevice/avdevice.h>
 #include <libavformat/avformat.h>
 #include <libavutil/channel_layout.h>
-#include <libavutil/opt.h>
 #include <libavutil/time.h>
 #include <libswresample/swresample.h>
 }
@@ -34,8 +32,8 @@ void registerDevices() {
   });
 }
 
-int isWanted(void* abandoned) {
-  return *static_cast<const std::atomic<bool>*>(abandoned) ? 1 : 0;
+int wasAbandoned(void* flag) {
+  return *static_cast<const std::atomic<bool>*>(flag) ? 1 : 0;
 }
 
 }  // namespace
@@ -64,7 +62,7 @@ bool CaptureInput::prepare(const std::atomic<bool>& isAbandoned) {
     avformat_free_context(opened);
     return false;
   }
-  opened->interrupt_callback = {isWanted, const_cast<std::atomic<bool>*>(&isAbandoned)};
+  opened->interrupt_callback = {wasAbandoned, const_cast<std::atomic<bool>*>(&isAbandoned)};
   // A device that has stopped to deliver must not keep its thread for ever.
   if (!request_.isPaced) opened->flags |= AVFMT_FLAG_NONBLOCK;
   AVDictionary* options = nullptr;

@@ -1,5 +1,6 @@
 #include "platform/quicktime/RecordingThread.h"
 
+#include <algorithm>
 #include <ctime>
 
 extern "C" {

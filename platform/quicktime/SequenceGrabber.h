@@ -100,7 +100,6 @@ class TimeBase {
 struct FSSpec {
   std::string folder;
   std::string name;
-  bool operator==(const FSSpec&) const = default;
 };
 
 struct CaptureDevice {
@@ -116,7 +115,6 @@ inline constexpr std::string_view kTestPatternDevice = "test-pattern";
 struct CaptureOptions {
   bool lowLatency = false;        // the smallest buffers, where a device leaves the choice
   bool deviceTimeStamps = false;  // the device's own times rather than the times of arrival
-  bool operator==(const CaptureOptions&) const = default;
 };
 
 // One of the grabber's two channels; the grabber owns it. What a channel of the other kind does answers

@@ -1,5 +1,7 @@
 #include "platform/quicktime/SoundTrack.h"
 
+#include <algorithm>
+
 extern "C" {
 #include <libavutil/channel_layout.h>
 #include <libavutil/opt.h>

@@ -105,6 +105,7 @@ TEST_F(ControllerTest, TheWindowFollowsTheSelectionAndTheMethodUntilTheControlle
   EXPECT_FALSE(window.isSimple());
   EXPECT_EQ(lowerView.frame(), advanced);
   program_.stop();
+  // Whom these would call is gone.
   for (const auto name : {kProtocolDidChange, kRecordingStarted, kMovieCreated})
     program_.notifications.post(name);
 }

@@ -168,7 +168,7 @@ TEST_F(RecordSheetTest, TheSizePanelTakesWholeNumbersFromTheKeyboard) {
 TEST_F(RecordSheetTest, QuittingInTheMiddleOfARecordingKeepsIt) {
   open();
   startRecording();
-  until([&] { return recorder().recordedTime() > 0.5; });
+  ASSERT_TRUE(until([&] { return recorder().recordedTime() > 0.5; }));
   desktop().interface().quit();
   turn();
   EXPECT_TRUE(hasQuit());

@@ -8,6 +8,22 @@ using namespace testing;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
+std::string output(const std::string& command) {
+  std::string text(1000, '\0');
+  FILE* const pipe = ::popen(command.c_str(), "r");
+  text.resize(std::fread(text.data(), 1, text.size(), pipe));
+  ::pclose(pipe);
+  return text;
+}
+
+// A server that runs until it is told to end, at the latest with this.
+struct Server {
+  explicit Server(const std::string& command) : process(output(command + " >/dev/null 2>&1 & echo $!")) {}
+  ~Server() { end(); }
+  void end() const { static_cast<void>(std::system(("kill " + process + " 2>/dev/null").c_str())); }
+  const std::string process;
+};
+
 // In a process whose calls of the system are answered by a camera of paper.
 TEST(CaptureDevices, ACameraIsRecordedUntilItIsPulledOut) {
   if (::getenv("CLIPWAVE_PAPER_CAMERA") == nullptr) {
@@ -29,9 +45,9 @@ TEST(CaptureDevices, ACameraIsRecordedUntilItIsPulledOut) {
   EXPECT_EQ(capture.run(20), ioErr);
   EXPECT_EQ(capture.grabber->trouble(), "The camera was disconnected.");
   EXPECT_EQ(capture.grabber->stop(), noErr);
-  EXPECT_THAT(probe(capture.path), StartsWith("mpeg4,mp4v,64,48,10/1"));
-  EXPECT_NEAR(play(capture.path).pictures, 19, 3);
-  EXPECT_FALSE(play(capture.path).flashes.empty());  // it grew light
+  EXPECT_THAT(tracks(capture.path), StartsWith("mpeg4,mp4v,64,48,10/1"));
+  EXPECT_NEAR(play(capture.path)->pictures, 19, 3);
+  EXPECT_FALSE(play(capture.path)->flashes.empty());  // it grew light
 }
 
 TEST(CaptureDevices, TheDesktopsMicrophoneIsRecorded) {
@@ -46,7 +62,7 @@ TEST(CaptureDevices, TheDesktopsMicrophoneIsRecorded) {
         std::string(
             "remap-source master=out.monitor source_name=hum source_properties=device.description=Hum")})
     command += " -L 'module-" + module + "'";
-  const std::string process = output(command + " >/dev/null 2>&1 & echo $!");
+  const Server daemon(command);
   for (int i = 0; i < 200 && !std::filesystem::exists(socket); ++i)
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   {
@@ -62,14 +78,14 @@ TEST(CaptureDevices, TheDesktopsMicrophoneIsRecorded) {
       EXPECT_EQ(capture.run(2), noErr);
       EXPECT_GT(capture.loudest, 0.3) << lowLatency;
       EXPECT_EQ(capture.stop(), noErr);
-      EXPECT_THAT(probe(capture.path), HasSubstr("aac,mp4a,48000,2"));
+      EXPECT_THAT(tracks(capture.path), HasSubstr("aac,mp4a,48000,2"));
       EXPECT_NEAR(capture.grabber->recordedTime(), 2, 0.3);
-      EXPECT_EQ(play(capture.path).beeps.size(), 1U);  // on and on
+      EXPECT_EQ(play(capture.path)->beeps.size(), 1U);  // on and on
     }
     // The server goes.
     ASSERT_EQ(capture.start(), noErr);
     EXPECT_EQ(capture.run(1), noErr);
-    std::system(("kill " + process).c_str());
+    daemon.end();
     EXPECT_EQ(capture.run(20), ioErr);
     EXPECT_EQ(capture.stop(), noErr);
   }

@@ -16,6 +16,7 @@ using ::testing::StartsWith;
 
 void expectInStep(const Played& played, std::size_t atLeast) {
   EXPECT_GE(played.flashes.size(), atLeast);
+  EXPECT_GE(played.beeps.size(), atLeast);
   ASSERT_NEAR(static_cast<double>(played.flashes.size()), static_cast<double>(played.beeps.size()), 1);
   const bool isPictureAhead = !played.beeps.empty() && played.beeps[0] - played.flashes[0] > 0.5;
   for (std::size_t i = isPictureAhead ? 1 : 0; i < std::min(played.flashes.size(), played.beeps.size());
@@ -50,13 +51,13 @@ TEST(SequenceGrabber, ThePatternIsRecordedInAnySizeAgainAndAgain) {
     if (one.picture)
       expected = "mpeg4,mp4v," + std::to_string(one.width) + "," + std::to_string(one.height) + ",15/1\n";
     if (one.sound) expected += "aac,mp4a,48000,2,0/0\n";
-    EXPECT_EQ(probe(capture.path), expected);
+    EXPECT_EQ(tracks(capture.path), expected);
     ASSERT_TRUE(capture.grabber->movie());
     EXPECT_NEAR(capture.grabber->movie()->duration(), capture.grabber->recordedTime(), 0.1);
     EXPECT_GT(capture.grabber->recordedTime(), 1.2);
     EXPECT_EQ(capture.grabber->droppedPictures(), 0);
     const double expectedPictures = one.picture ? capture.grabber->recordedTime() * 15 : 0;
-    EXPECT_NEAR(play(capture.path).pictures, expectedPictures, 1.5);
+    EXPECT_NEAR(play(capture.path)->pictures, expectedPictures, 1.5);
     capture.video->setUsage(7);
   }
 }
@@ -91,7 +92,7 @@ TEST(SequenceGrabber, PictureAndSoundAreInStepThroughStallsPausesAndAnotherClock
     EXPECT_EQ(capture.grabber->droppedPictures(), 0);
     const double time = capture.grabber->recordedTime();
     EXPECT_NEAR(time, 5.4, 0.3 + (captureTime() - beforeStop));
-    const Played played = play(capture.path);
+    const Played played = *play(capture.path);
     expectInStep(played, 4);
     EXPECT_NEAR(played.pictures, time * 15, 2);
   }
@@ -139,7 +140,7 @@ TEST(SequenceGrabber, ADeviceThatGoesEndsTheRecordingAndLeavesAMovie) {
     EXPECT_EQ(capture.grabber->stop(), noErr);
     ASSERT_TRUE(capture.grabber->movie());
     EXPECT_NEAR(capture.grabber->movie()->duration(), 1.9, 0.5);
-    expectInStep(play(capture.path), 1);
+    expectInStep(*play(capture.path), 1);
     // Without a recording it is said once.
     ASSERT_EQ(capture.grabber->startPreview(), noErr);
     EXPECT_EQ(capture.run(20), ioErr);
@@ -216,7 +217,7 @@ TEST(SequenceGrabber, DevicesAreTheUsersChoice) {
   EXPECT_FALSE(capture.video->setDevice("flash"));
   EXPECT_EQ(capture.run(0.5), noErr);
   EXPECT_EQ(capture.stop(), noErr);
-  EXPECT_THAT(probe(capture.path), StartsWith("mpeg4,mp4v,640,480,15/1"));
+  EXPECT_THAT(tracks(capture.path), StartsWith("mpeg4,mp4v,640,480,15/1"));
 }
 
 TEST(SequenceGrabber, TheVolumeHasTwoNamesAndOneMeaning) {
@@ -241,7 +242,7 @@ TEST(SequenceGrabber, TheVolumeHasTwoNamesAndOneMeaning) {
   EXPECT_EQ(capture.run(1.5), noErr);
   EXPECT_NEAR(capture.loudest, 0.5 * 3 / 256, 0.001);
   EXPECT_EQ(capture.stop(), noErr);
-  EXPECT_TRUE(play(capture.path).beeps.empty());
+  EXPECT_TRUE(play(capture.path)->beeps.empty());
   UnsignedFixed rate = 0;
   EXPECT_EQ(capture.sound->soundInputRate(rate), noErr);
   EXPECT_EQ(fixedToDouble(rate), 44'100);

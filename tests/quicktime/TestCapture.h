@@ -1,5 +1,4 @@
-// A grabber over devices of a test's own, used as the record sheet uses it, and what its movies show when
-// they are played.
+// A grabber over devices of a test's own, used as the record sheet uses it.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -10,14 +9,10 @@
 #include <thread>
 
 #include "platform/quicktime/CaptureDevices.h"
-#include "platform/quicktime/RealCaptureKit.h"
 #include "platform/quicktime/CaptureTime.h"
-#include "platform/quicktime/MovieReader.h"
+#include "platform/quicktime/RealCaptureKit.h"
+#include "tests/quicktime/PlayedMovie.h"
 #include "tests/support/TemporaryFolder.h"
-
-extern "C" {
-#include <libavutil/frame.h>
-}
 
 namespace clipwave::testing {
 
@@ -112,51 +107,6 @@ struct Capture {
   std::string path;
   float loudest = 0;  // while it recorded
 };
-
-struct Played {
-  int pictures = 0;
-  std::vector<double> flashes, beeps;  // when each begins
-};
-
-inline Played play(const std::string& path) {
-  Played played;
-  const auto reader = MovieReader::open(path, {[](void*) { return 0; }, nullptr});
-  if (!reader) return played;
-  const auto note = [](std::vector<double>& beginnings, double& lastAt, double time) {
-    if (time - lastAt > 0.3) beginnings.push_back(time);
-    lastAt = time;
-  };
-  double lastFlash = -1, lastBeep = -1;
-  while ((*reader)->hasPicture() && !(*reader)->pictureHasEnded()) {
-    const auto picture = (*reader)->nextPicture();
-    if (!picture) continue;
-    ++played.pictures;
-    if (picture->frame->data[0][0] > 180) note(played.flashes, lastFlash, picture->time);
-  }
-  while ((*reader)->hasSound() && !(*reader)->soundHasEnded()) {
-    const auto sound = (*reader)->nextSound();
-    for (std::size_t i = 0; sound && i < sound->samples.size(); i += 2) {
-      if (std::abs(sound->samples[i]) > 3000)
-        note(played.beeps, lastBeep, sound->time + static_cast<double>(i / 2) / kSoundRate);
-    }
-  }
-  return played;
-}
-
-inline std::string output(const std::string& command) {
-  std::string text(1000, '\0');
-  FILE* const pipe = ::popen(command.c_str(), "r");
-  text.resize(std::fread(text.data(), 1, text.size(), pipe));
-  ::pclose(pipe);
-  return text;
-}
-
-inline std::string probe(const std::string& path) {
-  return output(
-      "ffprobe -v error -of csv=p=0 -show_entries stream=codec_name,codec_tag_string,sample_rate,channels,"
-      "width,height,r_frame_rate '" +
-      path + "'");
-}
 
 inline void flashAndBeep(TestDevices& devices) {
   devices.computed[kVideoMediaType]["flash"] =

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include "record/CaptureSettings.h"
-#include "record/PixelConversion.h"
 #include "tests/support/FakeApplicationShell.h"
 #include "tests/support/FakeCaptureKit.h"
 #include "tests/support/FakeFileManager.h"
@@ -123,29 +122,30 @@ TEST_F(RecorderTest, SettingUpBuildsTheGrabberStepByStepAndTearingDownClosesIt) 
 }
 
 TEST_F(RecorderTest, AStepThatFailsEndsTheBuildWithItsLine) {
-  const std::tuple<const char*, const char*, const char*> kSteps[] = {
-      {"OpenComponent", "OpenComponent() didn't work", "OpenComponent"},
-      {"SGInitialize", "SGInitialize() returned -50", "SGInitialize"},
-      {"SGGetSrcVideoBounds", "SGGetSrcVideoBounds() returned -50", "SGGetSrcVideoBounds"},
-      {"SGSetChannelBounds 640x480", "SGSetChannelBounds() returned -50", "SGSetChannelBounds 640x480"},
-      {"SGSetChannelUsage video 7", "SGSetChannelUsage() for video returned -50",
-       "SGSetChannelUsage video 7"},
-      {"QTNewGWorld 32 640x480", "QTNewGWorld() returned -50", "QTNewGWorld 32 640x480"},
-      {"SGSetGWorld", "SGSetGWorld() returned -50", "SGSetGWorld"},
-      {"SGSetChannelUsage sound 3", "SGSetChannelUsage() for sound returned -50",
-       "SGSetChannelUsage sound 3"},
-      {"SGStartPreview", "SGStartPreview() returned -50", "SGStartPreview"}};
-  for (const auto& [failure, line, last] : kSteps) {
+  const std::pair<const char*, const char*> kSteps[] = {
+      {"OpenComponent", "OpenComponent() didn't work"},
+      {"SGInitialize", "SGInitialize() returned -50"},
+      {"SGGetSrcVideoBounds", "SGGetSrcVideoBounds() returned -50"},
+      {"SGSetChannelBounds 640x480", "SGSetChannelBounds() returned -50"},
+      {"SGSetChannelUsage video 7", "SGSetChannelUsage() for video returned -50"},
+      {"QTNewGWorld 32 640x480", "QTNewGWorld() returned -50"},
+      {"SGSetGWorld", "SGSetGWorld() returned -50"},
+      {"SGSetChannelUsage sound 3", "SGSetChannelUsage() for sound returned -50"},
+      {"SGStartPreview", "SGStartPreview() returned -50"}};
+  for (const auto& [failure, line] : kSteps) {
     capture().failures = {{failure, paramErr}};
     log_.lines.clear();
     recorder_.setup();
     ASSERT_FALSE(log_.lines.empty()) << failure;
     EXPECT_EQ(log_.lines.front(), line);
     const auto calls = capture().taken();
-    const auto end = std::ranges::find(calls, last);
+    const auto end = std::ranges::find(calls, failure);
     ASSERT_NE(end, calls.end());
     // What follows is the set-up that goes on with what there is, never a further step of the build.
-    EXPECT_EQ(std::count(end + 1, calls.end(), "SGStartPreview"), 0) << failure;
+    for (auto call = end + 1; call != calls.end(); ++call)
+      EXPECT_FALSE(call->starts_with("SGNewChannel") || call->starts_with("SGSetChannelUsage") ||
+                   *call == "SGStartPreview")
+          << failure << ": " << *call;
     recorder_.unsetup();
     capture().taken();
   }
@@ -431,19 +431,6 @@ TEST_F(RecorderTest, TheSettingsDialogueChoosesDeviceAndVolume) {
   };
   recorder_.showVideoSettings();
   EXPECT_EQ(capture().taken().back(), "ExitMovies");
-}
-
-TEST_F(RecorderTest, PixelsAreReorderedInAFreshBitmap) {
-  FakeGWorld world(capture(), {0, 0, 3, 5});
-  for (std::size_t i = 0; i < world.bytes.size(); ++i) world.bytes[i] = static_cast<std::uint8_t>(i * 7);
-  const auto bitmap = bitmapFromGWorld(world);
-  ASSERT_EQ(bitmap->bytesPerRow, 20U);
-  for (std::size_t y = 0; y < 3; ++y)
-    for (std::size_t x = 0; x < 20; ++x)
-      EXPECT_EQ(bitmap->bytes[y * 20 + x], world.bytes[y * 28 + x / 4 * 4 + (x + 1) % 4]);
-  EXPECT_NE(bitmapFromGWorld(world), bitmap);
-  capture().pixelsCanBeLocked = false;
-  EXPECT_EQ(bitmapFromGWorld(world), nullptr);
 }
 
 TEST_F(RecorderTest, TheCreditOpensItsPage) {

@@ -114,7 +114,7 @@ class FakeChannel final : public SGChannel {
   }
   OSStatus frameRate(Fixed& rate) override {
     rate = rate_;
-    return script_.failures.contains("SGGetFrameRate") ? paramErr : noErr;
+    return noErr;
   }
   OSStatus setRequestedDataRate(std::int32_t rate) override {
     return script_.call("SGChannelSetRequestedDataRate " + std::to_string(rate));
@@ -131,7 +131,6 @@ class FakeChannel final : public SGChannel {
                                 std::span<const std::byte> value) override {
     if (property == kMasterGainProperty && value.size() == sizeof volume_)
       std::memcpy(&volume_, value.data(), sizeof volume_);
-    if (property == kStreamFormatProperty) std::memcpy(&format, value.data(), sizeof format);
     return script_.call("QTSetComponentProperty " + std::to_string(propertyClass) + " " +
                         std::to_string(property) + " " + std::to_string(value.size()));
   }
@@ -155,8 +154,6 @@ class FakeChannel final : public SGChannel {
     device_ = {std::string(identifier), ""};
     return {};
   }
-
-  AudioStreamBasicDescription format;
 
  private:
   CaptureScript& script_;
