@@ -293,13 +293,12 @@ void Recorder::showSoundSettings() {
 
 void Recorder::showSettings(SGChannel* channel) {
   if (!gSeqGrabber_ || channel == nullptr) return;
-  const CaptureDevice before = channel->device();
   gSeqGrabber_->pause(true);
-  gSeqGrabber_->settingsDialog(*channel, &window_);
+  const OSStatus status = gSeqGrabber_->settingsDialog(*channel, &window_);
   // Quitting in the middle of the dialogue closes the grabber.
   if (!gSeqGrabber_) return;
   gSeqGrabber_->pause(false);
-  if (channel->device() != before) endTrouble(Cause::Device);
+  if (status == noErr) endTrouble(Cause::Device);
 }
 
 bool Recorder::validateMenuItem(const MenuItem& item) const {
