@@ -251,7 +251,7 @@ void Recorder::_updateWindowSize(Size size) {
   const Size newSize = window_.frameSizeForContentSize(content);
   const double dx = std::trunc((std::trunc(old.size.width) - newSize.width) / 2);
   const double dy = std::trunc((std::trunc(old.size.height) - newSize.height) / 2);
-  window_.setFrame({{std::trunc(old.origin.x + dx), std::trunc(old.origin.y + dy)}, newSize}, true);
+  window_.setFrame({{std::trunc(old.origin.x + dx), std::trunc(old.origin.y + dy)}, newSize});
 }
 
 void Recorder::setRecordVideo(MenuItem& sender) {

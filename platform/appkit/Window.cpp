@@ -12,11 +12,6 @@ bool Window::makeFirstResponder(Responder* responder) {
   return true;
 }
 
-void Window::setFrame(const Rect& frame, bool animates) {
-  animatesFrame_ = animates;
-  assign(frame_, frame);
-}
-
 void Window::makeKeyAndOrderFront() {
   if (visible_ && key_) return;
   visible_ = true;

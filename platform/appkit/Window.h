@@ -19,9 +19,7 @@ class Window : public Element {
   // On the screen, decorations included; the y axis points up. What mirrors the window writes it as the user
   // moves and resizes the window, and moves the window when the program sets it.
   const Rect& frame() const { return frame_; }
-  // `animates` asks for a movement rather than a jump; the frame has its new value at once.
-  void setFrame(const Rect& frame, bool animates = false);
-  bool animatesFrame() const { return animatesFrame_; }
+  void setFrame(const Rect& frame) { assign(frame_, frame); }
   // What the window's style adds to its content's size.
   Size decorations() const { return decorations_; }
   void setDecorations(Size decorations) { assign(decorations_, decorations); }
@@ -59,7 +57,6 @@ class Window : public Element {
   std::string title_;
   View contentView_;
   Rect frame_;
-  bool animatesFrame_ = false;
   Size decorations_;
   Size contentMinSize_;
   int centerCount_ = 0;
