@@ -42,6 +42,7 @@ class MemoryFiles final : public FileManager {
     return {};
   }
   Result<std::string> makeTemporaryFile(std::string_view) override { return missing(); }
+  std::optional<std::int64_t> fileSystemFreeSizeAtPath(std::string_view) override { return std::nullopt; }
   std::unique_ptr<FileHandle> fileHandleForReadingAtPath(std::string_view) override { return nullptr; }
   std::unique_ptr<FileHandle> fileHandleForWritingAtPath(std::string_view) override { return nullptr; }
 
