@@ -231,7 +231,7 @@ class CaptureKit {
   // Of pixels of 32 bits, which is the only format there is; see makeGWorld.
   virtual OSStatus newGWorld(std::unique_ptr<GWorld>& world, int pixelFormat, const QDRect& bounds) = 0;
 
-  // The specification of a file that exists; none where it does not.
+  // Folder and name of a file that exists; none where it does not.
   virtual std::optional<FSSpec> specificationOfPath(std::string_view path) = 0;
   // An existing file's path; none where it does not exist.
   virtual std::optional<std::string> pathOfSpecification(const FSSpec& file) = 0;

@@ -18,6 +18,10 @@
 
 #include "tests/quicktime/PlayedMovie.h"
 
+extern "C" {
+#include <libavutil/frame.h>
+}
+
 namespace {
 
 // What was written, in order; a test lets it be noted.

@@ -8,11 +8,8 @@
 #include <vector>
 
 #include "platform/quicktime/MovieReader.h"
+#include "platform/quicktime/PictureScaler.h"
 #include "tests/support/RealMovies.h"
-
-extern "C" {
-#include <libavutil/frame.h>
-}
 
 namespace clipwave::testing {
 
@@ -29,6 +26,7 @@ inline std::optional<Played> play(const std::string& path) {
   const auto reader = MovieReader::open(path, {[](void*) { return 0; }, nullptr});
   if (!reader) return {};
   MovieReader& movie = **reader;
+  PictureScaler scaler;
   Played played;
   double pictureEnd = 0, soundEnd = 0, lastBeep = -1;
   bool wasWhite = false;
@@ -37,7 +35,8 @@ inline std::optional<Played> play(const std::string& path) {
     if (const auto picture = movie.hasPicture() ? movie.nextPicture() : std::nullopt) {
       ++played.pictures;
       pictureEnd = picture->time + picture->duration;
-      const bool isWhite = picture->frame->data[0][0] > 180;
+      const auto pixels = scaler.scaled(*picture->frame, {});
+      const bool isWhite = pixels && pixels->bytes[0] > 180;
       if (isWhite && !wasWhite) played.flashes.push_back(picture->time);
       wasWhite = isWhite;
     }

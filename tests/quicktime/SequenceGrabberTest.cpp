@@ -8,6 +8,10 @@
 #include "platform/quicktime/Recording.h"
 #include "tests/quicktime/TestCapture.h"
 
+extern "C" {
+#include <libavutil/frame.h>
+}
+
 namespace clipwave {
 namespace {
 using namespace testing;
