@@ -11,9 +11,8 @@
 
 namespace clipwave {
 
-ExitStatus runFeed(Companion& companion, const CommandLine& arguments) {
-  if (arguments.size() != 1) return usageError("feed takes one channel.");
-  const auto channel = findChannel(companion.controller().channelController(), arguments.front());
+ExitStatus runFeed(Companion& companion, const CommandArguments& arguments) {
+  const auto channel = findChannel(companion.controller().channelController(), arguments.words().front());
   if (!channel) return failure(channel.error());
   const XMLDocument feed =
       makeFeedDocument(**channel, sortedEpisodes(**channel), companion.controller().feedTables());
@@ -36,10 +35,10 @@ std::string urlFromArgument(Companion& companion, const std::string& argument) {
 
 }  // namespace
 
-ExitStatus runImport(Companion& companion, const CommandLine& arguments) {
-  if (arguments.size() != 1 || arguments.front().empty()) return usageError("import takes one file or URL.");
+ExitStatus runImport(Companion& companion, const CommandArguments& arguments) {
+  if (arguments.words().front().empty()) return usageError("import takes one file or URL.");
   FeedImport& import = companion.controller().feedImport();
-  Channel* channel = import.importRSSWithURL(urlFromArgument(companion, arguments.front()));
+  Channel* channel = import.importRSSWithURL(urlFromArgument(companion, arguments.words().front()));
   if (channel == nullptr) {
     if (!import.trouble().empty()) printError("clipwavectl", import.trouble());
     return kFailed;
@@ -49,10 +48,10 @@ ExitStatus runImport(Companion& companion, const CommandLine& arguments) {
   return status;
 }
 
-ExitStatus runMessage(Companion& companion, const CommandLine& arguments) {
+ExitStatus runMessage(Companion& companion, const CommandArguments& arguments) {
   ArrayController& channels = companion.controller().channelController();
   std::vector<ManagedObject*> named;
-  for (const std::string& name : arguments) {
+  for (const std::string& name : arguments.words()) {
     const auto channel = findChannel(channels, name);
     if (!channel) return failure(channel.error());
     if (!channelFeedURL(**channel))
