@@ -48,22 +48,28 @@ std::string italic(const std::string& text) {
   return "\\fI" + typed(text) + "\\fR";
 }
 
-// Running text: options are set off, and so are references to other pages.
+// Running text, in lines of their usual length: options are set off, and so are references to other pages.
 std::string prose(const std::string& text) {
+  constexpr std::size_t kLongestLine = 80;
   std::istringstream words(text);
   std::string result;
+  std::string line;
   for (std::string word; words >> word;) {
     const std::size_t page = word.find("(1)");
     const std::size_t end = word.starts_with("--") ? word.find_first_not_of("-abcdefghijklmnopqrstuvwxyz")
                             : page != std::string::npos ? page
                                                         : 0;
     const std::string rest = end == std::string::npos ? "" : word.substr(end);
-    result += result.empty() ? "" : " ";
+    const std::string part = end == 0 ? escaped(word) : bold(word.substr(0, end)) + escaped(rest);
+    if (!line.empty() && line.size() + 1 + part.size() > kLongestLine) {
+      result += line + "\n";
+      line.clear();
+    }
     // A line that begins with a full stop is a request.
-    if (result.empty() && word.starts_with('.')) result += "\\&";
-    result += end == 0 ? escaped(word) : bold(word.substr(0, end)) + escaped(rest);
+    line += !line.empty() ? " " : word.starts_with('.') ? "\\&" : "";
+    line += part;
   }
-  return result;
+  return result + line;
 }
 
 std::string textOfOption(const Option& option) {
