@@ -28,38 +28,18 @@ struct AccountOptions {
   bool asksForPassword() const { return server || member || wantsPassword; }
 };
 
-// Nothing after wrong usage was reported.
-std::optional<AccountOptions> optionsFromArguments(const CommandLine& arguments) {
-  AccountOptions options;
-  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-    std::optional<std::string>* const text = *argument == "--server"      ? &options.server
-                                             : *argument == "--member"    ? &options.member
-                                             : *argument == "--home-page" ? &options.homePage
-                                                                          : nullptr;
-    if (text != nullptr) {
-      if (argument + 1 == arguments.end()) {
-        usageError(*argument + " takes a value.");
-        return std::nullopt;
-      }
-      *text = *++argument;
-    } else if (*argument == "--allow-plain-http" || *argument == "--forbid-plain-http") {
-      options.allowsPlainHTTP = *argument == "--allow-plain-http";
-    } else if (*argument == "--password") {
-      options.wantsPassword = true;
-    } else if (*argument == "--check") {
-      options.check = true;
-    } else if (*argument == "--json") {
-      options.asJSON = true;
-    } else {
-      // Not repeated: it may be a password.
-      usageError("account has no such option. See clipwavectl account --help.");
-      return std::nullopt;
-    }
-  }
-  if (options.asJSON && (options.setsAnything() || options.check)) {
-    usageError("--json shows the account; it goes with no other option.");
-    return std::nullopt;
-  }
+AccountOptions optionsFromArguments(const CommandArguments& arguments) {
+  AccountOptions options{
+      .server = arguments.value("--server"),
+      .member = arguments.value("--member"),
+      .homePage = arguments.value("--home-page"),
+      .allowsPlainHTTP = {},
+      .wantsPassword = arguments.has("--password"),
+      .check = arguments.has("--check"),
+      .asJSON = arguments.has("--json"),
+  };
+  const bool allows = arguments.has("--allow-plain-http");
+  if (allows || arguments.has("--forbid-plain-http")) options.allowsPlainHTTP = allows;
   return options;
 }
 
@@ -163,23 +143,24 @@ ExitStatus check(Companion& companion) {
 
 }  // namespace
 
-ExitStatus runAccount(Companion& companion, const CommandLine& arguments) {
-  const auto options = optionsFromArguments(arguments);
-  if (!options) return kUsage;
+ExitStatus runAccount(Companion& companion, const CommandArguments& arguments) {
+  const AccountOptions options = optionsFromArguments(arguments);
+  if (options.asJSON && (options.setsAnything() || options.check))
+    return usageError("--json shows the account; it goes with no other option.");
   if (const auto& error = companion.defaults().loadError()) return failure(*error);
-  if (!options->setsAnything() && !options->check) return show(companion, options->asJSON);
-  if (!isAcceptable(companion, *options)) return kUsage;
+  if (!options.setsAnything() && !options.check) return show(companion, options.asJSON);
+  if (!isAcceptable(companion, options)) return kUsage;
 
   // Asked for before anything is set: an interrupt leaves all as it was.
   const SecretAccount before = accountOf(companion, {});
-  const SecretAccount account = accountOf(companion, *options);
+  const SecretAccount account = accountOf(companion, options);
   std::optional<std::string> password;
-  if (options->asksForPassword() && isConfigured(account)) {
+  if (options.asksForPassword() && isConfigured(account)) {
     password =
         readPassword("Password for " + account.member + " at " + hostAndPortOf(account.address) + ": ");
     if (!password) printError("clipwavectl", "No password was given; one that is kept stays.");
   }
-  if (const auto stored = store(companion, *options); !stored) return failure(stored.error());
+  if (const auto stored = store(companion, options); !stored) return failure(stored.error());
   SecretStore& secrets = companion.services().secrets;
   if (password) {
     if (const auto kept = secrets.setPassword(account, *password); !kept) return failure(kept.error());
@@ -192,7 +173,7 @@ ExitStatus runAccount(Companion& companion, const CommandLine& arguments) {
   if (isConfigured(account) && !defaults.isSetByUser(MemberSettings::kHomePage))
     printError("clipwavectl", "No home page is set: feeds will link to movies at " +
                                   defaults.string(MemberSettings::kHomePage) + ". Say --home-page.");
-  return options->check || password ? check(companion) : kDone;
+  return options.check || password ? check(companion) : kDone;
 }
 
 }  // namespace clipwave

@@ -1,26 +1,47 @@
-// The companion's commands: one table from which the dispatch and the help are made.
+// The companion's commands: one table from which the dispatch, the parsing, the help, the manual page and the
+// shells' completion are made.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "ctl/CommandLine.h"
 #include "ctl/Companion.h"
 
 namespace clipwave {
 
-using CommandLine = std::vector<std::string>;
-
 struct Command {
   std::string name;
-  std::string arguments;  // as the synopsis shows them
-  std::string summary;    // one line
-  std::string help;       // the rest of --help; ends in a line break
-  std::size_t fewestArguments;
+  std::vector<Argument> arguments;  // optional ones come last, and at the most the last one is repeated
+  std::vector<Option> options;
+  std::string summary;            // one line without a full stop
+  std::vector<std::string> help;  // paragraphs
   bool opensLibrary;
-  ExitStatus (*run)(Companion& companion, const CommandLine& arguments);
+  bool mayMeetSecrets;  // wrong words of its command line are not repeated
+  ExitStatus (*run)(Companion& companion, const CommandArguments& arguments);
 };
 
 const std::vector<Command>& commandTable();
+// Null where there is none.
+const Command* commandNamed(const std::string& name);
+
+struct Term {
+  std::string name;
+  std::string meaning;
+};
+
+// What is to be said of the program as a whole.
+struct ProgramDescription {
+  std::string summary;                   // as a command's
+  std::vector<std::string> description;  // paragraphs
+  std::vector<Option> options;           // before the command
+  std::vector<Term> exitStatuses;
+  std::vector<Term> environment;
+  std::vector<Term> files;
+  std::vector<Term> examples;  // a command line and what it does
+};
+
+const ProgramDescription& programDescription();
 
 // Reports wrong usage of a command.
 ExitStatus usageError(const std::string& message);
@@ -31,18 +52,18 @@ ExitStatus failure(const std::string& message);
 std::string absolutePath(const std::string& path);
 
 // One file of source a group of commands.
-ExitStatus runChannels(Companion& companion, const CommandLine& arguments);
-ExitStatus runShow(Companion& companion, const CommandLine& arguments);
-ExitStatus runFeed(Companion& companion, const CommandLine& arguments);
-ExitStatus runNew(Companion& companion, const CommandLine& arguments);
-ExitStatus runOpen(Companion& companion, const CommandLine& arguments);
-ExitStatus runAdd(Companion& companion, const CommandLine& arguments);
-ExitStatus runSet(Companion& companion, const CommandLine& arguments);
-ExitStatus runPublish(Companion& companion, const CommandLine& arguments);
-ExitStatus runImport(Companion& companion, const CommandLine& arguments);
-ExitStatus runMessage(Companion& companion, const CommandLine& arguments);
-ExitStatus runRecord(Companion& companion, const CommandLine& arguments);
-ExitStatus runAccount(Companion& companion, const CommandLine& arguments);
-ExitStatus runDefaults(Companion& companion, const CommandLine& arguments);
+ExitStatus runChannels(Companion& companion, const CommandArguments& arguments);
+ExitStatus runShow(Companion& companion, const CommandArguments& arguments);
+ExitStatus runFeed(Companion& companion, const CommandArguments& arguments);
+ExitStatus runNew(Companion& companion, const CommandArguments& arguments);
+ExitStatus runOpen(Companion& companion, const CommandArguments& arguments);
+ExitStatus runAdd(Companion& companion, const CommandArguments& arguments);
+ExitStatus runSet(Companion& companion, const CommandArguments& arguments);
+ExitStatus runPublish(Companion& companion, const CommandArguments& arguments);
+ExitStatus runImport(Companion& companion, const CommandArguments& arguments);
+ExitStatus runMessage(Companion& companion, const CommandArguments& arguments);
+ExitStatus runRecord(Companion& companion, const CommandArguments& arguments);
+ExitStatus runAccount(Companion& companion, const CommandArguments& arguments);
+ExitStatus runDefaults(Companion& companion, const CommandArguments& arguments);
 
 }  // namespace clipwave

@@ -39,16 +39,16 @@ Result<Value> settingFromText(const Value& current, const std::string& key, cons
 
 }  // namespace
 
-ExitStatus runDefaults(Companion& companion, const CommandLine& arguments) {
+ExitStatus runDefaults(Companion& companion, const CommandArguments& arguments) {
   UserDefaultsController& defaults = companion.defaults();
   if (const auto& error = defaults.loadError()) return failure(*error);
-  if (arguments.empty()) {
+  if (arguments.isEmpty()) {
     for (const auto& [key, value] : defaults.allValues()) std::cout << key << '=' << valueText(value) << '\n';
     return kDone;
   }
   // Everything is looked at before anything is set.
   std::vector<std::pair<std::string, Value>> settings;
-  for (const std::string& argument : arguments) {
+  for (const std::string& argument : arguments.words()) {
     const std::size_t equals = argument.find('=');
     const std::string key = argument.substr(0, equals);
     const Value current = defaults.value(key);
@@ -63,7 +63,7 @@ ExitStatus runDefaults(Companion& companion, const CommandLine& arguments) {
   for (const auto& [key, value] : settings) {
     if (const auto set = defaults.setValue(key, value); !set) return failure(set.error());
   }
-  for (const std::string& argument : arguments) {
+  for (const std::string& argument : arguments.words()) {
     if (argument.find('=') == std::string::npos) std::cout << valueText(defaults.value(argument)) << '\n';
   }
   return kDone;

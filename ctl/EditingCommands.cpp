@@ -39,12 +39,13 @@ bool isMovie(Companion& companion, const std::string& path) {
   return true;
 }
 
-// The absolute paths of movie files; nothing after the first one that is none was reported.
-std::optional<std::vector<std::string>> moviePaths(Companion& companion, CommandLine::const_iterator begin,
-                                                   CommandLine::const_iterator end) {
+// The absolute paths of the movie files from `first` on; nothing after the first one that is none was
+// reported.
+std::optional<std::vector<std::string>> moviePaths(Companion& companion, const CommandLine& words,
+                                                   std::size_t first) {
   std::vector<std::string> paths;
-  for (auto argument = begin; argument != end; ++argument) {
-    paths.push_back(absolutePath(*argument));
+  for (std::size_t i = first; i < words.size(); ++i) {
+    paths.push_back(absolutePath(words[i]));
     if (!isMovie(companion, paths.back())) return std::nullopt;
   }
   return paths;
@@ -59,20 +60,18 @@ void printSelectedTitle(Companion& companion) {
 
 }  // namespace
 
-ExitStatus runNew(Companion& companion, const CommandLine& arguments) {
-  if (arguments.size() > 1) return usageError("new takes one title at the most.");
-  if (!arguments.empty() && arguments.front().starts_with("--"))
-    return usageError("new has no option " + arguments.front() + ".");
+ExitStatus runNew(Companion& companion, const CommandArguments& arguments) {
   ManagedObject* channel = companion.controller().channelController().add();
   companion.runLoop().runUntilIdle();
-  if (!arguments.empty() && !commit(companion, *channel, "vcTitle", Value(arguments.front()))) return kFailed;
+  for (const std::string& title : arguments.words())
+    if (!commit(companion, *channel, "vcTitle", Value(title))) return kFailed;
   const ExitStatus status = companion.finish();
   if (status == kDone) printSelectedTitle(companion);
   return status;
 }
 
-ExitStatus runOpen(Companion& companion, const CommandLine& arguments) {
-  const auto paths = moviePaths(companion, arguments.begin(), arguments.end());
+ExitStatus runOpen(Companion& companion, const CommandArguments& arguments) {
+  const auto paths = moviePaths(companion, arguments.words(), 0);
   if (!paths) return kFailed;
   companion.delegate().openFiles(*paths);
   const ExitStatus status = companion.finish();
@@ -80,11 +79,11 @@ ExitStatus runOpen(Companion& companion, const CommandLine& arguments) {
   return status;
 }
 
-ExitStatus runAdd(Companion& companion, const CommandLine& arguments) {
+ExitStatus runAdd(Companion& companion, const CommandArguments& arguments) {
   ArrayController& channels = companion.controller().channelController();
-  const auto channel = findChannel(channels, arguments.front());
+  const auto channel = findChannel(channels, arguments.words().front());
   if (!channel) return failure(channel.error());
-  const auto paths = moviePaths(companion, arguments.begin() + 1, arguments.end());
+  const auto paths = moviePaths(companion, arguments.words(), 1);
   if (!paths) return kFailed;
 
   const auto& arranged = channels.arrangedObjects();
@@ -194,17 +193,18 @@ int rank(const Assignment& assignment) {
 
 }  // namespace
 
-ExitStatus runSet(Companion& companion, const CommandLine& arguments) {
-  const auto record = findRecord(companion.controller().channelController(), arguments.front());
+ExitStatus runSet(Companion& companion, const CommandArguments& arguments) {
+  const CommandLine& words = arguments.words();
+  const auto record = findRecord(companion.controller().channelController(), words.front());
   if (!record) return failure(record.error());
-  if (!isMethodAcceptable(**record, arguments)) return kUsage;
-  const bool goesToDotMac = willGoToDotMac(**record, arguments);
+  if (!isMethodAcceptable(**record, words)) return kUsage;
+  const bool goesToDotMac = willGoToDotMac(**record, words);
   std::vector<Assignment> assignments;
-  for (auto argument = arguments.begin() + 1; argument != arguments.end(); ++argument) {
-    const std::size_t equals = argument->find('=');
-    if (equals == std::string::npos || equals == 0) return usageError(*argument + " is not KEY=VALUE.");
-    const std::string key = argument->substr(0, equals);
-    std::string text = argument->substr(equals + 1);
+  for (auto word = words.begin() + 1; word != words.end(); ++word) {
+    const std::size_t equals = word->find('=');
+    if (equals == std::string::npos || equals == 0) return usageError(*word + " is not KEY=VALUE.");
+    const std::string key = word->substr(0, equals);
+    std::string text = word->substr(equals + 1);
     // A path of this machine is meant as seen from here, not from wherever the next run is started.
     const bool isPath = key == "vcPath" || (key == "mediaPath" && !goesToDotMac);
     if (isPath && !text.empty()) text = absolutePath(text);

@@ -8,12 +8,12 @@
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/URLs.h"
 #include "publish/FeedDocument.h"
+#include "publish/SubscriptionLinks.h"
 
 namespace clipwave {
 
-ExitStatus runFeed(Companion& companion, const CommandLine& arguments) {
-  if (arguments.size() != 1) return usageError("feed takes one channel.");
-  const auto channel = findChannel(companion.controller().channelController(), arguments.front());
+ExitStatus runFeed(Companion& companion, const CommandArguments& arguments) {
+  const auto channel = findChannel(companion.controller().channelController(), arguments.words().front());
   if (!channel) return failure(channel.error());
   const XMLDocument feed =
       makeFeedDocument(**channel, sortedEpisodes(**channel), companion.controller().feedTables());
@@ -29,17 +29,19 @@ std::string urlFromArgument(Companion& companion, const std::string& argument) {
   const std::string path = absolutePath(argument);
   if (companion.files().fileExistsAtPath(path)) return fileURLWithPath(path);
   const std::string_view url = trimmed(argument);
-  const std::string scheme = schemeOf(url);
-  const bool isMeantAsURL = isURL(url) || scheme == "http" || scheme == "https" || scheme == "file";
-  return isMeantAsURL ? std::string(url) : fileURLWithPath(path);
+  if (const auto feedURL = feedURLForAddress(url)) return *feedURL;
+  return isURL(url) || schemeOf(url) == "file" ? std::string(url) : fileURLWithPath(path);
 }
 
 }  // namespace
 
-ExitStatus runImport(Companion& companion, const CommandLine& arguments) {
-  if (arguments.size() != 1 || arguments.front().empty()) return usageError("import takes one file or URL.");
+ExitStatus runImport(Companion& companion, const CommandArguments& arguments) {
+  if (arguments.words().front().empty()) return usageError("import takes one file or URL.");
+  const std::string url = urlFromArgument(companion, arguments.words().front());
+  if (feedURLForAddress(url) && !(isURL(url) && isWebURL(url)))
+    return failure("\"" + arguments.words().front() + "\" is not an address on the web.");
   FeedImport& import = companion.controller().feedImport();
-  Channel* channel = import.importRSSWithURL(urlFromArgument(companion, arguments.front()));
+  Channel* channel = import.importRSSWithURL(url);
   if (channel == nullptr) {
     if (!import.trouble().empty()) printError("clipwavectl", import.trouble());
     return kFailed;
@@ -49,10 +51,10 @@ ExitStatus runImport(Companion& companion, const CommandLine& arguments) {
   return status;
 }
 
-ExitStatus runMessage(Companion& companion, const CommandLine& arguments) {
+ExitStatus runMessage(Companion& companion, const CommandArguments& arguments) {
   ArrayController& channels = companion.controller().channelController();
   std::vector<ManagedObject*> named;
-  for (const std::string& name : arguments) {
+  for (const std::string& name : arguments.words()) {
     const auto channel = findChannel(channels, name);
     if (!channel) return failure(channel.error());
     if (!channelFeedURL(**channel))

@@ -8,8 +8,7 @@
 
 namespace clipwave {
 
-ExitStatus runChannels(Companion& companion, const CommandLine& arguments) {
-  if (!arguments.empty()) return usageError("channels takes no arguments.");
+ExitStatus runChannels(Companion& companion, const CommandArguments&) {
   for (ManagedObject* channel : companion.controller().channelController().arrangedObjects()) {
     std::cout << channel->objectID() << '\t' << (channel->value("vcPublish").boolValue() ? '*' : '-') << '\t'
               << channel->relatedObjects("children").size() << '\t'
@@ -41,28 +40,15 @@ void showAsText(const std::vector<ManagedObject*>& channels) {
 
 }  // namespace
 
-ExitStatus runShow(Companion& companion, const CommandLine& arguments) {
-  bool asJSON = false;
-  std::vector<std::string> names;
-  for (const std::string& argument : arguments) {
-    if (argument == "--json") {
-      asJSON = true;
-    } else if (argument.starts_with("--")) {
-      return usageError("show has no option " + argument + ".");
-    } else {
-      names.push_back(argument);
-    }
-  }
-  if (names.size() > 1) return usageError("show takes one channel at the most.");
-
+ExitStatus runShow(Companion& companion, const CommandArguments& arguments) {
   ArrayController& list = companion.controller().channelController();
   std::vector<ManagedObject*> channels = list.arrangedObjects();
-  if (!names.empty()) {
-    const auto channel = findChannel(list, names.front());
+  if (!arguments.words().empty()) {
+    const auto channel = findChannel(list, arguments.words().front());
     if (!channel) return failure(channel.error());
     channels = {*channel};
   }
-  if (!asJSON) {
+  if (!arguments.has("--json")) {
     showAsText(channels);
     return companion.finishWithoutSaving();
   }

@@ -64,32 +64,6 @@ std::string sentenceFor(PublishOutcome outcome, const std::optional<Error>& erro
   }
 }
 
-struct PublishOptions {
-  Existing existing = Existing::Ask;
-  bool subscribe = false;
-};
-
-std::optional<PublishOptions> optionsFromArguments(const CommandLine& arguments) {
-  PublishOptions options;
-  for (const std::string& argument : arguments) {
-    if (argument == "--subscribe") {
-      options.subscribe = true;
-      continue;
-    }
-    if (argument != "--replace" && argument != "--keep") {
-      usageError("publish has no option " + argument + ".");
-      return std::nullopt;
-    }
-    const Existing wanted = argument == "--replace" ? Existing::Replace : Existing::Keep;
-    if (options.existing != Existing::Ask && options.existing != wanted) {
-      usageError("Say --replace or --keep, not both.");
-      return std::nullopt;
-    }
-    options.existing = wanted;
-  }
-  return options;
-}
-
 // Hands what was published to the podcast client; false after the troubles were reported.
 bool subscribe(Companion& companion) {
   SubscriptionHandOff& handOff = companion.controller().subscriptionHandOff();
@@ -104,10 +78,10 @@ bool subscribe(Companion& companion) {
 
 }  // namespace
 
-ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
-  const std::optional<PublishOptions> options = optionsFromArguments(arguments);
-  if (!options) return kUsage;
-  const Existing existing = options->existing;
+ExitStatus runPublish(Companion& companion, const CommandArguments& arguments) {
+  const Existing existing = arguments.has("--replace") ? Existing::Replace
+                            : arguments.has("--keep")  ? Existing::Keep
+                                                       : Existing::Ask;
   if (existing != Existing::Ask)
     companion.defaults().setArgumentValues({{"noConfirm", existing == Existing::Replace}});
 
@@ -147,7 +121,7 @@ ExitStatus runPublish(Companion& companion, const CommandLine& arguments) {
   if (*outcome != PublishOutcome::Done) return kFailed;
   // Only now: a reader that has gone away ends the process, and what was sent is to be on record by then.
   std::cout << companion.interface().statusTextView.string();
-  const bool handedOff = !options->subscribe || subscribe(companion);
+  const bool handedOff = !arguments.has("--subscribe") || subscribe(companion);
   return troubles.empty() && handedOff ? status : kFailed;
 }
 

@@ -27,30 +27,20 @@ std::optional<double> positiveNumber(const std::string& text) {
 }
 
 // Nothing after what is wrong was reported.
-std::optional<RecordOptions> optionsFromArguments(const CommandLine& arguments) {
-  RecordOptions options;
-  const auto wrong = [](const std::string& message) {
-    usageError(message);
+std::optional<RecordOptions> optionsFromArguments(const CommandArguments& arguments) {
+  const std::string text = arguments.value("--seconds").value_or("");
+  const auto seconds = positiveNumber(text);
+  if (!seconds) {
+    usageError("--seconds takes a number above 0, not \"" + text + "\".");
     return std::nullopt;
-  };
-  for (std::size_t i = 1; i < arguments.size(); i += 2) {
-    const std::string& option = arguments[i];
-    if (option != "--seconds" && option != "--name") return wrong("record has no option " + option + ".");
-    if (i + 1 == arguments.size()) return wrong(option + " takes a value.");
-    const std::string& value = arguments[i + 1];
-    if (option == "--name") {
-      // The field that takes the name lets none end with a full stop.
-      if (value.empty() || value.ends_with('.') || value.find('/') != std::string::npos)
-        return wrong("“" + value + "” cannot be a movie’s name.");
-      options.name = value;
-      continue;
-    }
-    const auto seconds = positiveNumber(value);
-    if (!seconds) return wrong("--seconds takes a number above 0, not \"" + value + "\".");
-    options.seconds = *seconds;
   }
-  if (options.seconds == 0) return wrong("Say --seconds N.");
-  return options;
+  const auto name = arguments.value("--name");
+  // The field that takes the name lets none end with a full stop.
+  if (name && (name->empty() || name->ends_with('.') || name->find('/') != std::string::npos)) {
+    usageError("“" + *name + "” cannot be a movie’s name.");
+    return std::nullopt;
+  }
+  return RecordOptions{*seconds, name.value_or("")};
 }
 
 // Gives the movie its name; false after it was reported that it cannot have it.
@@ -79,11 +69,11 @@ void waitForEnd(Companion& companion, RecordWindowController& sheet, double seco
 
 }  // namespace
 
-ExitStatus runRecord(Companion& companion, const CommandLine& arguments) {
+ExitStatus runRecord(Companion& companion, const CommandArguments& arguments) {
   const auto options = optionsFromArguments(arguments);
   if (!options) return kUsage;
   ArrayController& channels = companion.controller().channelController();
-  const auto channel = findChannel(channels, arguments.front());
+  const auto channel = findChannel(channels, arguments.words().front());
   if (!channel) return failure(channel.error());
   channels.setSelectedObjects({*channel});
 

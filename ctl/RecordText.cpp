@@ -92,16 +92,20 @@ std::string recordText(ManagedObject& record) {
   return text;
 }
 
+bool isSettable(const PropertyDescription& property) {
+  // A derived key may take a value, but keeps none.
+  return isAttribute(property) && property.type != PropertyType::Binary &&
+         property.storage == Storage::Stored;
+}
+
 Result<Value> valueFromText(const EntityDescription& entity, std::string_view key, std::string_view text) {
   const PropertyDescription* property = entity.property(key);
   if (property == nullptr) {
     return cocoaError(kKeyValueValidationError,
                       "There is no key " + std::string(key) + " in a " + entity.name() + ".");
   }
-  // A derived key may take a value, but keeps none.
-  const bool isSettable = isAttribute(*property) && property->type != PropertyType::Binary &&
-                          property->storage == Storage::Stored;
-  if (!isSettable) return cocoaError(kKeyValueValidationError, std::string(key) + " cannot be set.");
+  if (!isSettable(*property))
+    return cocoaError(kKeyValueValidationError, std::string(key) + " cannot be set.");
   if (text.empty()) return Value();
   switch (property->type) {
     case PropertyType::Boolean:

@@ -22,6 +22,8 @@ std::string oneLine(std::string_view text);
 // A value as a person reads it.
 std::string valueText(const Value& value);
 
+// Whether a command line can give the attribute a value.
+bool isSettable(const PropertyDescription& property);
 // What `text` stands for as a value of that attribute: booleans are 0 and 1, dates ISO 8601; an empty text is
 // the absent value. Fails for a key that is unknown or cannot be set and for text of the wrong type.
 Result<Value> valueFromText(const EntityDescription& entity, std::string_view key, std::string_view text);

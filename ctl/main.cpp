@@ -2,46 +2,28 @@
 #include <algorithm>
 #include <iostream>
 
+#include "ctl/CommandHelp.h"
 #include "ctl/Commands.h"
+#include "ctl/Completion.h"
 #include "platform/foundation/ProcessInfo.h"
 
 namespace clipwave {
 
 namespace {
 
-void printHelp() {
-  std::cout << "Usage: clipwavectl [--verbose] COMMAND [ARGUMENT...]\n\n"
-               "Works on the Clipwave library from the command line.\n\n";
-  for (const Command& command : commandTable()) {
-    std::cout << "  " << command.name << (command.arguments.empty() ? "" : " ") << command.arguments
-              << "\n      " << command.summary << ".\n";
-  }
-  std::cout << "\n  --verbose  show log lines on standard error\n"
-               "  --help     show this, or with a command what it does\n"
-               "  --version  show the version\n\n"
-               "Exit status: 0 done, 1 failed, 2 wrong usage, 75 the library is open elsewhere.\n";
-}
-
-void printHelp(const Command& command) {
-  std::cout << "Usage: clipwavectl " << command.name << (command.arguments.empty() ? "" : " ")
-            << command.arguments << "\n\n"
-            << command.summary << ".\n\n"
-            << command.help;
-}
-
-int runCommand(const Command& command, const CommandLine& arguments, bool verbose) {
-  if (std::find(arguments.begin(), arguments.end(), "--help") != arguments.end()) {
-    printHelp(command);
+int runCommand(const Command& command, const CommandLine& line, bool verbose) {
+  // As far as it is no word that is only meant as one.
+  if (std::find(line.begin(), std::ranges::find(line, "--"), "--help") != std::ranges::find(line, "--")) {
+    std::cout << helpText(command);
     return kDone;
   }
-  if (arguments.size() < command.fewestArguments) {
-    return usageError("Usage: clipwavectl " + command.name + " " + command.arguments);
-  }
+  const auto arguments = CommandArguments::parse(command, line);
+  if (!arguments) return kUsage;
   Companion companion(executablePath(), verbose);
   if (command.opensLibrary) {
     if (const ExitStatus opened = companion.openLibrary(); opened != kDone) return opened;
   }
-  return command.run(companion, arguments);
+  return command.run(companion, *arguments);
 }
 
 int run(CommandLine arguments) {
@@ -49,10 +31,14 @@ int run(CommandLine arguments) {
   while (!arguments.empty() && arguments.front().starts_with("-")) {
     const std::string option = arguments.front();
     arguments.erase(arguments.begin());
+    if (option == "--complete") {
+      printCompletions(arguments);
+      return kDone;
+    }
     if (option == "--verbose") {
       verbose = true;
     } else if (option == "--help") {
-      printHelp();
+      std::cout << helpText();
       return kDone;
     } else if (option == "--version") {
       std::cout << "clipwavectl " CLIPWAVE_VERSION "\n";
@@ -64,9 +50,7 @@ int run(CommandLine arguments) {
   if (arguments.empty()) return usageError("Say a command. See clipwavectl --help.");
   const std::string name = arguments.front();
   arguments.erase(arguments.begin());
-  for (const Command& command : commandTable()) {
-    if (command.name == name) return runCommand(command, arguments, verbose);
-  }
+  if (const Command* command = commandNamed(name)) return runCommand(*command, arguments, verbose);
   return usageError("There is no command " + name + ". See clipwavectl --help.");
 }
 

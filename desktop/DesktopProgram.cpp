@@ -14,16 +14,19 @@ namespace clipwave {
 
 namespace {
 
-// Files are given as paths, or as the file URLs that some file managers hand over.
-std::vector<std::string> absolutePaths(const std::vector<std::string>& files) {
-  std::vector<std::string> paths;
-  for (const std::string& file : files) {
-    const QUrl url(toQString(file));
+// Files are given as paths, or as the file URLs that some file managers hand over; addresses of feeds stay as
+// they are.
+std::vector<std::string> absoluteItems(const std::vector<std::string>& arguments) {
+  std::vector<std::string> items;
+  for (const std::string& argument : arguments) {
+    const QUrl url(toQString(argument));
     std::error_code error;
-    paths.push_back(url.isLocalFile() ? toPath(url.toLocalFile())
-                                      : std::filesystem::absolute(file, error).string());
+    items.push_back(url.isLocalFile() ? toPath(url.toLocalFile())
+                    : Arrivals::isFeedAddress(argument)
+                        ? argument
+                        : std::filesystem::absolute(argument, error).string());
   }
-  return paths;
+  return items;
 }
 
 }  // namespace
@@ -41,6 +44,7 @@ DesktopProgram::~DesktopProgram() {
   // The windows go before what they show.
   signals_.reset();
   instance_.reset();
+  arrivals_.reset();
   interface_.reset();
   program_.reset();
 }
@@ -57,11 +61,11 @@ void DesktopProgram::dressApplication() {
       [this](QSessionManager& session) { commitSession(session); }, Qt::DirectConnection);
 }
 
-int DesktopProgram::run(const std::vector<std::string>& files) {
-  const std::vector<std::string> paths = absolutePaths(files);
+int DesktopProgram::run(const std::vector<std::string>& arguments) {
+  const std::vector<std::string> items = absoluteItems(arguments);
   const auto library = platform_->services().process.applicationSupportFolder();
   instance_ = std::make_unique<SingleInstance>(*runLoop_, library ? *library : std::string());
-  switch (instance_->claim(paths)) {
+  switch (instance_->claim(items)) {
     case SingleInstance::Role::Second:
       return 0;
     case SingleInstance::Role::Unreachable:
@@ -70,12 +74,12 @@ int DesktopProgram::run(const std::vector<std::string>& files) {
     case SingleInstance::Role::First:
       break;
   }
-  if (!start(paths)) return 1;
+  if (!start(items)) return 1;
   runLoop_->run();
   return 0;
 }
 
-bool DesktopProgram::start(const std::vector<std::string>& paths) {
+bool DesktopProgram::start(const std::vector<std::string>& items) {
   program_ = std::make_unique<ClipwaveProgram>(platform_->services());
   interface_ = std::make_unique<DesktopInterface>(*program_, loader_);
   if (!interface_->refused().isEmpty()) {
@@ -87,13 +91,14 @@ bool DesktopProgram::start(const std::vector<std::string>& paths) {
   if (platform_->application().isTerminated()) return false;
   interface_->show();
   signals_ = std::make_unique<TerminationSignals>(*runLoop_, [this] { interface_->quit(); });
+  arrivals_ = std::make_unique<Arrivals>(*program_);
   if (instance_) {
-    instance_->setOnFiles([this](const std::vector<std::string>& files, const QByteArray& activationToken) {
+    instance_->setOnFiles([this](const std::vector<std::string>& others, const QByteArray& activationToken) {
       interface_->raise(activationToken);
-      if (!files.empty()) program_->delegate().openFiles(files);
+      arrivals_->take(others);
     });
   }
-  if (!paths.empty()) runLoop_->performLater([this, paths] { program_->delegate().openFiles(paths); });
+  if (!items.empty()) runLoop_->performLater([this, items] { arrivals_->take(items); });
   return true;
 }
 

@@ -9,6 +9,7 @@
 
 #include "app/ClipwaveProgram.h"
 #include "app/RealPlatform.h"
+#include "desktop/Arrivals.h"
 #include "desktop/DesktopInterface.h"
 #include "desktop/DesktopShell.h"
 #include "desktop/SingleInstance.h"
@@ -28,12 +29,13 @@ class DesktopProgram final : public QObject {
   explicit DesktopProgram(const std::string& executablePath);
   ~DesktopProgram() override;
 
-  // Runs until the user quits, and answers the process's exit status. `files` are movies to be opened. Where
-  // the program runs already, they are handed to it, and this one ends at once.
-  int run(const std::vector<std::string>& files);
+  // Runs until the user quits, and answers the process's exit status. `arguments` are movies to be opened
+  // and addresses of feeds to be imported. Where the program runs already, they are handed to it, and this
+  // one ends at once.
+  int run(const std::vector<std::string>& arguments);
 
   // Opens the library and shows the window; false, with the reason told, where the program cannot go on.
-  bool start(const std::vector<std::string>& paths);
+  bool start(const std::vector<std::string>& items);
   DesktopInterface& interface() { return *interface_; }
   ClipwaveProgram& program() { return *program_; }
   RunLoop& runLoop() { return *runLoop_; }
@@ -51,6 +53,7 @@ class DesktopProgram final : public QObject {
   std::unique_ptr<RealPlatform> platform_;
   std::unique_ptr<ClipwaveProgram> program_;
   std::unique_ptr<DesktopInterface> interface_;
+  std::unique_ptr<Arrivals> arrivals_;
   std::unique_ptr<SingleInstance> instance_;
   std::unique_ptr<TerminationSignals> signals_;
 };

@@ -4,6 +4,8 @@
 #include <QtEndian>
 #include <algorithm>
 
+#include "publish/SubscriptionLinks.h"
+
 namespace clipwave {
 namespace {
 
@@ -37,7 +39,7 @@ std::optional<InstanceMessage> messageFrom(const QByteArray& bytes, bool* isBrok
   QList<QByteArray> parts = bytes.sliced(kHeadLength).chopped(1).split('\0');
   InstanceMessage message{.paths = {}, .activationToken = parts.takeFirst()};
   for (const QByteArray& path : parts) {
-    *isBroken = !path.startsWith('/');
+    *isBroken = !path.startsWith('/') && !feedURLForAddress(path.toStdString());
     if (*isBroken) return std::nullopt;
     message.paths.push_back(path.toStdString());
   }

@@ -9,7 +9,7 @@
 namespace clipwave {
 
 struct InstanceMessage {
-  std::vector<std::string> paths;
+  std::vector<std::string> paths;  // absolute ones, and addresses of feeds
   QByteArray activationToken;
 };
 

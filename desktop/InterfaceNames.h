@@ -31,6 +31,8 @@ struct SettingAccess {
   std::function<Observation(std::function<void()>)> observe;
   // What an empty field says of it in place of what the interface file says; none: nothing.
   std::function<std::string()> hint = {};
+  // Whether a flag changes by itself, and is asked for whenever the window comes up.
+  bool comesAndGoes = false;
 };
 
 struct InterfaceAction {

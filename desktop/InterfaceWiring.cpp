@@ -268,6 +268,12 @@ void InterfaceWiring::bindSetting(QWidget& widget, WindowMirror& mirror, const s
       show();
     });
     own->observations.push_back(setting.observe(show));
+    if (setting.comesAndGoes) {
+      const Window& window = mirror.window();
+      own->observations.push_back(mirror.window().observe([&window, show] {
+        if (window.isVisible()) show();
+      }));
+    }
     show();
   } else if (auto* combo = qobject_cast<QComboBox*>(&widget)) {
     bindChoice(*combo, mirror, setting, tell, own->observations);

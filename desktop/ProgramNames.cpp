@@ -163,6 +163,33 @@ void addEditActions(Actions& actions, ClipwaveProgram& program) {
     actions[std::string(name) + ":"] = {[name] { sendToFocus(name); }};
 }
 
+// Whether the desktop opens subscription links with this program. What is chosen elsewhere meanwhile is seen
+// when the window comes up.
+SettingAccess subscriptionSetting(Workspace& workspace) {
+  static constexpr std::array kSchemes = {"itpc", "pcast"};
+  static constexpr const char* kEntry = "clipwave-subscribe.desktop";
+  SettingAccess setting;
+  setting.flag = [&workspace] {
+    return std::ranges::all_of(kSchemes, [&workspace](const char* scheme) {
+      return workspace.defaultApplicationForURLScheme(scheme) == kEntry;
+    });
+  };
+  setting.storeFlag = [&workspace](bool flag) -> std::string {
+    for (const char* scheme : kSchemes) {
+      const auto done = flag ? workspace.setDefaultApplicationForURLScheme(kEntry, scheme)
+                             : workspace.removeDefaultApplicationForURLScheme(kEntry, scheme);
+      if (done) continue;
+      return done.error().code == kFileNoSuchFileError
+                 ? toText(QObject::tr("Clipwave has to be installed before links can open with it."))
+                 : done.error().localizedDescription;
+    }
+    return {};
+  };
+  setting.observe = [](const std::function<void()>&) { return Observation(); };
+  setting.comesAndGoes = true;
+  return setting;
+}
+
 SettingAccess settingOf(Preferences& preferences, const std::string& keyPath) {
   const auto dot = keyPath.find('.');
   const std::string group = keyPath.substr(0, dot);
@@ -256,7 +283,10 @@ InterfaceNames namesOfProgram(ClipwaveProgram& program, Preferences& preferences
                        {"vodcastController", &interface.vodcastController},
                        {"imageController", &interface.imageController}};
   names.model = &program.delegate().managedObjectModel();
-  names.setting = [&preferences](const std::string& keyPath) { return settingOf(preferences, keyPath); };
+  names.setting = [&preferences, &program](const std::string& keyPath) {
+    if (keyPath == "workspace.opensSubscriptions") return subscriptionSetting(program.services().workspace);
+    return settingOf(preferences, keyPath);
+  };
   addChoices(names, program);
   names.validators["httpURL"] = Formatter::isValidObject;
   names.presentError = [&program](const Error& error) { program.services().application.presentError(error); };

@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "desktop/Arrivals.h"
 #include "desktop/InstanceMessage.h"
 #include "desktop/Text.h"
 
@@ -111,7 +112,8 @@ InstanceMessage messageWith(const std::vector<std::string>& paths, const QByteAr
   InstanceMessage message{.paths = {}, .activationToken = token};
   for (const std::string& path : paths) {
     std::error_code ignored;
-    if (!path.empty()) message.paths.push_back(fs::absolute(path, ignored).string());
+    if (path.empty()) continue;
+    message.paths.push_back(Arrivals::isFeedAddress(path) ? path : fs::absolute(path, ignored).string());
   }
   return message;
 }

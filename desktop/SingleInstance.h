@@ -1,4 +1,4 @@
-// One process for each library: a second start hands its files to the first and ends.
+// One process for each library: a second start hands its files and addresses to the first and ends.
 #pragma once
 
 #include <QByteArray>
@@ -29,14 +29,16 @@ class SingleInstance {
 
   // First: this process goes on, and receives the files of later ones until this object ends; also where the
   // two could meet nowhere (the library's own lock then decides). Second: the first one has acknowledged the
-  // files (relative paths are taken from the current folder); this process has nothing left to do.
+  // files (relative paths are taken from the current folder, addresses
+  // of feeds as they are); this process has nothing left to do.
   // Unreachable: there is a first one and it did not answer within `timeout`; unreachableMessage() tells the
   // user. Blocks up to `timeout`.
   Role claim(const std::vector<std::string>& paths, Seconds timeout = Seconds(5));
   static std::string unreachableMessage();
 
-  // Called from the loop, as a deferred call, once for each later start: with its absolute paths (none: only
-  // the window is wanted) and its activation token. What arrives before this is set waits for it.
+  // Called from the loop, as a deferred call, once for each later start: with its absolute paths and
+  // addresses (none: only the window is wanted) and its activation token. What arrives before this is set
+  // waits for it.
   void setOnFiles(OnFiles onFiles);
 
  private:

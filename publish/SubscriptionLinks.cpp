@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/foundation/URLs.h"
+
 namespace clipwave {
 namespace {
 
@@ -33,6 +35,17 @@ std::size_t endOfLink(std::string_view text, std::size_t from) {
 std::string subscriptionLink(std::string_view feedURL) {
   if (!feedURL.starts_with(kWebScheme)) return std::string(feedURL);
   return std::string(kSubscriptionScheme).append(feedURL.substr(kWebScheme.size()));
+}
+
+std::optional<std::string> feedURLForAddress(std::string_view address) {
+  const std::size_t colon = address.find(':');
+  if (colon == std::string_view::npos) return std::nullopt;
+  const std::string scheme = schemeOf(address);
+  if (scheme == "http" || scheme == "https") return std::string(address);
+  if (scheme != "itpc" && scheme != "pcast" && scheme != "feed") return std::nullopt;
+  const std::string_view rest = address.substr(colon + 1);
+  if (isWebURL(rest)) return std::string(rest);
+  return "http:" + std::string(rest);
 }
 
 std::string reportText(const std::vector<std::string>& feedURLs) {

@@ -3,39 +3,18 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
 #include <set>
 #include <vector>
 
+#include "platform/appkit/DefaultApplications.h"
 #include "platform/appkit/DesktopEntry.h"
+#include "platform/appkit/DesktopFolders.h"
 #include "platform/appkit/DetachedProcess.h"
 #include "platform/foundation/ASCII.h"
 
 namespace clipwave {
 namespace {
-
-std::string environment(const char* name) {
-  const char* const value = std::getenv(name);
-  return value == nullptr ? "" : value;
-}
-
-// The folders of desktop entries, the most important first.
-std::vector<std::string> applicationFolders() {
-  std::string home = environment("XDG_DATA_HOME");
-  if (!home.starts_with('/')) home = environment("HOME") + "/.local/share";
-  std::string list = environment("XDG_DATA_DIRS");
-  if (list.empty()) list = "/usr/local/share:/usr/share";
-  list = home + ":" + list;
-  std::vector<std::string> folders;
-  for (std::size_t start = 0; start <= list.size();) {
-    const std::size_t end = std::min(list.find(':', start), list.size());
-    const std::string folder = list.substr(start, end - start);
-    if (folder.starts_with('/')) folders.push_back(stringByAppendingPathComponent(folder, "applications"));
-    start = end + 1;
-  }
-  return folders;
-}
 
 bool hasURLScheme(std::string_view url) {
   const std::size_t colon = url.find(':');
@@ -43,6 +22,10 @@ bool hasURLScheme(std::string_view url) {
     return false;
   return std::all_of(url.begin(), url.begin() + static_cast<std::ptrdiff_t>(colon),
                      [](unsigned char c) { return std::isalnum(c) || c == '+' || c == '-' || c == '.'; });
+}
+
+std::string typeOfScheme(std::string_view scheme) {
+  return "x-scheme-handler/" + std::string(scheme);
 }
 
 class DesktopWorkspace final : public Workspace {
@@ -63,6 +46,20 @@ class DesktopWorkspace final : public Workspace {
     const auto entry = applicationNamed(applicationName);
     if (entry && startDetachedProcess(entry->commandLineForFile(path))) return true;
     return openFile(path);
+  }
+
+  std::string defaultApplicationForURLScheme(std::string_view scheme) override {
+    return DefaultApplications(files_).applicationForType(typeOfScheme(scheme));
+  }
+
+  Result<void> setDefaultApplicationForURLScheme(std::string_view application,
+                                                 std::string_view scheme) override {
+    return DefaultApplications(files_).choose(application, typeOfScheme(scheme));
+  }
+
+  Result<void> removeDefaultApplicationForURLScheme(std::string_view application,
+                                                    std::string_view scheme) override {
+    return DefaultApplications(files_).forget(application, typeOfScheme(scheme));
   }
 
  private:

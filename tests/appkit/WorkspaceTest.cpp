@@ -89,6 +89,53 @@ TEST_F(WorkspaceTest, AnApplicationIsFoundByItsNameAndStartedDetached) {
   EXPECT_EQ(outputOf("xdg-open"), movie_ + "\n");
 }
 
+TEST_F(WorkspaceTest, ChoosingAnApplicationForASchemeChangesNothingElseAndCanBeTakenBack) {
+  const EnvironmentVariable config("XDG_CONFIG_HOME", (folder_ / "config").c_str());
+  const EnvironmentVariable systems("XDG_CONFIG_DIRS", (folder_ / "etc").c_str());
+  const EnvironmentVariable desktop("XDG_CURRENT_DESKTOP", "Tidy:GNOME");
+  const std::string list = folder_ / "config/mimeapps.list";
+  const auto choice = [this] { return workspace_->defaultApplicationForURLScheme("itpc"); };
+  EXPECT_EQ(choice(), "");
+  const auto refused = workspace_->setDefaultApplicationForURLScheme("own.desktop", "itpc");
+  ASSERT_FALSE(refused);
+  EXPECT_EQ(refused.error().code, kFileNoSuchFileError);
+  EXPECT_FALSE(files_->fileExistsAtPath(list));
+  for (const char* name : {"own", "vendor/other"})
+    application(std::string("data/applications/") + name + ".desktop", name, "Exec=x %u");
+
+  const std::string before =
+      "# mine\n[Added Associations]\ntext/plain=e.desktop;\n\n[Default "
+      "Applications]\nx-scheme-handler/pcast=own.desktop\n"
+      "x-scheme-handler/itpc = gone.desktop; vendor-other.desktop\nx=y\n";
+  for (const std::string& text : {before, std::string()}) {
+    text.empty() ? ::unlink(list.c_str()) : folder_.write("config/mimeapps.list", text).size();
+    const std::string choiceBefore = choice();
+    EXPECT_EQ(choiceBefore, text.empty() ? "" : "vendor-other.desktop");
+    for (int i = 0; i < 2; ++i)
+      EXPECT_TRUE(workspace_->setDefaultApplicationForURLScheme("own.desktop", "itpc"));
+    EXPECT_EQ(choice(), "own.desktop");
+    EXPECT_THAT(readFile(list), HasSubstr("[Added Associations]\nx-scheme-handler/itpc=own.desktop;\n"));
+    EXPECT_TRUE(workspace_->removeDefaultApplicationForURLScheme("own.desktop", "itpc"));
+    EXPECT_EQ(choice(), choiceBefore);
+  }
+  folder_.write("config/mimeapps.list", before);
+  ASSERT_TRUE(workspace_->setDefaultApplicationForURLScheme("own.desktop", "itpc"));
+  ASSERT_TRUE(workspace_->removeDefaultApplicationForURLScheme("own.desktop", "itpc"));
+  std::string after = before;
+  after.replace(after.find("itpc = gone.desktop; vendor-other.desktop"), 41,
+                "itpc=gone.desktop;vendor-other.desktop;");
+  EXPECT_EQ(readFile(list), after);
+
+  // A list of the desktop in use goes before the others, the user's before the system's.
+  folder_.write("etc/mimeapps.list", "[Default Applications]\nx-scheme-handler/itpc=own.desktop\n");
+  EXPECT_EQ(choice(), "vendor-other.desktop");
+  folder_.write("config/gnome-mimeapps.list",
+                "[Default Applications]\nx-scheme-handler/itpc=vendor-other.desktop\n");
+  ASSERT_TRUE(workspace_->setDefaultApplicationForURLScheme("own.desktop", "itpc"));
+  EXPECT_EQ(choice(), "own.desktop");
+  EXPECT_EQ(readFile(list), after);
+}
+
 TEST(DesktopEntryTest, CommandLinesAreQuotedEscapedAndFilledInAsDescribed) {
   const auto line = [](const std::string& exec) {
     const std::string text = "[Desktop Entry]\nType=Application\nName=N\nIcon=i\nExec=" + exec + "\n";

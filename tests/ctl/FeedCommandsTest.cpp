@@ -29,7 +29,8 @@ TEST(FeedCommands, ImportMakesAChannelFromAFileOrAServer) {
   server.answer("/feed.xml",
                 httpResponse(200, "<rss><channel><title>\xe9t\xe9</title><item/></channel></rss>",
                              {"Content-Type: text/xml; charset=ISO-8859-1"}));
-  EXPECT_EQ(library.done({"import", server.url("/feed.xml")}), "\u00e9t\u00e9\n");
+  for (const std::string& address : {server.url("/feed.xml"), "itpc" + server.url("/feed.xml").substr(4)})
+    EXPECT_EQ(library.done({"import", address}), "\u00e9t\u00e9\n");
 }
 
 TEST(FeedCommands, AFailedImportSaysWhyAndLeavesNothing) {
@@ -38,6 +39,7 @@ TEST(FeedCommands, AFailedImportSaysWhyAndLeavesNothing) {
   EXPECT_THAT(library.run({"import", library.folder / "page.xml"}),
               Fails(1, "Error loading URL!: Invalid RSS feed."));
   EXPECT_THAT(library.run({"import", library.folder / "missing.xml"}), Fails(1, "missing.xml"));
+  EXPECT_THAT(library.run("import pcast://"), Fails(1, "\"pcast://\" is not an address on the web."));
   EXPECT_EQ(library.done("channels"), "");
 }
 

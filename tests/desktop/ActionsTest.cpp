@@ -1,4 +1,5 @@
 // The program's commands as the user gives them, through menus, keys and buttons, over the real platform.
+#include <QCheckBox>
 #include <QClipboard>
 #include <QLineEdit>
 #include <QTabWidget>
@@ -141,6 +142,49 @@ TEST_F(Actions, AFeedIsImportedFromAFileAndFromAnAddress) {
   turn();
   press(Qt::Key_Escape);
   EXPECT_FALSE(sheet->isVisible());
+}
+
+TEST_F(Actions, AddressesThatArriveAreImportedOnceNothingIsInTheirWay) {
+  LoopbackServer server;
+  server.answer("/feed.xml", httpResponse(200, kFeed));
+  answer("OK");
+  start({"itpc" + server.url("/feed.xml").substr(4), "pcast://", home.write("a.mov", "a")});
+  ASSERT_TRUE(until([&] { return allReplied(); }));
+  EXPECT_THAT(alerts(), ElementsAre("Error loading URL!|“pcast://” is not an address on the web."));
+  EXPECT_THAT(titles(channels()), UnorderedElementsAre("Channel 01", "Channel 02", "Old show"));
+  choose("actionImportURL");
+  Arrivals arrivals(desktop().program());
+  arrivals.take({server.url("/feed.xml")});
+  until([] { return false; }, 500);
+  EXPECT_EQ(titles(channels()).size(), 3U) << "the sheet holds it up";
+  press(Qt::Key_Escape);
+  EXPECT_TRUE(until([&] { return titles(channels()).size() == 4; }));
+}
+
+TEST_F(Actions, SubscriptionLinksAreLeftAloneUntilTheUserAsks) {
+  const EnvironmentVariable systems("XDG_DATA_DIRS", (home / "systems").c_str());
+  const auto list = [&] { return readFile(home / "config/mimeapps.list"); };
+  start();
+  reply([&](QDialog& dialog) {
+    auto& box = find<QCheckBox>("opensSubscriptionsBox");
+    answer("OK");
+    click(box);
+    EXPECT_FALSE(box.isChecked()) << "without its entry there is nothing that the desktop could start";
+    EXPECT_EQ(list(), "");
+    home.write("data/applications/clipwave-subscribe.desktop", "[Desktop Entry]\n");
+    for (const bool isOn : {true, false, true}) {
+      click(box);
+      EXPECT_EQ(box.isChecked(), isOn);
+      for (const char* scheme : {"itpc", "pcast"}) {
+        const std::string line = std::string("x-scheme-handler/") + scheme + "=clipwave-subscribe.desktop;\n";
+        EXPECT_EQ(list().find(line) != std::string::npos, isOn) << scheme;
+      }
+    }
+    clickButton(dialog, "Done");
+  });
+  choose("actionPreferences");
+  EXPECT_TRUE(until([&] { return allReplied(); }));
+  EXPECT_THAT(alerts(), ElementsAre(HasSubstr("has to be installed")));
 }
 
 TEST_F(Actions, AnUpdateIsOfferedOnASheetThatLeadsToItsPage) {

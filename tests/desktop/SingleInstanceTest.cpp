@@ -81,7 +81,7 @@ TEST_F(SingleInstanceTest, ASecondStartHandsItsFilesToTheFirstWhichGetsThemAfter
   ASSERT_EQ(first.claim({}), Role::First);
   EXPECT_EQ(QFileInfo(socket()).permissions() & (QFile::ReadGroup | QFile::WriteGroup | QFile::WriteOther),
             0);
-  const auto second = start({"a b.mov", "/ü 100% #.mov"});
+  const auto second = start({"a b.mov", "/ü 100% #.mov", "itpc://h/f"});
   std::string role;
   QTimer::singleShot(0, [&] {
     role = roleOf(*second);
@@ -94,7 +94,7 @@ TEST_F(SingleInstanceTest, ASecondStartHandsItsFilesToTheFirstWhichGetsThemAfter
   loop->runModal();
   EXPECT_EQ(role, "1");
   loop->runUntilIdle();
-  EXPECT_THAT(received, ElementsAre("token 7", folder / "a b.mov", "/ü 100% #.mov"));
+  EXPECT_THAT(received, ElementsAre("token 7", folder / "a b.mov", "/ü 100% #.mov", "itpc://h/f"));
 }
 
 TEST_F(SingleInstanceTest, WhatACrashedProcessLeftIsTakenOverAndAHangingOneIsGivenUp) {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "publish/SubscriptionLinks.h"
 #include "tests/publish/PublishFixture.h"
 #include "tests/support/FakeWorkspace.h"
 
@@ -80,6 +81,21 @@ TEST_F(SubscriptionHandOffTest, TheMessageInvitesToTheSelectedChannelsOrToAll) {
             start + "https://h/a?b=c&d/secure.xml\nitpc://h/1%20%2520%23%22%C3%A9/strange.xml\n" + end);
   channels.setSelectedObjects({&secure});
   EXPECT_EQ(message(), start + "https://h/a?b=c&d/secure.xml\n" + end);
+}
+
+TEST(SubscriptionLinks, AnAddressThatCanBeSubscribedToIsThatOfItsFeed) {
+  const std::pair<const char*, const char*> kAddresses[] = {{"itpc://h/f.xml", "http://h/f.xml"},
+                                                            {"PCAST://h:81/f?a#b", "http://h:81/f?a#b"},
+                                                            {"feed://h/f", "http://h/f"},
+                                                            {"feed:https://h/f", "https://h/f"},
+                                                            {"https://h/f", "https://h/f"},
+                                                            {"itpc:", "http:"},
+                                                            {"/itpc:x", nullptr},
+                                                            {"file:///f", nullptr},
+                                                            {"f.xml", nullptr}};
+  for (const auto& [address, url] : kAddresses)
+    EXPECT_EQ(feedURLForAddress(address), url == nullptr ? std::nullopt : std::optional<std::string>(url))
+        << address;
 }
 
 }  // namespace

@@ -1,0 +1,18 @@
+// Where the desktop keeps its applications and its settings. Internal to this room.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace clipwave {
+
+// "" where it is not set.
+std::string environmentVariable(const char* name);
+
+// All are the most important first. The user's own folder is the first one.
+std::vector<std::string> applicationFolders();
+std::vector<std::string> configurationFolders();
+// The desktops that the session says it is, in lower case.
+std::vector<std::string> currentDesktops();
+
+}  // namespace clipwave
