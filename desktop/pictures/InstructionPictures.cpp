@@ -12,6 +12,9 @@ namespace clipwave {
 
 namespace {
 
+// Small enough for its texts to be read on paper.
+constexpr QSize kWindow(1100, 800);
+constexpr int kRows = 92;                                        // points: the head of a list, and three rows
 constexpr int kRecordingTime = 4000;                             // milliseconds
 const char* const kPublishedBefore = "noConfirm";                // the default that answers for the user
 const char* const kFolder = "/Volumes/Studio/Podcasts/Cooking";  // on a volume that is not there
@@ -96,11 +99,6 @@ void takePublishing(Photographer& camera) {
   channel.setValue("mediaPath", kFolder);
   camera.takeDialog("alert-volume", "OK", [&] { startPublishing(camera); });
   channel.setValue("mediaPath", folder);
-
-  const Value url = channel.value("vcURL");
-  channel.setValue("vcURL", "http://127.0.0.1/");
-  camera.takeDialog("alert-bad-urls", "OK", [&] { startPublishing(camera); });
-  channel.setValue("vcURL", url);
 }
 
 // The account that the library was made with is of a disk that nobody has.
@@ -147,10 +145,29 @@ void takeRecording(Photographer& camera) {
   camera.settle(300);
 }
 
+void drop(Photographer& camera, std::initializer_list<const char*> names) {
+  DraggingInfo info;
+  Array paths;
+  for (const char* name : names) paths.emplace_back(home(camera) + "/Movies/Raw/" + name);
+  info.draggingPasteboard.setPropertyList(std::move(paths), NSFilenamesPboardType);
+  camera.desktop().program().controller().episodeListEditing().acceptDrop(camera.interface().vcastTableView,
+                                                                          info, 0, TableDropOperation::Above);
+  camera.settle();
+}
+
+// An episode whose movie was taken away.
+void takeMissingMovie(Photographer& camera) {
+  std::filesystem::remove(home(camera) + "/Movies/Raw/Knives.mp4");
+  drop(camera, {"Knives.mp4"});
+  QWidget* table = camera.mainWindow().findChild<QWidget*>(QStringLiteral("vcastTableView"));
+  if (table != nullptr) camera.takeAlone("missing-movie", *table, kRows);
+}
+
 }  // namespace
 
 void takeInstructionPictures(Photographer& camera) {
-  setDefault(camera, kPublishedBefore, false);
+  camera.mainWindow().resize(kWindow);
+  camera.settle(300);
   camera.take("main");
   takePages(camera);
   takeSheets(camera);
@@ -162,24 +179,25 @@ void takeInstructionPictures(Photographer& camera) {
 
 void takeFirstPodcast(Photographer& camera) {
   MainInterface& interface = camera.interface();
+  camera.mainWindow().resize(kWindow);
   camera.settle();
   camera.take("first-start");
   interface.channelTitleTextField.edit("Cooking");
   interface.channelTitleTextField.commitEditing();
-  const std::string folder = home(camera) + "/Movies/Raw/";
-  DraggingInfo movies;
-  movies.draggingPasteboard.setPropertyList(
-      Array{folder + "Bread, part one.mov", folder + "Bread, part two.mov"}, NSFilenamesPboardType);
-  camera.desktop().program().controller().episodeListEditing().acceptDrop(interface.vcastTableView, movies, 0,
-                                                                          TableDropOperation::Above);
-  camera.settle();
   ManagedObject& channel = selectedChannel(camera);
+  channel.setValue("vcSubtitle", "Bread, knives and soup");
+  channel.setValue("mediaPath", home(camera) + "/Sites/cooking");
   channel.setValue("vcURL", "http://www.example.org/cooking");
   channel.setValue("websiteURL", "http://www.example.org/");
+  drop(camera, {"Bread, part one.mov", "Bread, part two.mov"});
+  camera.mainWindow().findChild<QAction*>(QStringLiteral("actionShowEpisode"))->trigger();
+  camera.settle();
   camera.take("first-movies");
   startPublishing(camera);
   camera.settleUntil([&] { return interface.statusWindow.isVisible(); });
   camera.takeSheet("first-report", interface.statusWindow);
+  camera.send("closeStatusSheet:");
+  takeMissingMovie(camera);
 }
 
 }  // namespace clipwave

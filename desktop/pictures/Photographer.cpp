@@ -83,8 +83,8 @@ void Photographer::takeSheet(const QString& name, const Window& window) {
   take(name, desktop_.interface().widgetOf(window));
 }
 
-void Photographer::takeAlone(const QString& name, QWidget& widget) {
-  save(widget.grab(), name);
+void Photographer::takeAlone(const QString& name, QWidget& widget, int height) {
+  save(widget.grab(QRect(0, 0, widget.width(), height < 0 ? widget.height() : height)), name);
 }
 
 void Photographer::takeAlone(const QString& name, const Window& window) {

@@ -31,8 +31,8 @@ class Photographer {
   // The main window, and what stands before it.
   void take(const QString& name, QWidget* sheet = nullptr);
   void takeSheet(const QString& name, const Window& window);
-  // A widget alone.
-  void takeAlone(const QString& name, QWidget& widget);
+  // A widget alone, or as much of it as `height` points from the top.
+  void takeAlone(const QString& name, QWidget& widget, int height = -1);
   void takeAlone(const QString& name, const Window& window);
   // What `question` brings up before the windows, alone; then `button` of it is pressed. `prepare` may change
   // it before.

@@ -39,7 +39,7 @@ void addArtwork(Photographer& camera) {
   MainInterface& interface = camera.interface();
   ManagedObject* image = interface.imageController.add();
   if (image == nullptr) return;
-  image->setValue("title", "artwork.png");
+  image->setValue("title", "Kitchen");
   image->setValue("url", "file://" + file);
   interface.channelController.selection().setValue("image", image);
   camera.settle();
