@@ -16,7 +16,6 @@ namespace {
 constexpr QSize kWindow(1100, 800);
 constexpr int kRows = 92;                                        // points: the head of a list, and three rows
 constexpr int kRecordingTime = 4000;                             // milliseconds
-const char* const kPublishedBefore = "noConfirm";                // the default that answers for the user
 const char* const kFolder = "/Volumes/Studio/Podcasts/Cooking";  // on a volume that is not there
 
 ManagedObject& selectedChannel(Photographer& camera) {
