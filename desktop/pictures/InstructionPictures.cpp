@@ -1,6 +1,6 @@
 #include "desktop/pictures/InstructionPictures.h"
 
-#include <QCheckBox>
+#include <QFileDialog>
 #include <QMenu>
 #include <QPushButton>
 #include <QTabWidget>
@@ -14,7 +14,8 @@ namespace {
 
 // Small enough for its texts to be read on paper.
 constexpr QSize kWindow(1100, 800);
-constexpr int kRows = 92;                                        // points: the head of a list, and three rows
+constexpr int kRows = 92;  // points: the head of a list, and three rows
+constexpr int kPanelHeight = 340;
 constexpr int kRecordingTime = 4000;                             // milliseconds
 const char* const kFolder = "/Volumes/Studio/Podcasts/Cooking";  // on a volume that is not there
 
@@ -73,6 +74,15 @@ void takeQuestions(Photographer& camera) {
   MainInterface& interface = camera.interface();
   camera.takeDialog("alert-trash", "Cancel", [&] { camera.send("removeEpisodes:"); });
   camera.takeDialog("alert-delete-channel", "Cancel", [&] { camera.send("removeChannels:"); });
+  camera.takeDialog(
+      "panel-movies", "Cancel", [&] { camera.send("addEpisodes:"); },
+      [&](QWidget& panel) {
+        auto* dialog = qobject_cast<QFileDialog*>(&panel);
+        if (dialog == nullptr) return;
+        dialog->setDirectory(QString::fromStdString(home(camera) + "/Movies/Raw"));
+        dialog->resize(dialog->width(), kPanelHeight);
+        camera.settle();
+      });
   std::filesystem::create_directories(home(camera) + "/Movies/Clipwave/Garden");
   camera.takeDialog("alert-title", "OK", [&] {
     interface.channelTitleTextField.edit("Garden");

@@ -19,7 +19,7 @@ constexpr int kLongest = 60000;
 
 // The one in front.
 QDialog* visibleDialog(const QWidgetList& before) {
-  QWidgetList windows = QApplication::topLevelWidgets();
+  const QWidgetList windows = QApplication::topLevelWidgets();
   for (QWidget* window : windows) {
     auto* dialog = qobject_cast<QDialog*>(window);
     if (dialog != nullptr && dialog->isVisible() && !before.contains(window)) return dialog;
@@ -120,7 +120,8 @@ void Photographer::save(const QPixmap& picture, const QString& name) {
   // Opaque, and of no resolution that a viewer would scale by.
   QImage image = picture.toImage().convertToFormat(QImage::Format_RGB32);
   image.setDevicePixelRatio(1);
-  if (!image.save(path)) return fail(path + QStringLiteral(" cannot be written"));
+  constexpr int kSmallestFile = 0;  // the "quality" of a format that loses nothing
+  if (!image.save(path, "PNG", kSmallestFile)) return fail(path + QStringLiteral(" cannot be written"));
   std::cout << path.toStdString() << '\n';
 }
 
