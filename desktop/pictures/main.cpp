@@ -1,24 +1,22 @@
 // Opens the library of the user's home folder in the real windows and takes pictures of them:
-//   clipwave-pictures FOLDER [main]
-// With "main" the main window alone.
+//   clipwave-pictures FOLDER [main|instructions|first]
+// main: the main window alone; instructions: each window by itself and what is asked; first: a library's
+// first steps.
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QPainter>
+#include <QPalette>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QTimer>
 #include <iostream>
 
-#include "desktop/DesktopProgram.h"
+#include "desktop/pictures/InstructionPictures.h"
 #include "platform/foundation/ProcessInfo.h"
 
 namespace clipwave {
 
 namespace {
 
-constexpr int kSettle = 1500;  // milliseconds: movies are opened, pictures loaded
-constexpr int kRecordingTime = 4000;
-constexpr int kPublishTime = 60000;  // at the longest
+constexpr int kRecordingTime = 4000;  // milliseconds
 
 QPalette darkPalette() {
   QPalette palette(QColor(45, 47, 51));
@@ -35,64 +33,17 @@ QPalette darkPalette() {
   return palette;
 }
 
-class Photographer {
- public:
-  Photographer(DesktopProgram& desktop, QString folder) : desktop_(desktop), folder_(std::move(folder)) {}
-
-  void settle(int milliseconds = kSettle) {
-    QElapsedTimer timer;
-    timer.start();
-    while (timer.elapsed() < milliseconds) QApplication::processEvents(QEventLoop::AllEvents, 20);
-  }
-
-  // The main window, and what stands before it.
-  void take(const QString& name, QWidget* sheet = nullptr) {
-    QPixmap picture = desktop_.interface().mainWindow().grab();
-    if (sheet != nullptr) {
-      const QPixmap front = sheet->grab();
-      const QSizeF room = picture.deviceIndependentSize() - front.deviceIndependentSize();
-      QPainter painter(&picture);
-      painter.fillRect(QRectF(QPointF(), picture.deviceIndependentSize()), QColor(0, 0, 0, 90));
-      painter.drawPixmap(QPointF(room.width() / 2, room.height() / 3), front);
-    }
-    save(picture, name);
-  }
-
-  void selectChannel(std::size_t index) {
-    desktop_.program().interface().channelController.setSelectionIndex(index);
-    settle();
-  }
-
-  void takeSheet(const QString& name, const Window& window) {
-    settle(300);
-    take(name, desktop_.interface().widgetOf(window));
-  }
-
-  // Gives the first channel the picture that lies in the home folder.
-  void addArtwork() {
-    const std::string file = desktop_.program().services().process.homeDirectory() + "/artwork.png";
-    MainInterface& interface = desktop_.program().interface();
-    ManagedObject* image = interface.imageController.add();
-    if (image == nullptr) return;
-    image->setValue("title", "artwork.png");
-    image->setValue("url", "file://" + file);
-    interface.channelController.selection().setValue("image", image);
-    settle();
-  }
-
-  bool hasFailed() const { return failed_; }
-
- private:
-  void save(const QPixmap& picture, const QString& name) {
-    const QString path = folder_ + QLatin1Char('/') + name + QStringLiteral(".png");
-    if (!picture.save(path)) failed_ = true;
-    std::cout << path.toStdString() << '\n';
-  }
-
-  DesktopProgram& desktop_;
-  QString folder_;
-  bool failed_ = false;
-};
+// Gives the first channel the picture that lies in the home folder.
+void addArtwork(Photographer& camera) {
+  const std::string file = camera.desktop().program().services().process.homeDirectory() + "/artwork.png";
+  MainInterface& interface = camera.interface();
+  ManagedObject* image = interface.imageController.add();
+  if (image == nullptr) return;
+  image->setValue("title", "Kitchen");
+  image->setValue("url", "file://" + file);
+  interface.channelController.selection().setValue("image", image);
+  camera.settle();
+}
 
 // With the pattern that needs no camera. It becomes an episode, so that it comes last.
 void takeRecording(DesktopProgram& desktop, Photographer& camera) {
@@ -136,9 +87,7 @@ void takeAll(DesktopProgram& desktop, Photographer& camera) {
   QApplication::setPalette(QApplication::style()->standardPalette());
 
   interface.publishButton.performClick();
-  QElapsedTimer timer;
-  timer.start();
-  while (!interface.statusWindow.isVisible() && timer.elapsed() < kPublishTime) camera.settle(50);
+  camera.settleUntil([&] { return interface.statusWindow.isVisible(); });
   camera.takeSheet("report", interface.statusWindow);
   wiring.send("closeStatusSheet:");
   takeRecording(desktop, camera);
@@ -146,17 +95,26 @@ void takeAll(DesktopProgram& desktop, Photographer& camera) {
 
 int run(const QStringList& arguments) {
   if (arguments.size() < 2) {
-    std::cerr << "Usage: clipwave-pictures FOLDER [main]\n";
+    std::cerr << "Usage: clipwave-pictures FOLDER [main|instructions|first]\n";
     return 2;
   }
+  const QString what = arguments.value(2);
   DesktopProgram desktop(executablePath());
   if (!desktop.start({})) return 1;
   desktop.interface().mainWindow().resize(1280, 800);
   Photographer camera(desktop, arguments[1]);
+  if (what == QLatin1String("first")) {
+    takeFirstPodcast(camera);
+    return camera.hasFailed() ? 1 : 0;
+  }
   camera.selectChannel(0);
-  camera.addArtwork();
-  camera.take("main");
-  if (arguments.size() == 2) takeAll(desktop, camera);
+  addArtwork(camera);
+  if (what == QLatin1String("instructions")) {
+    takeInstructionPictures(camera);
+  } else {
+    camera.take("main");
+    if (what.isEmpty()) takeAll(desktop, camera);
+  }
   return camera.hasFailed() ? 1 : 0;
 }
 

@@ -136,5 +136,34 @@ TEST(House, TheDesktopEntryNamesEveryMovieTypeThatTheProgramTakes) {
   EXPECT_EQ(found(types, "([^;\\s]+);"), taken);
 }
 
+// The files of a folder of the tree, one behind the other.
+std::string textOf(const std::string& folder, const std::string& ending) {
+  std::string text;
+  for (const auto& entry : fs::directory_iterator(fs::path(CLIPWAVE_SOURCE_DIR) / folder))
+    if (entry.path().string().ends_with(ending)) text += testing::readFile(entry.path().string());
+  return text;
+}
+
+TEST(House, TheInstructionsShowEveryPictureAndNameWhatTheWindowsSay) {
+  std::string instructions = textOf("docs/instructions", ".html");
+  Names pictures;
+  const fs::path folder = fs::path(CLIPWAVE_SOURCE_DIR) / "docs/pictures/instructions";
+  for (const auto& entry : fs::directory_iterator(folder)) pictures.insert(entry.path().filename());
+  EXPECT_EQ(found(instructions, "src=\"../pictures/instructions/([^\"]+)\""), pictures);
+
+  std::string said = textOf("resources", ".ui");
+  for (const char* room : {"desktop", "app", "publish", "record", "transfer", "ui", "platform/quicktime"})
+    said += textOf(room, ".cpp");
+  said = std::regex_replace(said, std::regex("&amp;|&"), "");
+  // The names of the interface are set in bold; a road through menus has an arrow between them.
+  instructions = std::regex_replace(instructions, std::regex("(&nbsp;|\\s)+"), " ");
+  instructions = std::regex_replace(instructions, std::regex(" › "), "</b><b>");
+  const Names names = found(instructions, "<b>([^<]+)</b>");
+  EXPECT_GT(names.size(), 100U);
+  for (const std::string& name : names)
+    EXPECT_TRUE(said.find(">" + name + "<") != said.npos || said.find("\"" + name + "\"") != said.npos)
+        << name;
+}
+
 }  // namespace
 }  // namespace clipwave
