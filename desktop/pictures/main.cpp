@@ -3,6 +3,7 @@
 // With "main" the main window alone.
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QLocale>
 #include <QPainter>
 #include <QStyle>
 #include <QStyleFactory>
@@ -10,6 +11,7 @@
 #include <iostream>
 
 #include "desktop/DesktopProgram.h"
+#include "desktop/Language.h"
 #include "platform/foundation/ProcessInfo.h"
 
 namespace clipwave {
@@ -166,6 +168,7 @@ int run(const QStringList& arguments) {
 
 int main(int argc, char** argv) {
   QApplication qt(argc, argv);
+  const clipwave::Language language(QLocale::system().uiLanguages());
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   return clipwave::run(QApplication::arguments());
 }
