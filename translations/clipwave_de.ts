@@ -463,10 +463,6 @@ Add one with “+”.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Where the picture is found on the web</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Preview of the image</source>
         <translation type="unfinished"></translation>
     </message>
@@ -480,6 +476,10 @@ Add one with “+”.</source>
     </message>
     <message>
         <source>&amp;Done</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture’s address on the web</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -2162,11 +2162,11 @@ Make one with “Channel”, or drop movies here.</source>
 <context>
     <name>clipwave::ImagePicker</name>
     <message>
-        <source>No artwork</source>
+        <source>Untitled</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Untitled</source>
+        <source>None</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -1,6 +1,7 @@
 // Opens the library of the user's home folder in the real windows and takes pictures of them:
-//   clipwave-pictures FOLDER [main]
-// With "main" the main window alone.
+//   clipwave-pictures FOLDER [main] [--pseudo TRANSLATIONS]
+// With "main" the main window alone. With --pseudo and a file of translations (.ts) the texts are those of
+// the language that nobody speaks, which shows what is not translated and what has no room.
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLocale>
@@ -12,6 +13,7 @@
 
 #include "desktop/DesktopProgram.h"
 #include "desktop/Language.h"
+#include "desktop/pictures/PseudoTranslator.h"
 #include "platform/foundation/ProcessInfo.h"
 
 namespace clipwave {
@@ -146,11 +148,15 @@ void takeAll(DesktopProgram& desktop, Photographer& camera) {
   takeRecording(desktop, camera);
 }
 
-int run(const QStringList& arguments) {
-  if (arguments.size() < 2) {
-    std::cerr << "Usage: clipwave-pictures FOLDER [main]\n";
+int run(QStringList arguments) {
+  const qsizetype pseudo = arguments.indexOf(QLatin1String("--pseudo"));
+  PseudoTranslator translator(pseudo < 0 ? QString() : arguments.value(pseudo + 1));
+  if (pseudo > 0) arguments.remove(pseudo, qMin<qsizetype>(2, arguments.size() - pseudo));
+  if (arguments.size() < 2 || (pseudo > 0 && translator.isEmpty())) {
+    std::cerr << "Usage: clipwave-pictures FOLDER [main] [--pseudo TRANSLATIONS]\n";
     return 2;
   }
+  if (pseudo > 0) QCoreApplication::installTranslator(&translator);
   DesktopProgram desktop(executablePath());
   if (!desktop.start({})) return 1;
   desktop.interface().mainWindow().resize(1280, 800);
