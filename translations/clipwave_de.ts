@@ -5,307 +5,307 @@
     <name>About</name>
     <message>
         <source>About Clipwave</source>
-        <translation type="unfinished"></translation>
+        <translation>Über Clipwave</translation>
     </message>
     <message>
         <source>Clipwave’s icon</source>
-        <translation type="unfinished"></translation>
+        <translation>Symbol von Clipwave</translation>
     </message>
     <message>
         <source>Version</source>
-        <translation type="unfinished"></translation>
+        <translation>Version</translation>
     </message>
     <message>
         <source>Makes video podcasts from your movies and publishes them.</source>
-        <translation type="unfinished"></translation>
+        <translation>Macht aus Ihren Filmen Video-Podcasts und veröffentlicht sie.</translation>
     </message>
     <message>
         <source>Free software under the GNU General Public License, version&#xa0;3. It comes with no warranty.</source>
-        <translation type="unfinished"></translation>
+        <translation>Freie Software unter der GNU General Public License, Version&#xa0;3. Ohne jede Gewährleistung.</translation>
     </message>
     <message>
         <source>&amp;Close</source>
-        <translation type="unfinished"></translation>
+        <translation>S&amp;chließen</translation>
     </message>
 </context>
 <context>
     <name>Account</name>
     <message>
         <source>Over plain http anyone on the way can read the password. Use https, or allow plain http first.</source>
-        <translation type="unfinished"></translation>
+        <translation>Über unverschlüsseltes HTTP kann jeder unterwegs das Passwort mitlesen. Verwenden Sie HTTPS oder erlauben Sie zuerst unverschlüsselte Verbindungen.</translation>
     </message>
     <message>
         <source>Please enter the server and the member name first.</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte zuerst den Server und den Mitgliedsnamen eingeben.</translation>
     </message>
     <message>
         <source>An address has no blanks around it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Adresse beginnt und endet nicht mit Leerzeichen.</translation>
     </message>
     <message>
         <source>The secret service refused.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Passwortdienst hat die Anfrage abgelehnt.</translation>
     </message>
     <message>
         <source>An address begins with http:// or https:// and the name of a host.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Adresse beginnt mit http:// oder https:// und einem Rechnernamen.</translation>
     </message>
     <message>
         <source>An address with a user name or a password in it is not kept; say the address without them.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Adresse, die einen Benutzernamen oder ein Passwort enthält, wird nicht gespeichert. Bitte die Adresse ohne diese Angaben eingeben.</translation>
     </message>
     <message>
         <source>An address holds no “?” and no “#”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Adresse enthält weder „?“ noch „#“.</translation>
     </message>
     <message>
         <source>The address holds characters that no address can hold.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Adresse enthält Zeichen, die in einer Adresse nicht erlaubt sind.</translation>
     </message>
 </context>
 <context>
     <name>Alerts</name>
     <message>
         <source>OK</source>
-        <translation type="unfinished"></translation>
+        <translation>OK</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
     <name>CaptureSettings</name>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Einstellungen</translation>
     </message>
     <message>
         <source>&amp;Device</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Gerät</translation>
     </message>
     <message>
         <source>&amp;Volume</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Lautstärke</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Abbrechen</translation>
     </message>
     <message>
         <source>OK</source>
-        <translation type="unfinished"></translation>
+        <translation>OK</translation>
     </message>
 </context>
 <context>
     <name>Devices</name>
     <message>
         <source>The System’s Sound Input</source>
-        <translation type="unfinished"></translation>
+        <translation>Toneingang des Systems</translation>
     </message>
     <message>
         <source>Test Pattern</source>
-        <translation type="unfinished"></translation>
+        <translation>Testbild</translation>
     </message>
     <message>
         <source>Test Tone</source>
-        <translation type="unfinished"></translation>
+        <translation>Testton</translation>
     </message>
 </context>
 <context>
     <name>Documents</name>
     <message>
         <source>The property list cannot be read: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Eigenschaftsliste kann nicht gelesen werden: %1</translation>
     </message>
     <message>
         <source>Text stands between the elements of “%1”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zwischen den Elementen von „%1“ steht Text.</translation>
     </message>
     <message>
         <source>The key “%1” has no value.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Schlüssel „%1“ hat keinen Wert.</translation>
     </message>
     <message>
         <source>A value has no key.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Wert hat keinen Schlüssel.</translation>
     </message>
     <message>
         <source>“%1” is no kind of value.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist kein Werttyp.</translation>
     </message>
     <message>
         <source>The root element is “%1”, not “plist”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Wurzelelement ist „%1“ statt „plist“.</translation>
     </message>
     <message>
         <source>It holds %1 values instead of one.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie enthält %1 Werte statt eines einzigen.</translation>
     </message>
     <message>
         <source>The document&apos;s bytes do not fit its encoding.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Bytes des Dokuments passen nicht zu seiner Kodierung.</translation>
     </message>
     <message>
         <source>The document is too large.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Dokument ist zu groß.</translation>
     </message>
     <message>
         <source>There is not enough memory for the document.</source>
-        <translation type="unfinished"></translation>
+        <translation>Für das Dokument reicht der Arbeitsspeicher nicht aus.</translation>
     </message>
     <message>
         <source>Line %1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeile %1: %2</translation>
     </message>
     <message>
         <source>A tag carries too many attributes.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Tag hat zu viele Attribute.</translation>
     </message>
     <message>
         <source>The document type is too long.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Dokumenttyp-Deklaration ist zu lang.</translation>
     </message>
     <message>
         <source>What begins here has no end.</source>
-        <translation type="unfinished"></translation>
+        <translation>Was hier beginnt, hat kein Ende.</translation>
     </message>
     <message>
         <source>There is a control character.</source>
-        <translation type="unfinished"></translation>
+        <translation>Hier steht ein Steuerzeichen.</translation>
     </message>
     <message>
         <source>The document holds too many elements.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Dokument enthält zu viele Elemente.</translation>
     </message>
     <message>
         <source>The elements are nested too deeply.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Elemente sind zu tief verschachtelt.</translation>
     </message>
     <message>
         <source>The document holds too many different names.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Dokument enthält zu viele verschiedene Namen.</translation>
     </message>
     <message>
         <source>The entity “%1” is not known.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Entität „%1“ ist nicht bekannt.</translation>
     </message>
     <message>
         <source>The document type declares attribute values.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Dokumenttyp-Deklaration legt Attributwerte fest.</translation>
     </message>
     <message>
         <source>There is a character that XML cannot carry.</source>
-        <translation type="unfinished"></translation>
+        <translation>Hier steht ein Zeichen, das in XML nicht erlaubt ist.</translation>
     </message>
     <message>
         <source>The document is not XML.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Dokument ist kein XML.</translation>
     </message>
     <message>
         <source>The document holds no element.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Dokument enthält kein Element.</translation>
     </message>
     <message>
         <source>The document is no XML that could be repaired.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Dokument ist kein XML, das sich reparieren ließe.</translation>
     </message>
     <message>
         <source>“%1” is no integer.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist keine ganze Zahl.</translation>
     </message>
     <message>
         <source>“%1” is no number.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist keine Zahl.</translation>
     </message>
     <message>
         <source>“%1” is no date.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist kein Datum.</translation>
     </message>
     <message>
         <source>“%1” is no data.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist kein gültiger Wert für „data“.</translation>
     </message>
 </context>
 <context>
     <name>EditActions</name>
     <message>
         <source>&amp;Undo</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Rückgängig</translation>
     </message>
     <message>
         <source>Typing</source>
-        <translation type="unfinished"></translation>
+        <translation>Eingabe</translation>
     </message>
     <message>
         <source>&amp;Redo</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Wiederherstellen</translation>
     </message>
     <message>
         <source>&amp;Undo %1</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Rückgängig: %1</translation>
     </message>
     <message>
         <source>&amp;Redo %1</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Wiederherstellen: %1</translation>
     </message>
 </context>
 <context>
     <name>Editing</name>
     <message>
         <source>The channel&apos;s movie folder cannot be named &quot;%1&quot;. Please select a different channel name.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Filmordner des Kanals kann nicht „%1“ heißen. Bitte einen anderen Kanalnamen wählen.</translation>
     </message>
     <message numerus="yes">
         <source>Delete %n channels?</source>
         <comment>Delete %n channel?</comment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Kanal löschen?</numerusform>
+            <numerusform>%n Kanäle löschen?</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>Delete %n channels and their %1?</source>
         <comment>Delete %n channel and its %1?</comment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Kanal samt %1 löschen?</numerusform>
+            <numerusform>%n Kanäle samt %1 löschen?</numerusform>
         </translation>
     </message>
     <message>
         <source>Delete the channel without a title?</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Kanal ohne Titel löschen?</translation>
     </message>
     <message>
         <source>Delete the channel without a title and its %1?</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Kanal ohne Titel samt %1 löschen?</translation>
     </message>
     <message>
         <source>Delete the channel “%1”?</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Kanal „%1“ löschen?</translation>
     </message>
     <message>
         <source>Delete the channel “%1” and its %2?</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Kanal „%1“ samt %2 löschen?</translation>
     </message>
     <message>
         <source>The movie files stay where they are.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Filmdateien bleiben an ihrem Ort erhalten.</translation>
     </message>
     <message>
         <source>Delete</source>
-        <translation type="unfinished"></translation>
+        <translation>Löschen</translation>
     </message>
     <message>
         <source>Each movie becomes an episode of a new channel.</source>
-        <translation type="unfinished"></translation>
+        <translation>Jeder Film wird zu einer Episode eines neuen Kanals.</translation>
     </message>
     <message numerus="yes">
         <source>%n episodes</source>
         <comment>%n episode</comment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Episode</numerusform>
+            <numerusform>%n Episoden</numerusform>
         </translation>
     </message>
 </context>
@@ -313,1646 +313,1651 @@
     <name>FeedURL</name>
     <message>
         <source>Import feed</source>
-        <translation type="unfinished"></translation>
+        <translation>Feed importieren</translation>
     </message>
     <message>
         <source>Import a feed from the web as a new channel</source>
-        <translation type="unfinished"></translation>
+        <translation>Einen Feed aus dem Web als neuen Kanal importieren</translation>
     </message>
     <message>
         <source>&amp;URL</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;URL</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Abbrechen</translation>
     </message>
     <message>
         <source>&amp;Import</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Importieren</translation>
     </message>
 </context>
 <context>
     <name>Files</name>
     <message>
         <source>“%1” could not be read: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ konnte nicht gelesen werden: %2.</translation>
     </message>
     <message>
         <source>“%1” could not be written: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ konnte nicht geschrieben werden: %2.</translation>
     </message>
     <message>
         <source>“%1” could not be created: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ konnte nicht angelegt werden: %2.</translation>
     </message>
     <message>
         <source>“%1” could not be removed: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ konnte nicht gelöscht werden: %2.</translation>
     </message>
     <message>
         <source>“%1” could not be moved: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ konnte nicht verschoben werden: %2.</translation>
     </message>
     <message>
         <source>“%1” could not be used: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ konnte nicht verwendet werden: %2.</translation>
     </message>
     <message>
         <source>its folder does not exist</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Ordner dafür existiert nicht</translation>
     </message>
     <message>
         <source>it does not exist</source>
-        <translation type="unfinished"></translation>
+        <translation>Unter diesem Namen ist nichts vorhanden</translation>
     </message>
     <message>
         <source>you do not have permission</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Berechtigung dazu fehlt</translation>
     </message>
     <message>
         <source>something with that name exists already</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Name ist bereits vergeben</translation>
     </message>
     <message>
         <source>the disk is full</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Datenträger ist voll</translation>
     </message>
     <message>
         <source>your share of the disk is used up</source>
-        <translation type="unfinished"></translation>
+        <translation>Ihr Anteil am Speicherplatz ist aufgebraucht</translation>
     </message>
     <message>
         <source>the disk is read-only</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Datenträger ist schreibgeschützt</translation>
     </message>
     <message>
         <source>it is a folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Dies ist ein Ordner</translation>
     </message>
     <message>
         <source>a part of its path is not a folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Teil des Pfades ist kein Ordner</translation>
     </message>
     <message>
         <source>its name is too long</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Name ist zu lang</translation>
     </message>
     <message>
         <source>its links lead round in a circle</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Verknüpfungen führen im Kreis</translation>
     </message>
     <message>
         <source>too many files are open</source>
-        <translation type="unfinished"></translation>
+        <translation>Es sind zu viele Dateien geöffnet</translation>
     </message>
     <message>
         <source>it would be too large</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei würde zu groß</translation>
     </message>
     <message>
         <source>the disk reported an error</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Datenträger meldet einen Fehler</translation>
     </message>
     <message>
         <source>“%1” is not a file that can be loaded.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist keine Datei, die geladen werden kann.</translation>
     </message>
     <message>
         <source>There is no home folder.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keinen persönlichen Ordner.</translation>
     </message>
     <message>
         <source>it holds no dictionary.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei enthält kein „dict“.</translation>
     </message>
     <message>
         <source>The settings in “%1” could not be read: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Einstellungen in „%1“ konnten nicht gelesen werden: %2</translation>
     </message>
 </context>
 <context>
     <name>ImageProperties</name>
     <message>
         <source>Artwork images</source>
-        <translation type="unfinished"></translation>
+        <translation>Coverbilder</translation>
     </message>
     <message>
         <source>Images</source>
-        <translation type="unfinished"></translation>
+        <translation>Bilder</translation>
     </message>
     <message>
         <source>No images yet.
 Add one with “+”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Noch keine Bilder.
+Mit „+“ eines hinzufügen.</translation>
     </message>
     <message>
         <source>Add an image</source>
-        <translation type="unfinished"></translation>
+        <translation>Bild hinzufügen</translation>
     </message>
     <message>
         <source>Remove the selected image</source>
-        <translation type="unfinished"></translation>
+        <translation>Ausgewähltes Bild entfernen</translation>
     </message>
     <message>
         <source>&amp;Title</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Titel</translation>
     </message>
     <message>
         <source>&amp;URL</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;URL</translation>
     </message>
     <message>
         <source>Preview of the image</source>
-        <translation type="unfinished"></translation>
+        <translation>Vorschau des Bildes</translation>
     </message>
     <message>
         <source>&amp;Revert</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Zurücksetzen</translation>
     </message>
     <message>
         <source>Take back what is being typed</source>
-        <translation type="unfinished"></translation>
+        <translation>Die laufende Eingabe verwerfen</translation>
     </message>
     <message>
         <source>&amp;Done</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Fertig</translation>
     </message>
     <message>
         <source>The picture’s address on the web</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Webadresse des Bildes</translation>
     </message>
 </context>
 <context>
     <name>InterfaceWiring</name>
     <message>
         <source>Change of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ändern</translation>
     </message>
 </context>
 <context>
     <name>Library</name>
     <message>
         <source>“%1” of a %2 cannot hold a value of this type.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ der Art „%2“ kann keinen Wert dieses Typs aufnehmen.</translation>
     </message>
     <message>
         <source>A %1 has no “%2”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Art „%1“ hat kein „%2“.</translation>
     </message>
     <message>
         <source>There is no kind of record named “%1”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keine Datensätze der Art „%1“.</translation>
     </message>
     <message>
         <source>A %1 cannot be found by “%2”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Datensätze der Art „%1“ lassen sich nicht nach „%2“ suchen.</translation>
     </message>
     <message>
         <source>“%1” of a %2 is not valid.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ der Art „%2“ ist nicht gültig.</translation>
     </message>
     <message>
         <source>%1 values of the library are not valid.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Werte der Mediathek sind nicht gültig.</translation>
     </message>
     <message>
         <source>The library at %1 cannot be opened. %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Mediathek unter %1 kann nicht geöffnet werden. %2</translation>
     </message>
     <message>
         <source>There is no kind of store named “%1”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keinen Speicher der Art „%1“.</translation>
     </message>
     <message>
         <source>Another library is open in its place.</source>
-        <translation type="unfinished"></translation>
+        <translation>An ihrer Stelle ist eine andere Mediathek geöffnet.</translation>
     </message>
     <message>
         <source>The library at %1 cannot be saved. %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Mediathek unter %1 kann nicht gesichert werden. %2</translation>
     </message>
     <message>
         <source>It is open elsewhere.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist bereits an anderer Stelle geöffnet.</translation>
     </message>
     <message>
         <source>Its lock cannot be had: %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie kann nicht gesperrt werden: %1.</translation>
     </message>
     <message>
         <source>It is damaged or cut off at byte %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist ab Byte %1 beschädigt oder abgeschnitten.</translation>
     </message>
     <message>
         <source>It is not a library.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei ist keine Mediathek.</translation>
     </message>
     <message>
         <source>It is not a library: it bears no version.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei ist keine Mediathek: Die Versionsangabe fehlt.</translation>
     </message>
     <message>
         <source>It was written by a newer version of this application (format %1).</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie wurde mit einer neueren Version dieses Programms gesichert (Format %1).</translation>
     </message>
     <message>
         <source>It is damaged: its next id is missing.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist beschädigt: Die nächste Kennung fehlt.</translation>
     </message>
     <message>
         <source>It is damaged: there is no id left for a new record.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist beschädigt: Für einen neuen Datensatz ist keine Kennung mehr frei.</translation>
     </message>
     <message>
         <source>It is damaged: there is text between its records.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist beschädigt: Zwischen den Datensätzen steht Text.</translation>
     </message>
     <message>
         <source>It is damaged: a %1 has no id or one that was never given.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist beschädigt: Ein Datensatz der Art „%1“ hat keine Kennung oder eine, die nie vergeben wurde.</translation>
     </message>
     <message>
         <source>It is damaged: the %1 %2 holds text beside its values.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist beschädigt: Der Datensatz %1&#xa0;%2 enthält Text neben seinen Werten.</translation>
     </message>
     <message>
         <source>It is damaged: the %1 %2 has a “%3” of an unknown encoding.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist beschädigt: Im Datensatz %1&#xa0;%2 hat „%3“ eine unbekannte Kodierung.</translation>
     </message>
     <message>
         <source>It is damaged: the %1 %2 has a “%3” of an unknown type.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist beschädigt: Im Datensatz %1&#xa0;%2 hat „%3“ einen unbekannten Typ.</translation>
     </message>
     <message>
         <source>It is damaged: the %1 %2 has two values for “%3”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist beschädigt: Der Datensatz %1&#xa0;%2 hat zwei Werte für „%3“.</translation>
     </message>
     <message>
         <source>It is damaged: the %1 %2 has a “%3” that cannot be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist beschädigt: Im Datensatz %1&#xa0;%2 ist „%3“ nicht lesbar.</translation>
     </message>
     <message>
         <source>It is damaged: the %1 %2 shares its id with another.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist beschädigt: Der Datensatz %1&#xa0;%2 hat dieselbe Kennung wie ein anderer.</translation>
     </message>
     <message>
         <source>It is damaged: the %1 %2 names %3 as its “%4”, and there is no such %5.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist beschädigt: Der Datensatz %1&#xa0;%2 nennt %3 als „%4“, aber einen solchen Datensatz der Art „%5“ gibt es nicht.</translation>
     </message>
     <message>
         <source>It is damaged: the %1 %2 belongs to a record that does not own it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist beschädigt: Der Datensatz %1&#xa0;%2 gehört zu einem Datensatz, der ihn nicht führt.</translation>
     </message>
 </context>
 <context>
     <name>LibraryTables</name>
     <message>
         <source>Publish</source>
-        <translation type="unfinished"></translation>
+        <translation>Veröffentlichen</translation>
     </message>
     <message>
         <source>Change of Publish</source>
-        <translation type="unfinished"></translation>
+        <translation>„Veröffentlichen“ ändern</translation>
     </message>
     <message>
         <source>Copy when publishing</source>
-        <translation type="unfinished"></translation>
+        <translation>Beim Veröffentlichen kopieren</translation>
     </message>
     <message>
         <source>Change of Copy</source>
-        <translation type="unfinished"></translation>
+        <translation>„Kopieren“ ändern</translation>
     </message>
     <message>
         <source>Title</source>
-        <translation type="unfinished"></translation>
+        <translation>Titel</translation>
     </message>
     <message>
         <source>Date</source>
-        <translation type="unfinished"></translation>
+        <translation>Datum</translation>
     </message>
     <message>
         <source>Time</source>
-        <translation type="unfinished"></translation>
+        <translation>Dauer</translation>
     </message>
     <message>
         <source>Size</source>
-        <translation type="unfinished"></translation>
+        <translation>Größe</translation>
     </message>
     <message>
         <source>Trouble with the movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Problem mit dem Film</translation>
     </message>
     <message>
         <source>Channels</source>
-        <translation type="unfinished"></translation>
+        <translation>Kanäle</translation>
     </message>
     <message>
         <source>Episodes</source>
-        <translation type="unfinished"></translation>
+        <translation>Episoden</translation>
     </message>
     <message>
         <source>URL</source>
-        <translation type="unfinished"></translation>
+        <translation>URL</translation>
     </message>
     <message>
         <source>No channel is selected.
 Drop movies here to begin a new one.</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Kanal ausgewählt.
+Filme hierher ziehen, um einen neuen zu beginnen.</translation>
     </message>
     <message>
         <source>Several channels are selected.
 Choose one of them to see its episodes.</source>
-        <translation type="unfinished"></translation>
+        <translation>Mehrere Kanäle ausgewählt.
+Einen davon auswählen, um seine Episoden zu sehen.</translation>
     </message>
     <message>
         <source>No episodes yet.
 Drop movies here, or press Record</source>
-        <translation type="unfinished"></translation>
+        <translation>Noch keine Episoden.
+Filme hierher ziehen oder auf „Aufnehmen“ klicken</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
         <source>Channels</source>
-        <translation type="unfinished"></translation>
+        <translation>Kanäle</translation>
     </message>
     <message>
         <source>No channels yet.
 Make one with “Channel”, or drop movies here.</source>
-        <translation type="unfinished"></translation>
+        <translation>Noch keine Kanäle.
+Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Episodes</source>
-        <translation type="unfinished"></translation>
+        <translation>Episoden</translation>
     </message>
     <message>
         <source>Movie preview</source>
-        <translation type="unfinished"></translation>
+        <translation>Filmvorschau</translation>
     </message>
     <message>
         <source>Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Ordner</translation>
     </message>
     <message>
         <source>Publish method</source>
-        <translation type="unfinished"></translation>
+        <translation>Art der Veröffentlichung</translation>
     </message>
     <message>
         <source>Choose…</source>
-        <translation type="unfinished"></translation>
+        <translation>Auswählen…</translation>
     </message>
     <message>
         <source>Choose the folder to publish to</source>
-        <translation type="unfinished"></translation>
+        <translation>Ordner auswählen, in den veröffentlicht wird</translation>
     </message>
     <message>
         <source>URL</source>
-        <translation type="unfinished"></translation>
+        <translation>URL</translation>
     </message>
     <message>
         <source>Where the folder is found on the web</source>
-        <translation type="unfinished"></translation>
+        <translation>Wo der Ordner im Web zu finden ist</translation>
     </message>
     <message>
         <source>Details</source>
-        <translation type="unfinished"></translation>
+        <translation>Details</translation>
     </message>
     <message>
         <source>Episode</source>
-        <translation type="unfinished"></translation>
+        <translation>Episode</translation>
     </message>
     <message>
         <source>Title</source>
-        <translation type="unfinished"></translation>
+        <translation>Titel</translation>
     </message>
     <message>
         <source>Subtitle</source>
-        <translation type="unfinished"></translation>
+        <translation>Untertitel</translation>
     </message>
     <message>
         <source>Summary</source>
-        <translation type="unfinished"></translation>
+        <translation>Zusammenfassung</translation>
     </message>
     <message>
         <source>Date</source>
-        <translation type="unfinished"></translation>
+        <translation>Datum</translation>
     </message>
     <message>
         <source>Publish date</source>
-        <translation type="unfinished"></translation>
+        <translation>Datum der Veröffentlichung</translation>
     </message>
     <message>
         <source>Time zone</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeitzone</translation>
     </message>
     <message>
         <source>Movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Film</translation>
     </message>
     <message>
         <source>Movie file</source>
-        <translation type="unfinished"></translation>
+        <translation>Filmdatei</translation>
     </message>
     <message>
         <source>Open</source>
-        <translation type="unfinished"></translation>
+        <translation>Öffnen</translation>
     </message>
     <message>
         <source>Open the movie in the desktop’s player</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Film im Player des Systems öffnen</translation>
     </message>
     <message>
         <source>Movie information</source>
-        <translation type="unfinished"></translation>
+        <translation>Angaben zum Film</translation>
     </message>
     <message>
         <source>Choose the movie of this episode</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Film dieser Episode auswählen</translation>
     </message>
     <message>
         <source>Clear</source>
-        <translation type="unfinished"></translation>
+        <translation>Entfernen</translation>
     </message>
     <message>
         <source>Take the movie out of this episode</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Film aus dieser Episode entfernen</translation>
     </message>
     <message>
         <source>Publishing</source>
-        <translation type="unfinished"></translation>
+        <translation>Veröffentlichung</translation>
     </message>
     <message>
         <source>In the feed</source>
-        <translation type="unfinished"></translation>
+        <translation>Im Feed</translation>
     </message>
     <message>
         <source>The episode is written into the channel’s feed</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Episode wird in den Feed des Kanals geschrieben</translation>
     </message>
     <message>
         <source>Copy the movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Film kopieren</translation>
     </message>
     <message>
         <source>The movie is copied to the destination when you publish next</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film wird beim nächsten Veröffentlichen an das Ziel kopiert</translation>
     </message>
     <message>
         <source>Directory</source>
-        <translation type="unfinished"></translation>
+        <translation>Verzeichnis</translation>
     </message>
     <message>
         <source>Explicit</source>
-        <translation type="unfinished"></translation>
+        <translation>Explizit</translation>
     </message>
     <message>
         <source>The podcast directory marks the episode as explicit</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Podcast-Verzeichnis kennzeichnet die Episode als explizit</translation>
     </message>
     <message>
         <source>Hide from the directory</source>
-        <translation type="unfinished"></translation>
+        <translation>Im Verzeichnis ausblenden</translation>
     </message>
     <message>
         <source>The podcast directory leaves the episode out</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Podcast-Verzeichnis führt die Episode nicht auf</translation>
     </message>
     <message>
         <source>Episode details</source>
-        <translation type="unfinished"></translation>
+        <translation>Episodendetails</translation>
     </message>
     <message>
         <source>Author</source>
-        <translation type="unfinished"></translation>
+        <translation>Autor</translation>
     </message>
     <message>
         <source>E-mail</source>
-        <translation type="unfinished"></translation>
+        <translation>E-Mail</translation>
     </message>
     <message>
         <source>Keywords</source>
-        <translation type="unfinished"></translation>
+        <translation>Schlagwörter</translation>
     </message>
     <message>
         <source>Separated by commas</source>
-        <translation type="unfinished"></translation>
+        <translation>Durch Kommas getrennt</translation>
     </message>
     <message>
         <source>Category</source>
-        <translation type="unfinished"></translation>
+        <translation>Kategorie</translation>
     </message>
     <message>
         <source>Subcategory</source>
-        <translation type="unfinished"></translation>
+        <translation>Unterkategorie</translation>
     </message>
     <message>
         <source>Comments</source>
-        <translation type="unfinished"></translation>
+        <translation>Kommentare</translation>
     </message>
     <message>
         <source>The page where listeners comment</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Seite, auf der das Publikum kommentiert</translation>
     </message>
     <message>
         <source>Description</source>
-        <translation type="unfinished"></translation>
+        <translation>Beschreibung</translation>
     </message>
     <message>
         <source>The subtitle serves when this is empty</source>
-        <translation type="unfinished"></translation>
+        <translation>Wenn leer, wird der Untertitel verwendet</translation>
     </message>
     <message>
         <source>Duration</source>
-        <translation type="unfinished"></translation>
+        <translation>Dauer</translation>
     </message>
     <message>
         <source>Size</source>
-        <translation type="unfinished"></translation>
+        <translation>Größe</translation>
     </message>
     <message>
         <source>Unit of the size</source>
-        <translation type="unfinished"></translation>
+        <translation>Einheit der Größe</translation>
     </message>
     <message>
         <source>Media URL</source>
-        <translation type="unfinished"></translation>
+        <translation>Medien-URL</translation>
     </message>
     <message>
         <source>The folder in which the movie is published</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Ordner, in dem der Film veröffentlicht wird</translation>
     </message>
     <message>
         <source>Media file</source>
-        <translation type="unfinished"></translation>
+        <translation>Mediendatei</translation>
     </message>
     <message>
         <source>The name of the published movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Name des veröffentlichten Films</translation>
     </message>
     <message>
         <source>Full URL</source>
-        <translation type="unfinished"></translation>
+        <translation>Gesamte URL</translation>
     </message>
     <message>
         <source>Where subscribers find the movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Wo Abonnenten den Film finden</translation>
     </message>
     <message>
         <source>Channel</source>
-        <translation type="unfinished"></translation>
+        <translation>Kanal</translation>
     </message>
     <message>
         <source>Copyright</source>
-        <translation type="unfinished"></translation>
+        <translation>Copyright</translation>
     </message>
     <message>
         <source>Language</source>
-        <translation type="unfinished"></translation>
+        <translation>Sprache</translation>
     </message>
     <message>
         <source>Website</source>
-        <translation type="unfinished"></translation>
+        <translation>Website</translation>
     </message>
     <message>
         <source>Feed file</source>
-        <translation type="unfinished"></translation>
+        <translation>Feed-Datei</translation>
     </message>
     <message>
         <source>Publish this channel</source>
-        <translation type="unfinished"></translation>
+        <translation>Diesen Kanal veröffentlichen</translation>
     </message>
     <message>
         <source>The channel takes part when you publish</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Kanal wird beim Veröffentlichen einbezogen</translation>
     </message>
     <message>
         <source>Artwork of the channel</source>
-        <translation type="unfinished"></translation>
+        <translation>Coverbild des Kanals</translation>
     </message>
     <message>
         <source>Artwork</source>
-        <translation type="unfinished"></translation>
+        <translation>Coverbild</translation>
     </message>
     <message>
         <source>Edit…</source>
-        <translation type="unfinished"></translation>
+        <translation>Bearbeiten…</translation>
     </message>
     <message>
         <source>Edit the artwork images</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Coverbilder bearbeiten</translation>
     </message>
     <message>
         <source>Podcast</source>
-        <translation type="unfinished"></translation>
+        <translation>Podcast</translation>
     </message>
     <message>
         <source>Owner</source>
-        <translation type="unfinished"></translation>
+        <translation>Inhaber</translation>
     </message>
     <message>
         <source>Owner’s e-mail</source>
-        <translation type="unfinished"></translation>
+        <translation>E-Mail des Inhabers</translation>
     </message>
     <message>
         <source>The podcast directory marks the channel as explicit</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Podcast-Verzeichnis kennzeichnet den Kanal als explizit</translation>
     </message>
     <message>
         <source>The podcast directory leaves the channel out</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Podcast-Verzeichnis führt den Kanal nicht auf</translation>
     </message>
     <message>
         <source>RSS</source>
-        <translation type="unfinished"></translation>
+        <translation>RSS</translation>
     </message>
     <message>
         <source>Managing editor</source>
-        <translation type="unfinished"></translation>
+        <translation>Redaktion</translation>
     </message>
     <message>
         <source>Webmaster</source>
-        <translation type="unfinished"></translation>
+        <translation>Webmaster</translation>
     </message>
     <message>
         <source>Generator</source>
-        <translation type="unfinished"></translation>
+        <translation>Generator</translation>
     </message>
     <message>
         <source>Documentation</source>
-        <translation type="unfinished"></translation>
+        <translation>Dokumentation</translation>
     </message>
     <message>
         <source>The address that explains the format</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Adresse, die das Format erklärt</translation>
     </message>
     <message>
         <source>Time to live</source>
-        <translation type="unfinished"></translation>
+        <translation>Lebensdauer (TTL)</translation>
     </message>
     <message>
         <source>minutes</source>
-        <translation type="unfinished"></translation>
+        <translation>Minuten</translation>
     </message>
     <message>
         <source>Last built</source>
-        <translation type="unfinished"></translation>
+        <translation>Zuletzt erstellt</translation>
     </message>
     <message>
         <source>Last build date</source>
-        <translation type="unfinished"></translation>
+        <translation>Datum der letzten Erstellung</translation>
     </message>
     <message>
         <source>Skip days</source>
-        <translation type="unfinished"></translation>
+        <translation>Tage auslassen</translation>
     </message>
     <message>
         <source>Mon</source>
-        <translation type="unfinished"></translation>
+        <translation>Mo</translation>
     </message>
     <message>
         <source>Skip Monday</source>
-        <translation type="unfinished"></translation>
+        <translation>Montag auslassen</translation>
     </message>
     <message>
         <source>Tue</source>
-        <translation type="unfinished"></translation>
+        <translation>Di</translation>
     </message>
     <message>
         <source>Skip Tuesday</source>
-        <translation type="unfinished"></translation>
+        <translation>Dienstag auslassen</translation>
     </message>
     <message>
         <source>Wed</source>
-        <translation type="unfinished"></translation>
+        <translation>Mi</translation>
     </message>
     <message>
         <source>Skip Wednesday</source>
-        <translation type="unfinished"></translation>
+        <translation>Mittwoch auslassen</translation>
     </message>
     <message>
         <source>Thu</source>
-        <translation type="unfinished"></translation>
+        <translation>Do</translation>
     </message>
     <message>
         <source>Skip Thursday</source>
-        <translation type="unfinished"></translation>
+        <translation>Donnerstag auslassen</translation>
     </message>
     <message>
         <source>Fri</source>
-        <translation type="unfinished"></translation>
+        <translation>Fr</translation>
     </message>
     <message>
         <source>Skip Friday</source>
-        <translation type="unfinished"></translation>
+        <translation>Freitag auslassen</translation>
     </message>
     <message>
         <source>Sat</source>
-        <translation type="unfinished"></translation>
+        <translation>Sa</translation>
     </message>
     <message>
         <source>Skip Saturday</source>
-        <translation type="unfinished"></translation>
+        <translation>Samstag auslassen</translation>
     </message>
     <message>
         <source>Sun</source>
-        <translation type="unfinished"></translation>
+        <translation>So</translation>
     </message>
     <message>
         <source>Skip Sunday</source>
-        <translation type="unfinished"></translation>
+        <translation>Sonntag auslassen</translation>
     </message>
     <message>
         <source>Skip hours</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunden auslassen</translation>
     </message>
     <message>
         <source>Skip hour 1</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 1 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 2</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 2 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 3</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 3 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 4</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 4 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 5</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 5 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 6</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 6 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 7</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 7 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 8</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 8 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 9</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 9 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 10</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 10 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 11</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 11 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 12</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 12 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 13</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 13 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 14</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 14 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 15</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 15 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 16</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 16 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 17</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 17 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 18</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 18 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 19</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 19 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 20</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 20 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 21</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 21 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 22</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 22 auslassen</translation>
     </message>
     <message>
         <source>Skip hour 23</source>
-        <translation type="unfinished"></translation>
+        <translation>Stunde 23 auslassen</translation>
     </message>
     <message>
         <source>Style sheet</source>
-        <translation type="unfinished"></translation>
+        <translation>Stylesheet</translation>
     </message>
     <message>
         <source>Use</source>
-        <translation type="unfinished"></translation>
+        <translation>Verwenden</translation>
     </message>
     <message>
         <source>Use a style sheet</source>
-        <translation type="unfinished"></translation>
+        <translation>Stylesheet verwenden</translation>
     </message>
     <message>
         <source>The style sheet’s address</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Adresse des Stylesheets</translation>
     </message>
     <message>
         <source>Publish to</source>
-        <translation type="unfinished"></translation>
+        <translation>Veröffentlichen in</translation>
     </message>
     <message>
         <source>Status</source>
-        <translation type="unfinished"></translation>
+        <translation>Status</translation>
     </message>
     <message>
         <source>Publish</source>
-        <translation type="unfinished"></translation>
+        <translation>Publish</translation>
     </message>
     <message>
         <source>&amp;File</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Datei</translation>
     </message>
     <message>
         <source>&amp;Import feed</source>
-        <translation type="unfinished"></translation>
+        <translation>Feed &amp;importieren</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Bearbeiten</translation>
     </message>
     <message>
         <source>&amp;Channel</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Kanal</translation>
     </message>
     <message>
         <source>E&amp;pisode</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Episode</translation>
     </message>
     <message>
         <source>&amp;View</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Ansicht</translation>
     </message>
     <message>
         <source>&amp;Help</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Hilfe</translation>
     </message>
     <message>
         <source>Toolbar</source>
-        <translation type="unfinished"></translation>
+        <translation>Werkzeugleiste</translation>
     </message>
     <message>
         <source>&amp;New channel</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Neuer Kanal</translation>
     </message>
     <message>
         <source>Make a new channel</source>
-        <translation type="unfinished"></translation>
+        <translation>Einen neuen Kanal anlegen</translation>
     </message>
     <message>
         <source>&amp;Open movies…</source>
-        <translation type="unfinished"></translation>
+        <translation>Filme ö&amp;ffnen…</translation>
     </message>
     <message>
         <source>Make a new channel from movies</source>
-        <translation type="unfinished"></translation>
+        <translation>Aus Filmen einen neuen Kanal anlegen</translation>
     </message>
     <message>
         <source>&amp;Add episodes…</source>
-        <translation type="unfinished"></translation>
+        <translation>Episoden &amp;hinzufügen…</translation>
     </message>
     <message>
         <source>Episodes…</source>
-        <translation type="unfinished"></translation>
+        <translation>Episoden…</translation>
     </message>
     <message>
         <source>Add movies to the selected channel as episodes</source>
-        <translation type="unfinished"></translation>
+        <translation>Dem ausgewählten Kanal Filme als Episoden hinzufügen</translation>
     </message>
     <message>
         <source>&amp;Record movie…</source>
-        <translation type="unfinished"></translation>
+        <translation>Film au&amp;fnehmen…</translation>
     </message>
     <message>
         <source>Record</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnehmen</translation>
     </message>
     <message>
         <source>Record a new episode of the selected channel</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine neue Episode des ausgewählten Kanals aufnehmen</translation>
     </message>
     <message>
         <source>From &amp;file…</source>
-        <translation type="unfinished"></translation>
+        <translation>Aus &amp;Datei…</translation>
     </message>
     <message>
         <source>From &amp;URL…</source>
-        <translation type="unfinished"></translation>
+        <translation>Von &amp;URL…</translation>
     </message>
     <message>
         <source>&amp;Save</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Speichern</translation>
     </message>
     <message>
         <source>&amp;Publish</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Veröffentlichen</translation>
     </message>
     <message>
         <source>Publish every channel that is marked for it</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle dafür markierten Kanäle veröffentlichen</translation>
     </message>
     <message>
         <source>&amp;Quit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Beenden</translation>
     </message>
     <message>
         <source>&amp;Undo</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Rückgängig</translation>
     </message>
     <message>
         <source>&amp;Redo</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Wiederherstellen</translation>
     </message>
     <message>
         <source>Cu&amp;t</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Ausschneiden</translation>
     </message>
     <message>
         <source>&amp;Copy</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Kopieren</translation>
     </message>
     <message>
         <source>&amp;Paste</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Einfügen</translation>
     </message>
     <message>
         <source>Select &amp;all</source>
-        <translation type="unfinished"></translation>
+        <translation>A&amp;lles auswählen</translation>
     </message>
     <message>
         <source>Pr&amp;eferences…</source>
-        <translation type="unfinished"></translation>
+        <translation>Ei&amp;nstellungen…</translation>
     </message>
     <message>
         <source>Choose &amp;destination…</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Ziel auswählen…</translation>
     </message>
     <message>
         <source>&amp;Artwork images…</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Coverbilder…</translation>
     </message>
     <message>
         <source>&amp;Publish on or off</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Veröffentlichen ein/aus</translation>
     </message>
     <message>
         <source>&amp;Hand feeds to iTunes</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Feeds an iTunes übergeben</translation>
     </message>
     <message>
         <source>Hand to iTunes</source>
-        <translation type="unfinished"></translation>
+        <translation>An iTunes übergeben</translation>
     </message>
     <message>
         <source>Hand the feeds of the last publish run to iTunes</source>
-        <translation type="unfinished"></translation>
+        <translation>Die zuletzt veröffentlichten Feeds an iTunes übergeben</translation>
     </message>
     <message>
         <source>Copy &amp;invitation</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Einladung kopieren</translation>
     </message>
     <message>
         <source>Copy invitation</source>
-        <translation type="unfinished"></translation>
+        <translation>Einladung kopieren</translation>
     </message>
     <message>
         <source>Copy a message that invites people to subscribe</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Nachricht kopieren, die zum Abonnieren einlädt</translation>
     </message>
     <message>
         <source>Delete &amp;channel…</source>
-        <translation type="unfinished"></translation>
+        <translation>Kanal &amp;löschen…</translation>
     </message>
     <message>
         <source>Choose &amp;movie…</source>
-        <translation type="unfinished"></translation>
+        <translation>Film aus&amp;wählen…</translation>
     </message>
     <message>
         <source>C&amp;lear movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Film &amp;entfernen</translation>
     </message>
     <message>
         <source>&amp;Open movie in player</source>
-        <translation type="unfinished"></translation>
+        <translation>Film im &amp;Player öffnen</translation>
     </message>
     <message>
         <source>Play or pa&amp;use</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Wiedergabe/Pause</translation>
     </message>
     <message>
         <source>&amp;Copy on or off</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Kopieren ein/aus</translation>
     </message>
     <message>
         <source>&amp;Delete episodes…</source>
-        <translation type="unfinished"></translation>
+        <translation>Episoden &amp;löschen…</translation>
     </message>
     <message>
         <source>&amp;Episode</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Episode</translation>
     </message>
     <message>
         <source>Episode &amp;details</source>
-        <translation type="unfinished"></translation>
+        <translation>Episoden&amp;details</translation>
     </message>
     <message>
         <source>&amp;Podcast</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Podcast</translation>
     </message>
     <message>
         <source>&amp;RSS</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;RSS</translation>
     </message>
     <message>
         <source>Clipwave &amp;help</source>
-        <translation type="unfinished"></translation>
+        <translation>Clipwave-&amp;Hilfe</translation>
     </message>
     <message>
         <source>&amp;About Clipwave</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Über Clipwave</translation>
     </message>
 </context>
 <context>
     <name>Movies</name>
     <message>
         <source>The movie “%1” is missing.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film „%1“ fehlt.</translation>
     </message>
     <message>
         <source>The movie “%1” may not be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>In den Film „%1“ darf nicht geschrieben werden.</translation>
     </message>
     <message>
         <source>The disk of “%1” is read-only.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Datenträger von „%1“ ist schreibgeschützt.</translation>
     </message>
     <message>
         <source>There is no more room on the disk for “%1”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Auf dem Datenträger ist kein Platz mehr für „%1“.</translation>
     </message>
     <message>
         <source>The movie “%1” could not be written: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film „%1“ konnte nicht geschrieben werden: %2.</translation>
     </message>
     <message>
         <source>The movie “%1” may not be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film „%1“ darf nicht gelesen werden.</translation>
     </message>
     <message>
         <source>“%1” cannot be played as a movie.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ kann nicht als Film wiedergegeben werden.</translation>
     </message>
     <message>
         <source>The movie “%1” is of a kind that cannot be played.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film „%1“ hat ein Format, das nicht wiedergegeben werden kann.</translation>
     </message>
     <message>
         <source>The movie cannot be played: %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film kann nicht wiedergegeben werden: %1.</translation>
     </message>
     <message>
         <source>The movie “%1” is damaged: it breaks off before its end.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film „%1“ ist beschädigt: Er bricht vor dem Ende ab.</translation>
     </message>
 </context>
 <context>
     <name>Network</name>
     <message>
         <source>There is not enough memory for the data.</source>
-        <translation type="unfinished"></translation>
+        <translation>Für die Daten reicht der Arbeitsspeicher nicht aus.</translation>
     </message>
     <message>
         <source>The request holds a method or a header that cannot be sent.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Anfrage enthält eine Methode oder eine Kopfzeile, die nicht gesendet werden kann.</translation>
     </message>
     <message>
         <source>The user name or the password holds characters that cannot be sent.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Benutzername oder das Passwort enthält Zeichen, die nicht gesendet werden können.</translation>
     </message>
     <message>
         <source>The proxy server could not be found.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Proxyserver wurde nicht gefunden.</translation>
     </message>
     <message>
         <source>The server “%1” answered %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server „%1“ hat mit %2 geantwortet.</translation>
     </message>
     <message>
         <source>The file of trusted certificates could not be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei mit den vertrauenswürdigen Zertifikaten konnte nicht gelesen werden.</translation>
     </message>
     <message>
         <source>The server “%1” did not take everything in time.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server „%1“ hat nicht rechtzeitig alles angenommen.</translation>
     </message>
     <message>
         <source>The server “%1” did not send everything in time.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server „%1“ hat nicht rechtzeitig alles gesendet.</translation>
     </message>
     <message>
         <source>The server “%1” could not be found.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server „%1“ wurde nicht gefunden.</translation>
     </message>
     <message>
         <source>The server “%1” could not be reached.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server „%1“ ist nicht erreichbar.</translation>
     </message>
     <message>
         <source>The server “%1” broke the connection off.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server „%1“ hat die Verbindung abgebrochen.</translation>
     </message>
     <message>
         <source>The server “%1” redirects too often.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server „%1“ leitet zu oft weiter.</translation>
     </message>
     <message>
         <source>The server “%1” redirects to an address that is neither http nor https.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server „%1“ leitet an eine Adresse weiter, die weder mit http noch mit https beginnt.</translation>
     </message>
     <message>
         <source>The server “%1” gave an answer that cannot be understood.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Antwort des Servers „%1“ ist nicht verständlich.</translation>
     </message>
     <message>
         <source>The server “%1” has a certificate that is not trusted.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Zertifikat des Servers „%1“ ist nicht vertrauenswürdig.</translation>
     </message>
     <message>
         <source>The server “%1” made no secure connection.</source>
-        <translation type="unfinished"></translation>
+        <translation>Mit dem Server „%1“ kam keine sichere Verbindung zustande.</translation>
     </message>
     <message>
         <source>Sending to “%1” failed: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Senden an „%1“ ist fehlgeschlagen: %2.</translation>
     </message>
     <message>
         <source>Loading from “%1” failed: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Laden von „%1“ ist fehlgeschlagen: %2.</translation>
     </message>
     <message>
         <source>The address is not a valid URL.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Adresse ist keine gültige URL.</translation>
     </message>
     <message>
         <source>Addresses that begin with “%1:” cannot be loaded.</source>
-        <translation type="unfinished"></translation>
+        <translation>Adressen, die mit „%1:“ beginnen, können nicht geladen werden.</translation>
     </message>
     <message>
         <source>%1 bytes</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;Bytes</translation>
     </message>
     <message>
         <source>The data from “%1” are larger than %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Daten von „%1“ sind größer als %2.</translation>
     </message>
     <message>
         <source>The connection to the server “%1” is not encrypted, so the password was not sent.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Verbindung zum Server „%1“ ist nicht verschlüsselt. Das Passwort wurde deshalb nicht gesendet.</translation>
     </message>
     <message>
         <source>The file for the server “%1” could not be read to its end.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei für den Server „%1“ konnte nicht bis zum Ende gelesen werden.</translation>
     </message>
 </context>
 <context>
     <name>Preferences</name>
     <message>
         <source>Preferences</source>
-        <translation type="unfinished"></translation>
+        <translation>Einstellungen</translation>
     </message>
     <message>
         <source>General</source>
-        <translation type="unfinished"></translation>
+        <translation>Allgemein</translation>
     </message>
     <message>
         <source>New channels and episodes</source>
-        <translation type="unfinished"></translation>
+        <translation>Neue Kanäle und Episoden</translation>
     </message>
     <message>
         <source>&amp;Author</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Autor</translation>
     </message>
     <message>
         <source>&amp;Language</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Sprache</translation>
     </message>
     <message>
         <source>&amp;Feed file prefix</source>
-        <translation type="unfinished"></translation>
+        <translation>Präfix für Fee&amp;d-Dateien</translation>
     </message>
     <message>
         <source>A new channel’s feed file is this word and a number</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Feed-Datei eines neuen Kanals heißt wie dieses Wort mit einer Nummer</translation>
     </message>
     <message>
         <source>&amp;Episode title prefix</source>
-        <translation type="unfinished"></translation>
+        <translation>Präfix für &amp;Episodentitel</translation>
     </message>
     <message>
         <source>Stands before the file’s name in the title of a new episode</source>
-        <translation type="unfinished"></translation>
+        <translation>Steht im Titel einer neuen Episode vor dem Dateinamen</translation>
     </message>
     <message>
         <source>Art&amp;work URL</source>
-        <translation type="unfinished"></translation>
+        <translation>URL des &amp;Coverbilds</translation>
     </message>
     <message>
         <source>The artwork of new channels</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Coverbild neuer Kanäle</translation>
     </message>
     <message>
         <source>Recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahme</translation>
     </message>
     <message>
         <source>&amp;Camera</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Kamera</translation>
     </message>
     <message>
         <source>&amp;Microphone</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Mikrofon</translation>
     </message>
     <message>
         <source>Publishing</source>
-        <translation type="unfinished"></translation>
+        <translation>Veröffentlichung</translation>
     </message>
     <message>
         <source>&amp;Replace published files without asking</source>
-        <translation type="unfinished"></translation>
+        <translation>Veröffentlichte Dateien ohne &amp;Rückfrage ersetzen</translation>
     </message>
     <message>
         <source>Without this, Clipwave asks before a file at the destination is replaced</source>
-        <translation type="unfinished"></translation>
+        <translation>Andernfalls fragt Clipwave nach, bevor eine Datei am Ziel ersetzt wird</translation>
     </message>
     <message>
         <source>Updates</source>
-        <translation type="unfinished"></translation>
+        <translation>Aktualisierungen</translation>
     </message>
     <message>
         <source>L&amp;ook for a newer version at start</source>
-        <translation type="unfinished"></translation>
+        <translation>Beim Start nach einer neueren Version s&amp;uchen</translation>
     </message>
     <message>
         <source>.Mac account</source>
-        <translation type="unfinished"></translation>
+        <translation>.Mac-Konto</translation>
     </message>
     <message>
         <source>&amp;Server address</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Serveradresse</translation>
     </message>
     <message>
         <source>&amp;Member name</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Mitgliedsname</translation>
     </message>
     <message>
         <source>&amp;Password</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Passwort</translation>
     </message>
     <message>
         <source>Replaces the one that is kept</source>
-        <translation type="unfinished"></translation>
+        <translation>Ersetzt das gespeicherte</translation>
     </message>
     <message>
         <source>&amp;Home page URL</source>
-        <translation type="unfinished"></translation>
+        <translation>URL der &amp;Homepage</translation>
     </message>
     <message>
         <source>E&amp;xpires</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Läuft ab</translation>
     </message>
     <message>
         <source>Never</source>
-        <translation type="unfinished"></translation>
+        <translation>Nie</translation>
     </message>
     <message>
         <source>Sign-&amp;up page</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Registrierungsseite</translation>
     </message>
     <message>
         <source>&amp;Renewal page</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Verlängerungsseite</translation>
     </message>
     <message>
         <source>Allow u&amp;nencrypted connections</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Unverschlüsselte Verbindungen erlauben</translation>
     </message>
     <message>
         <source>Warning</source>
-        <translation type="unfinished"></translation>
+        <translation>Warnung</translation>
     </message>
     <message>
         <source>Over http everyone on the way can read your password. Allow it only in a network that you trust.</source>
-        <translation type="unfinished"></translation>
+        <translation>Über HTTP kann jeder unterwegs Ihr Passwort mitlesen. Nur in einem Netz erlauben, dem Sie vertrauen.</translation>
     </message>
     <message>
         <source>Advanced</source>
-        <translation type="unfinished"></translation>
+        <translation>Erweitert</translation>
     </message>
     <message>
         <source>List of &amp;versions</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Versionsliste</translation>
     </message>
     <message>
         <source>Main window</source>
-        <translation type="unfinished"></translation>
+        <translation>Hauptfenster</translation>
     </message>
     <message>
         <source>How far the dividers between the lists and the preview can be dragged:</source>
-        <translation type="unfinished"></translation>
+        <translation>So weit lassen sich die Trenner zwischen den Listen und der Vorschau ziehen:</translation>
     </message>
     <message>
         <source>&amp;Smallest position</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Kleinste Position</translation>
     </message>
     <message>
         <source>points from the left</source>
-        <translation type="unfinished"></translation>
+        <translation>Punkte von links</translation>
     </message>
     <message>
         <source>&amp;Largest position</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Größte Position</translation>
     </message>
     <message>
         <source>of the room, such as 0.75</source>
-        <translation type="unfinished"></translation>
+        <translation>der Breite, zum Beispiel 0.75</translation>
     </message>
     <message>
         <source>&amp;Done</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Fertig</translation>
     </message>
     <message>
         <source>Please enter a number that is not negative.</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte eine Zahl eingeben, die nicht negativ ist.</translation>
     </message>
 </context>
 <context>
     <name>ProgramNames</name>
     <message>
         <source>New Artwork</source>
-        <translation type="unfinished"></translation>
+        <translation>Coverbild hinzufügen</translation>
     </message>
     <message>
         <source>Delete Artwork</source>
-        <translation type="unfinished"></translation>
+        <translation>Coverbild löschen</translation>
     </message>
     <message>
         <source>The links are on the clipboard.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Links sind in der Zwischenablage.</translation>
     </message>
     <message>
         <source>The invitation is on the clipboard.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Einladung ist in der Zwischenablage.</translation>
     </message>
     <message>
         <source>Kept; type here to replace it</source>
-        <translation type="unfinished"></translation>
+        <translation>Gespeichert; zum Ersetzen hier eingeben</translation>
     </message>
     <message>
         <source>None is kept</source>
-        <translation type="unfinished"></translation>
+        <translation>Keines gespeichert</translation>
     </message>
     <message>
         <source>%1 (not connected)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (nicht angeschlossen)</translation>
     </message>
     <message>
         <source>First camera found</source>
-        <translation type="unfinished"></translation>
+        <translation>Erste gefundene Kamera</translation>
     </message>
     <message>
         <source>First microphone found</source>
-        <translation type="unfinished"></translation>
+        <translation>Erstes gefundenes Mikrofon</translation>
     </message>
 </context>
 <context>
     <name>Publishing</name>
     <message>
         <source>Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Ordner</translation>
     </message>
 </context>
 <context>
     <name>Record</name>
     <message>
         <source>Record</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahme</translation>
     </message>
     <message>
         <source>Record &amp;video</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Bild aufnehmen</translation>
     </message>
     <message>
         <source>Record &amp;sound</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Ton aufnehmen</translation>
     </message>
     <message>
         <source>&amp;Full size</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Volle Größe</translation>
     </message>
     <message>
         <source>&amp;Half size</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Halbe Größe</translation>
     </message>
     <message>
         <source>&amp;Quarter size</source>
-        <translation type="unfinished"></translation>
+        <translation>V&amp;iertel der Größe</translation>
     </message>
     <message>
         <source>&amp;Other size…</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Andere Größe…</translation>
     </message>
     <message>
         <source>V&amp;ideo settings…</source>
-        <translation type="unfinished"></translation>
+        <translation>Bil&amp;deinstellungen…</translation>
     </message>
     <message>
         <source>Sou&amp;nd settings…</source>
-        <translation type="unfinished"></translation>
+        <translation>To&amp;neinstellungen…</translation>
     </message>
     <message>
         <source>&amp;Low latency capture</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahme mit &amp;geringer Latenz</translation>
     </message>
     <message>
         <source>Always use &amp;time base</source>
-        <translation type="unfinished"></translation>
+        <translation>Immer die &amp;Zeitbasis verwenden</translation>
     </message>
     <message>
         <source>Use sound &amp;clock</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Uhr des Tongeräts verwenden</translation>
     </message>
     <message>
         <source>&amp;Acknowledgements…</source>
-        <translation type="unfinished"></translation>
+        <translation>Dan&amp;ksagungen…</translation>
     </message>
     <message>
         <source>Live picture</source>
-        <translation type="unfinished"></translation>
+        <translation>Live-Bild</translation>
     </message>
     <message>
         <source>Sound level</source>
-        <translation type="unfinished"></translation>
+        <translation>Tonpegel</translation>
     </message>
     <message>
         <source>How long the recording is</source>
-        <translation type="unfinished"></translation>
+        <translation>Dauer der Aufnahme</translation>
     </message>
     <message>
         <source>&amp;Name</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Name</translation>
     </message>
     <message>
         <source>Name of the movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Name des Films</translation>
     </message>
     <message>
         <source>&amp;Record</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Aufnehmen</translation>
     </message>
     <message>
         <source>&amp;Stop</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Stoppen</translation>
     </message>
     <message>
         <source>Start or stop recording (R)</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahme starten oder stoppen (R)</translation>
     </message>
     <message>
         <source>or press R</source>
-        <translation type="unfinished"></translation>
+        <translation>oder R drücken</translation>
     </message>
     <message>
         <source>&amp;Options</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Optionen</translation>
     </message>
     <message>
         <source>C&amp;lose</source>
-        <translation type="unfinished"></translation>
+        <translation>S&amp;chließen</translation>
     </message>
 </context>
 <context>
     <name>Recording</name>
     <message>
         <source>Nothing was recorded into “%1”.</source>
-        <translation type="unfinished"></translation>
+        <translation>In „%1“ wurde nichts aufgenommen.</translation>
     </message>
     <message>
         <source>The device cannot be changed during a recording.</source>
-        <translation type="unfinished"></translation>
+        <translation>Während einer Aufnahme kann das Gerät nicht gewechselt werden.</translation>
     </message>
     <message>
         <source>The device is not connected any more.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Gerät ist nicht mehr angeschlossen.</translation>
     </message>
     <message>
         <source>“%1” cannot be used at the moment.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ kann zurzeit nicht verwendet werden.</translation>
     </message>
     <message>
         <source>The recording could not be encoded.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Aufnahme konnte nicht kodiert werden.</translation>
     </message>
     <message>
         <source>The camera was disconnected.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Verbindung zur Kamera wurde getrennt.</translation>
     </message>
     <message>
         <source>The microphone was disconnected.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Verbindung zum Mikrofon wurde getrennt.</translation>
     </message>
     <message>
         <source>The disk is full.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Datenträger ist voll.</translation>
     </message>
     <message>
         <source>There is no file to record into.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keine Datei für die Aufnahme.</translation>
     </message>
     <message>
         <source>The recording could not be started.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Aufnahme konnte nicht gestartet werden.</translation>
     </message>
     <message>
         <source>Video settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Bildeinstellungen</translation>
     </message>
     <message>
         <source>Sound settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Toneinstellungen</translation>
     </message>
     <message>
         <source>“%1” cannot be used.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ kann nicht verwendet werden.</translation>
     </message>
     <message>
         <source>The picture cannot have this size. Choose another one.</source>
-        <translation type="unfinished"></translation>
+        <translation>Diese Bildgröße ist nicht möglich. Bitte eine andere wählen.</translation>
     </message>
     <message>
         <source>Built on FFmpeg</source>
-        <translation type="unfinished"></translation>
+        <translation>Auf FFmpeg aufgebaut</translation>
     </message>
     <message>
         <source>Clipwave’s recorder captures, compresses and writes movies with the libraries of the FFmpeg project, which come under the GNU Lesser General Public License.</source>
-        <translation type="unfinished"></translation>
+        <translation>Clipwave nimmt Filme mit den Bibliotheken des FFmpeg-Projekts auf, komprimiert sie damit und schreibt sie. Diese stehen unter der GNU Lesser General Public License.</translation>
     </message>
     <message>
         <source>“%1” cannot be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ kann nicht angelegt werden.</translation>
     </message>
     <message>
         <source>%1 free, hardly a minute</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 frei, kaum eine Minute</translation>
     </message>
     <message>
         <source>The movie needs a name.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film braucht einen Namen.</translation>
     </message>
     <message>
         <source>“%1” exists already.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist bereits vorhanden.</translation>
     </message>
     <message numerus="yes">
         <source>%1 free, about %n hours</source>
         <comment>%1 free, about %n hour</comment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%1 frei, etwa %n&#xa0;Stunde</numerusform>
+            <numerusform>%1 frei, etwa %n&#xa0;Stunden</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%1 free, about %n minutes</source>
         <comment>%1 free, about %n minute</comment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%1 frei, etwa %n&#xa0;Minute</numerusform>
+            <numerusform>%1 frei, etwa %n&#xa0;Minuten</numerusform>
         </translation>
     </message>
 </context>
@@ -1960,195 +1965,195 @@ Make one with “Channel”, or drop movies here.</source>
     <name>Report</name>
     <message>
         <source>Published</source>
-        <translation type="unfinished"></translation>
+        <translation>Veröffentlicht</translation>
     </message>
     <message>
         <source>These links subscribe to what was published:</source>
-        <translation type="unfinished"></translation>
+        <translation>Mit diesen Links lässt sich das Veröffentlichte abonnieren:</translation>
     </message>
     <message>
         <source>Subscription links</source>
-        <translation type="unfinished"></translation>
+        <translation>Abo-Links</translation>
     </message>
     <message>
         <source>&amp;Copy links</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Links kopieren</translation>
     </message>
     <message>
         <source>Hand to &amp;iTunes</source>
-        <translation type="unfinished"></translation>
+        <translation>An &amp;iTunes übergeben</translation>
     </message>
     <message>
         <source>Copy in&amp;vitation</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Einladung kopieren</translation>
     </message>
     <message>
         <source>Close</source>
-        <translation type="unfinished"></translation>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
     <name>SingleInstance</name>
     <message>
         <source>Clipwave is already open, but it does not answer. Wait until it has finished, or end it, and try again.</source>
-        <translation type="unfinished"></translation>
+        <translation>Clipwave ist bereits geöffnet, antwortet aber nicht. Warten Sie, bis es fertig ist, oder beenden Sie es, und versuchen Sie es dann noch einmal.</translation>
     </message>
 </context>
 <context>
     <name>SizePanel</name>
     <message>
         <source>Size of the picture</source>
-        <translation type="unfinished"></translation>
+        <translation>Bildgröße</translation>
     </message>
     <message>
         <source>&amp;Width</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Breite</translation>
     </message>
     <message>
         <source>pixels</source>
-        <translation type="unfinished"></translation>
+        <translation>Pixel</translation>
     </message>
     <message>
         <source>&amp;Height</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Höhe</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Abbrechen</translation>
     </message>
     <message>
         <source>OK</source>
-        <translation type="unfinished"></translation>
+        <translation>OK</translation>
     </message>
 </context>
 <context>
     <name>Undo</name>
     <message>
         <source>Open Movies</source>
-        <translation type="unfinished"></translation>
+        <translation>Filme öffnen</translation>
     </message>
     <message>
         <source>Change of Publish Method</source>
-        <translation type="unfinished"></translation>
+        <translation>Art der Veröffentlichung ändern</translation>
     </message>
     <message>
         <source>Record Movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Film aufnehmen</translation>
     </message>
     <message>
         <source>New Channel</source>
-        <translation type="unfinished"></translation>
+        <translation>Neuer Kanal</translation>
     </message>
     <message>
         <source>Delete Channel</source>
-        <translation type="unfinished"></translation>
+        <translation>Kanal löschen</translation>
     </message>
     <message>
         <source>Delete Channels</source>
-        <translation type="unfinished"></translation>
+        <translation>Kanäle löschen</translation>
     </message>
     <message>
         <source>Delete Episode</source>
-        <translation type="unfinished"></translation>
+        <translation>Episode löschen</translation>
     </message>
     <message>
         <source>Delete Episodes</source>
-        <translation type="unfinished"></translation>
+        <translation>Episoden löschen</translation>
     </message>
     <message>
         <source>Choose Movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Film auswählen</translation>
     </message>
     <message>
         <source>Clear Movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Film entfernen</translation>
     </message>
     <message>
         <source>Change of Copy</source>
-        <translation type="unfinished"></translation>
+        <translation>„Kopieren“ ändern</translation>
     </message>
     <message>
         <source>Change of Publish</source>
-        <translation type="unfinished"></translation>
+        <translation>„Veröffentlichen“ ändern</translation>
     </message>
     <message>
         <source>Add Episodes</source>
-        <translation type="unfinished"></translation>
+        <translation>Episoden hinzufügen</translation>
     </message>
     <message>
         <source>Change of Destination</source>
-        <translation type="unfinished"></translation>
+        <translation>Ziel ändern</translation>
     </message>
 </context>
 <context>
     <name>clipwave::ArtworkWell</name>
     <message>
         <source>“%1” is not the address of a picture.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist nicht die Adresse eines Bildes.</translation>
     </message>
     <message>
         <source>There is no file “%1”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keine Datei „%1“.</translation>
     </message>
     <message>
         <source>The picture cannot be read: %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Bild kann nicht gelesen werden: %1.</translation>
     </message>
     <message>
         <source>No picture</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Bild</translation>
     </message>
 </context>
 <context>
     <name>clipwave::DateField</name>
     <message>
         <source>Has a date</source>
-        <translation type="unfinished"></translation>
+        <translation>Mit Datum</translation>
     </message>
     <message>
         <source>Several values</source>
-        <translation type="unfinished"></translation>
+        <translation>Mehrere Werte</translation>
     </message>
     <message>
         <source>No date</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Datum</translation>
     </message>
 </context>
 <context>
     <name>clipwave::DesktopInterface</name>
     <message>
         <source>Change of Artwork</source>
-        <translation type="unfinished"></translation>
+        <translation>Coverbild ändern</translation>
     </message>
     <message>
         <source>Under channel &amp;titles</source>
-        <translation type="unfinished"></translation>
+        <translation>Unter den Kanal&amp;titeln</translation>
     </message>
     <message>
         <source>Nothing</source>
-        <translation type="unfinished"></translation>
+        <translation>Nichts</translation>
     </message>
     <message>
         <source>No channel is marked for publishing.</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Kanal ist zum Veröffentlichen markiert.</translation>
     </message>
     <message>
         <source>Version %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Version %1</translation>
     </message>
     <message>
         <source>Cancel &amp;publishing</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Veröffentlichen abbrechen</translation>
     </message>
     <message>
         <source>&amp;Publish</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Veröffentlichen</translation>
     </message>
     <message numerus="yes">
         <source>%n channels were published. Their subscription links:</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Kanal wurde veröffentlicht. Sein Abo-Link:</numerusform>
+            <numerusform>%n Kanäle wurden veröffentlicht. Die Abo-Links:</numerusform>
         </translation>
     </message>
 </context>
@@ -2156,214 +2161,214 @@ Make one with “Channel”, or drop movies here.</source>
     <name>clipwave::FieldMirror</name>
     <message>
         <source>Several values</source>
-        <translation type="unfinished"></translation>
+        <translation>Mehrere Werte</translation>
     </message>
 </context>
 <context>
     <name>clipwave::ImagePicker</name>
     <message>
         <source>Untitled</source>
-        <translation type="unfinished"></translation>
+        <translation>Ohne Titel</translation>
     </message>
     <message>
         <source>None</source>
-        <translation type="unfinished"></translation>
+        <translation>Keines</translation>
     </message>
 </context>
 <context>
     <name>clipwave::MoviePreview</name>
     <message>
         <source>Movie picture</source>
-        <translation type="unfinished"></translation>
+        <translation>Filmbild</translation>
     </message>
     <message>
         <source>Position in the movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Position im Film</translation>
     </message>
     <message>
         <source>Mute</source>
-        <translation type="unfinished"></translation>
+        <translation>Stumm</translation>
     </message>
     <message>
         <source>No movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Film</translation>
     </message>
     <message>
         <source>Sound only</source>
-        <translation type="unfinished"></translation>
+        <translation>Nur Ton</translation>
     </message>
     <message>
         <source>The movie is damaged and breaks off here.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film ist beschädigt und bricht hier ab.</translation>
     </message>
     <message>
         <source>Movie file is missing</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Filmdatei fehlt</translation>
     </message>
     <message>
         <source>This movie cannot be played</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieser Film kann nicht wiedergegeben werden</translation>
     </message>
     <message>
         <source>Turn the sound on</source>
-        <translation type="unfinished"></translation>
+        <translation>Ton einschalten</translation>
     </message>
     <message>
         <source>Turn the sound off</source>
-        <translation type="unfinished"></translation>
+        <translation>Ton ausschalten</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Pause</translation>
     </message>
     <message>
         <source>Play</source>
-        <translation type="unfinished"></translation>
+        <translation>Wiedergabe</translation>
     </message>
     <message>
         <source>Pause (Space)</source>
-        <translation type="unfinished"></translation>
+        <translation>Pause (Leertaste)</translation>
     </message>
     <message>
         <source>Play (Space)</source>
-        <translation type="unfinished"></translation>
+        <translation>Wiedergabe (Leertaste)</translation>
     </message>
     <message>
         <source>%1 / %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 / %2</translation>
     </message>
 </context>
 <context>
     <name>clipwave::OpenPanelDialog</name>
     <message>
         <source>Choose a folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Ordner auswählen</translation>
     </message>
     <message>
         <source>Open</source>
-        <translation type="unfinished"></translation>
+        <translation>Öffnen</translation>
     </message>
     <message>
         <source>Choose a movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Film auswählen</translation>
     </message>
     <message>
         <source>&amp;Open</source>
-        <translation type="unfinished"></translation>
+        <translation>Ö&amp;ffnen</translation>
     </message>
     <message>
         <source>&amp;Choose</source>
-        <translation type="unfinished"></translation>
+        <translation>Aus&amp;wählen</translation>
     </message>
     <message>
         <source>All files</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Dateien</translation>
     </message>
     <message>
         <source>Movies</source>
-        <translation type="unfinished"></translation>
+        <translation>Filme</translation>
     </message>
     <message>
         <source>“%1” does not exist.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist nicht vorhanden.</translation>
     </message>
     <message>
         <source>“%1” is a folder. Choose a file in it.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist ein Ordner. Bitte eine Datei darin auswählen.</translation>
     </message>
     <message>
         <source>“%1” is not a folder.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist kein Ordner.</translation>
     </message>
     <message>
         <source>“%1” is not a movie that can be used here.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist kein Film, der hier verwendet werden kann.</translation>
     </message>
     <message>
         <source>Choose one only.</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte nur einen Eintrag auswählen.</translation>
     </message>
 </context>
 <context>
     <name>clipwave::PreviewMirror</name>
     <message>
         <source>No episode selected</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Episode ausgewählt</translation>
     </message>
     <message numerus="yes">
         <source>%n episodes selected</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Episode ausgewählt</numerusform>
+            <numerusform>%n Episoden ausgewählt</numerusform>
         </translation>
     </message>
     <message>
         <source>The movie is on the web</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film liegt im Web</translation>
     </message>
     <message>
         <source>No movie chosen yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Noch kein Film ausgewählt</translation>
     </message>
     <message>
         <source>The movie file is missing</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Filmdatei fehlt</translation>
     </message>
     <message>
         <source>The file is not a movie</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei ist kein Film</translation>
     </message>
 </context>
 <context>
     <name>clipwave::RecordSheet</name>
     <message>
         <source>Recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahme läuft</translation>
     </message>
     <message>
         <source>Record</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahme</translation>
     </message>
     <message>
         <source>Ready</source>
-        <translation type="unfinished"></translation>
+        <translation>Bereit</translation>
     </message>
     <message>
         <source>%1, no sound</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, ohne Ton</translation>
     </message>
     <message>
         <source>%1, sound only</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, nur Ton</translation>
     </message>
     <message>
         <source>or press R to stop</source>
-        <translation type="unfinished"></translation>
+        <translation>oder R drücken</translation>
     </message>
     <message>
         <source>or press R</source>
-        <translation type="unfinished"></translation>
+        <translation>oder R drücken</translation>
     </message>
 </context>
 <context>
     <name>clipwave::RecordTableModel</name>
     <message>
         <source>Untitled</source>
-        <translation type="unfinished"></translation>
+        <translation>Ohne Titel</translation>
     </message>
     <message>
         <source>The movie file is missing. Choose it again, or put it back in its place.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Filmdatei fehlt. Wählen Sie sie neu aus oder legen Sie sie an ihren Ort zurück.</translation>
     </message>
     <message>
         <source>This file cannot be opened as a movie.</source>
-        <translation type="unfinished"></translation>
+        <translation>Diese Datei lässt sich nicht als Film öffnen.</translation>
     </message>
     <message numerus="yes">
         <source>%n episodes</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Episode</numerusform>
+            <numerusform>%n Episoden</numerusform>
         </translation>
     </message>
 </context>
@@ -2371,7 +2376,7 @@ Make one with “Channel”, or drop movies here.</source>
     <name>clipwave::SliderValueMirror</name>
     <message>
         <source>%1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;%</translation>
     </message>
 </context>
 </TS>
