@@ -485,6 +485,13 @@ Mit „+“ eines hinzufügen.</translation>
     </message>
 </context>
 <context>
+    <name>Import</name>
+    <message>
+        <source>The feed has more than 100,000 items.</source>
+        <translation>Der Feed hat mehr als 100.000 Einträge.</translation>
+    </message>
+</context>
+<context>
     <name>InterfaceWiring</name>
     <message>
         <source>Change of %1</source>
@@ -2088,6 +2095,10 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     <message>
         <source>Change of Destination</source>
         <translation>Ziel ändern</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
