@@ -672,7 +672,7 @@ Einen davon auswählen, um seine Episoden zu sehen.</translation>
         <source>No episodes yet.
 Drop movies here, or press Record</source>
         <translation>Noch keine Episoden.
-Filme hierher ziehen oder auf „Aufnehmen“ klicken</translation>
+Filme hierher ziehen oder auf „Aufnehmen“ klicken.</translation>
     </message>
 </context>
 <context>
@@ -1169,7 +1169,7 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Use</source>
-        <translation>Verwenden</translation>
+        <translation>Aktiv</translation>
     </message>
     <message>
         <source>Use a style sheet</source>
@@ -1922,11 +1922,11 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Built on FFmpeg</source>
-        <translation>Auf FFmpeg aufgebaut</translation>
+        <translation>Basiert auf FFmpeg</translation>
     </message>
     <message>
         <source>Clipwave’s recorder captures, compresses and writes movies with the libraries of the FFmpeg project, which come under the GNU Lesser General Public License.</source>
-        <translation>Clipwave nimmt Filme mit den Bibliotheken des FFmpeg-Projekts auf, komprimiert sie damit und schreibt sie. Diese stehen unter der GNU Lesser General Public License.</translation>
+        <translation>Zum Aufnehmen, Komprimieren und Schreiben von Filmen verwendet Clipwave die Bibliotheken des FFmpeg-Projekts, die unter der GNU Lesser General Public License stehen.</translation>
     </message>
     <message>
         <source>“%1” cannot be made.</source>
@@ -2127,7 +2127,7 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Under channel &amp;titles</source>
-        <translation>Unter den Kanal&amp;titeln</translation>
+        <translation>Unter den Kanal&amp;titeln anzeigen</translation>
     </message>
     <message>
         <source>Nothing</source>
