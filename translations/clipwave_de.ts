@@ -993,7 +993,7 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Time to live</source>
-        <translation>Lebensdauer (TTL)</translation>
+        <translation>TTL</translation>
     </message>
     <message>
         <source>minutes</source>
@@ -1001,11 +1001,11 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Last built</source>
-        <translation>Zuletzt erstellt</translation>
+        <translation>Erstellt am</translation>
     </message>
     <message>
         <source>Last build date</source>
-        <translation>Datum der letzten Erstellung</translation>
+        <translation>Erstellungsdatum</translation>
     </message>
     <message>
         <source>Skip days</source>
@@ -1169,7 +1169,7 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Use</source>
-        <translation>Aktiv</translation>
+        <translation>Ein</translation>
     </message>
     <message>
         <source>Use a style sheet</source>
