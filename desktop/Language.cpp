@@ -38,10 +38,6 @@ Language::Language(const QStringList& languages) {
   setTranslation(translated);
 }
 
-Language::~Language() {
-  setTranslation(nullptr);
-}
-
 bool Language::install(const QString& file, const QString& folder) {
   auto translator = std::make_unique<QTranslator>();
   if (!translator->load(file, folder)) return false;

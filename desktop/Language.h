@@ -16,7 +16,6 @@ class Language {
   // The first of `languages` ("de-AT", "de") that there is a translation into, or English, which the texts
   // are written in.
   explicit Language(const QStringList& languages);
-  ~Language();
   Language(const Language&) = delete;
   Language& operator=(const Language&) = delete;
 

@@ -1,6 +1,5 @@
 #include "record/RecordWindowController.h"
 
-#include <cmath>
 #include <cstdio>
 
 #include "platform/foundation/FileManager.h"
@@ -25,12 +24,13 @@ std::string clockText(double time) {
 }
 
 std::string freeSpaceText(std::int64_t bytes) {
-  char size[32];
-  const double megabytes = static_cast<double>(bytes) / 1e6;
-  if (megabytes < 1000)
-    std::snprintf(size, sizeof size, "%.0f MB", std::floor(megabytes));
-  else
-    std::snprintf(size, sizeof size, "%.1f GB", std::floor(megabytes / 100) / 10);
+  const std::int64_t megabytes = bytes / 1'000'000;
+  std::string size = std::to_string(megabytes) + " MB";
+  if (megabytes >= 1000) {
+    //: The decimal mark of a number.
+    const std::string mark = localized("Recording", ".");
+    size = std::to_string(megabytes / 1000) + mark + std::to_string(megabytes / 100 % 10) + " GB";
+  }
   const int minutes = static_cast<int>(static_cast<double>(bytes) / kBytesPerSecond / 60);
   const int hours = minutes / 60;
   if (hours > 1)

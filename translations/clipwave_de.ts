@@ -1960,6 +1960,11 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
             <numerusform>%1 frei, etwa %n&#xa0;Minuten</numerusform>
         </translation>
     </message>
+    <message>
+        <source>.</source>
+        <extracomment>The decimal mark of a number.</extracomment>
+        <translation>,</translation>
+    </message>
 </context>
 <context>
     <name>Report</name>

@@ -39,7 +39,7 @@ QString padding(qsizetype length, bool isSentence) {
 
 PseudoTranslator::PseudoTranslator(const QString& file) {
   QFile source(file);
-  if (!source.open(QIODevice::ReadOnly)) return;
+  if (file.isEmpty() || !source.open(QIODevice::ReadOnly)) return;
   QXmlStreamReader reader(&source);
   QString context, text, comment;
   while (!reader.atEnd()) {
