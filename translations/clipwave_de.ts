@@ -679,7 +679,7 @@ Einen davon auswählen, um seine Episoden zu sehen.</translation>
         <source>No episodes yet.
 Drop movies here, or press Record</source>
         <translation>Noch keine Episoden.
-Filme hierher ziehen oder auf „Aufnehmen“ klicken</translation>
+Filme hierher ziehen oder auf „Aufnehmen“ klicken.</translation>
     </message>
 </context>
 <context>
@@ -1000,7 +1000,7 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Time to live</source>
-        <translation>Lebensdauer (TTL)</translation>
+        <translation>TTL</translation>
     </message>
     <message>
         <source>minutes</source>
@@ -1008,11 +1008,11 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Last built</source>
-        <translation>Zuletzt erstellt</translation>
+        <translation>Erstellt am</translation>
     </message>
     <message>
         <source>Last build date</source>
-        <translation>Datum der letzten Erstellung</translation>
+        <translation>Erstellungsdatum</translation>
     </message>
     <message>
         <source>Skip days</source>
@@ -1176,7 +1176,7 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Use</source>
-        <translation>Verwenden</translation>
+        <translation>Ein</translation>
     </message>
     <message>
         <source>Use a style sheet</source>
@@ -1929,11 +1929,11 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Built on FFmpeg</source>
-        <translation>Auf FFmpeg aufgebaut</translation>
+        <translation>Basiert auf FFmpeg</translation>
     </message>
     <message>
         <source>Clipwave’s recorder captures, compresses and writes movies with the libraries of the FFmpeg project, which come under the GNU Lesser General Public License.</source>
-        <translation>Clipwave nimmt Filme mit den Bibliotheken des FFmpeg-Projekts auf, komprimiert sie damit und schreibt sie. Diese stehen unter der GNU Lesser General Public License.</translation>
+        <translation>Zum Aufnehmen, Komprimieren und Schreiben von Filmen verwendet Clipwave die Bibliotheken des FFmpeg-Projekts, die unter der GNU Lesser General Public License stehen.</translation>
     </message>
     <message>
         <source>“%1” cannot be made.</source>
@@ -2143,7 +2143,7 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Under channel &amp;titles</source>
-        <translation>Unter den Kanal&amp;titeln</translation>
+        <translation>Unter den Kanal&amp;titeln anzeigen</translation>
     </message>
     <message>
         <source>Nothing</source>
