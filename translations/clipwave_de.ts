@@ -2098,7 +2098,7 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Import</source>
-        <translation type="unfinished"></translation>
+        <translation>Feed importieren</translation>
     </message>
 </context>
 <context>
