@@ -32,7 +32,7 @@
     <name>Account</name>
     <message>
         <source>Over plain http anyone on the way can read the password. Use https, or allow plain http first.</source>
-        <translation>Über unverschlüsseltes HTTP kann jeder unterwegs das Passwort mitlesen. Verwenden Sie HTTPS oder erlauben Sie zuerst unverschlüsselte Verbindungen.</translation>
+        <translation>Über unverschlüsseltes HTTP kann unterwegs jeder das Passwort mitlesen. Verwenden Sie HTTPS oder erlauben Sie zuerst unverschlüsselte Verbindungen.</translation>
     </message>
     <message>
         <source>Please enter the server and the member name first.</source>
@@ -40,7 +40,7 @@
     </message>
     <message>
         <source>An address has no blanks around it.</source>
-        <translation>Eine Adresse beginnt und endet nicht mit Leerzeichen.</translation>
+        <translation>Eine Adresse darf nicht mit Leerzeichen beginnen oder enden.</translation>
     </message>
     <message>
         <source>The secret service refused.</source>
@@ -1581,7 +1581,7 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>A new channel’s feed file is this word and a number</source>
-        <translation>Die Feed-Datei eines neuen Kanals heißt wie dieses Wort mit einer Nummer</translation>
+        <translation>Die Feed-Datei eines neuen Kanals heißt nach diesem Wort und einer Nummer</translation>
     </message>
     <message>
         <source>&amp;Episode title prefix</source>
@@ -1681,7 +1681,7 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     </message>
     <message>
         <source>Over http everyone on the way can read your password. Allow it only in a network that you trust.</source>
-        <translation>Über HTTP kann jeder unterwegs Ihr Passwort mitlesen. Nur in einem Netz erlauben, dem Sie vertrauen.</translation>
+        <translation>Über HTTP kann unterwegs jeder Ihr Passwort mitlesen. Nur in einem Netz erlauben, dem Sie vertrauen.</translation>
     </message>
     <message>
         <source>Advanced</source>
