@@ -1,6 +1,7 @@
 #include "app/MainInterface.h"
 
 #include "model/Channel.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 
@@ -16,7 +17,7 @@ MainInterface::MainInterface(const ApplicationServices& services)
   lowerView.setFrame({{0, kLowerViewOriginY}, {1024, 240}});
   publishButton.setTitle("Publish");
   copyStatusTextField.setHidden(true);
-  protocolPopUp.setItems({{"Folder", kFolderMethod}, {".Mac", kDotMacMethod}});
+  protocolPopUp.setItems({{localized("Publishing", "Folder"), kFolderMethod}, {".Mac", kDotMacMethod}});
 }
 
 }  // namespace clipwave

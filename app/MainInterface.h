@@ -10,6 +10,7 @@
 #include "platform/appkit/TableView.h"
 #include "platform/appkit/TextView.h"
 #include "platform/appkit/Window.h"
+#include "platform/foundation/Localization.h"
 #include "ui/CustomArrayController.h"
 #include "ui/CustomTableView.h"
 #include "ui/MainWindow.h"
@@ -48,7 +49,8 @@ struct MainInterface {
   PopUpButton protocolPopUp;
 
  private:
-  PopUpBinding protocolBinding_{protocolPopUp, channelController, "protocolTag", "Change of Publish Method"};
+  PopUpBinding protocolBinding_{protocolPopUp, channelController, "protocolTag",
+                                localized("Undo", "Change of Publish Method")};
 };
 
 }  // namespace clipwave

@@ -6,15 +6,11 @@
 
 #include "platform/dotmac/MemberAddress.h"
 #include "platform/dotmac/MemberSettings.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 
 namespace {
-
-constexpr const char* kNoNumber = "Please enter a number that is not negative.";
-constexpr const char* kReadableOnTheWay =
-    "Over plain http anyone on the way can read the password. Use https, or allow plain http first.";
-constexpr const char* kNoAccount = "Please enter the server and the member name first.";
 
 bool isNumber(const Value& value) {
   return value.kind() == Value::Kind::Integer || value.kind() == Value::Kind::Real;
@@ -68,7 +64,9 @@ std::optional<std::string> Preferences::troubleWithAddress(std::string_view key,
   if (address.empty() || (!isServer && key != MemberSettings::kHomePage)) return std::nullopt;
   if (auto trouble = troubleWithMemberAddress(address)) return trouble;
   if (isServer && isReadableOnTheWay(address) && !defaults_.boolean(MemberSettings::kAllowsPlainHTTP))
-    return kReadableOnTheWay;
+    return localized(
+        "Account",
+        "Over plain http anyone on the way can read the password. Use https, or allow plain http first.");
   return std::nullopt;
 }
 
@@ -79,7 +77,7 @@ std::optional<std::string> Preferences::setText(std::string_view key, std::strin
   const auto initial = defaults_.initialValues().find(key);
   if (initial == defaults_.initialValues().end() || !isNumber(initial->second)) return set(key, text);
   const std::optional<double> number = numberFromText(text);
-  return number ? set(key, *number) : kNoNumber;
+  return number ? set(key, *number) : localized("Preferences", "Please enter a number that is not negative.");
 }
 
 std::optional<std::string> Preferences::setFlag(std::string_view key, bool flag) {
@@ -98,7 +96,8 @@ std::optional<std::string> Preferences::set(std::string_view key, const Value& v
 
 std::optional<std::string> Preferences::setPassword(std::string_view password) {
   const SecretAccount current = account();
-  if (current.address.empty() || current.member.empty()) return kNoAccount;
+  if (current.address.empty() || current.member.empty())
+    return localized("Account", "Please enter the server and the member name first.");
   auto trouble = troubleOf(secrets_.setPassword(current, password));
   passwordObservers_.call();
   return trouble;

@@ -5,6 +5,7 @@
 #include "model/EpisodeFromFile.h"
 #include "model/LibraryModel.h"
 #include "platform/coredata/PersistentStoreCoordinator.h"
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/TimeZone.h"
 
 namespace clipwave {
@@ -120,7 +121,7 @@ void lanternAppDelegate::openFiles(const std::vector<std::string>& paths) {
   outlets_.channelController.setSelectedObjects({channel});
   const std::string prefix = services_.defaults.string("defaultPodcastPrefix");
   for (const std::string& path : paths) addEpisodeFromFile(outlets_.vodcastController, prefix, path);
-  outlets_.channelController.setUndoActionName("Open Movies");
+  outlets_.channelController.setUndoActionName(localized("Undo", "Open Movies"));
 }
 
 std::vector<NamedCode> lanternAppDelegate::channelNames() const {

@@ -11,6 +11,7 @@
 #include "desktop/AlertIcon.h"
 #include "desktop/PlainTextView.h"
 #include "desktop/Text.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 namespace {
@@ -42,7 +43,7 @@ AlertDialog::AlertDialog(const Alert& alert, QWidget* parent)
     : QDialog(parent), canBeDismissed_(!isQuestion(alert) && alert.defaultButton != "Quit") {
   for (const auto& [answer, title] : buttonsOf(alert)) {
     if (!title->empty() && !canBeDismissed_) answer_ = answer;
-    if (*title == "Cancel") canBeDismissed_ = true;
+    if (*title == "Cancel" || *title == localized("Alerts", "Cancel")) canBeDismissed_ = true;
   }
   setWindowTitle(QStringLiteral("Clipwave"));
   if (!canBeDismissed_) setWindowFlag(Qt::WindowCloseButtonHint, false);

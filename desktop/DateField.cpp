@@ -8,6 +8,8 @@
 #include <QLocale>
 #include <QSignalBlocker>
 
+#include "desktop/ListText.h"
+
 namespace clipwave {
 
 DateField::DateField(QWidget* parent)
@@ -21,7 +23,7 @@ DateField::DateField(QWidget* parent)
   // The editor knows no zones: it is given the zone's wall clock.
   edit_->setTimeSpec(Qt::UTC);
   edit_->setCalendarPopup(true);
-  edit_->setDisplayFormat(QStringLiteral("d MMM yyyy  HH:mm:ss"));
+  edit_->setDisplayFormat(dayFormat(QLocale()) + QStringLiteral("  HH:mm:ss"));
   edit_->setMinimumDate(QDate(1, 1, 1));
   edit_->setMaximumDate(QDate(9999, 12, 31));
   setFocusProxy(edit_);

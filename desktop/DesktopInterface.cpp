@@ -112,7 +112,8 @@ void DesktopInterface::makeReport() {
 }
 
 void DesktopInterface::wire(QWidget& root, Window& window, InterfaceWiring& wiring) {
-  if (!dressWindow(root)) refused_ << tr("%1: a symbol or a page is missing.").arg(root.objectName());
+  if (!dressWindow(root))
+    refused_ << QStringLiteral("%1: a symbol or a page is missing.").arg(root.objectName());
   for (ArtworkWell* well : root.findChildren<ArtworkWell*>()) well->attach(program_.services().urls);
   auto* mirror = new WindowMirror(root, window);
   mirrors_[&window] = mirror;
@@ -216,9 +217,9 @@ void DesktopInterface::addListChoices(QMenu& menu) {
 void DesktopInterface::publishRunEnded(PublishOutcome outcome) {
   if (auto* summary = summaryLabel_; summary != nullptr && outcome == PublishOutcome::Done) {
     const auto count = static_cast<int>(program_.controller().feedPreparation().urlsToLaunch().size());
-    summary->setText(count == 0   ? tr("No channel is marked for publishing.")
-                     : count == 1 ? tr("One channel was published. Its subscription link:")
-                                  : tr("%1 channels were published. Their subscription links:").arg(count));
+    summary->setText(count == 0
+                         ? tr("No channel is marked for publishing.")
+                         : tr("%n channels were published. Their subscription links:", nullptr, count));
   }
   if (outcome == PublishOutcome::NotCommitted) showPendingEntry();
   wiring_.refreshActions();

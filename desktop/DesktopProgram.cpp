@@ -9,6 +9,7 @@
 #include "desktop/QtRunLoop.h"
 #include "desktop/SymbolicIcon.h"
 #include "desktop/Text.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 
@@ -69,7 +70,8 @@ int DesktopProgram::run(const std::vector<std::string>& arguments) {
     case SingleInstance::Role::Second:
       return 0;
     case SingleInstance::Role::Unreachable:
-      platform_->application().runAlertPanel("", SingleInstance::unreachableMessage(), "OK");
+      platform_->application().runAlertPanel("", SingleInstance::unreachableMessage(),
+                                             localized("Alerts", "OK"));
       return 1;
     case SingleInstance::Role::First:
       break;

@@ -1,6 +1,7 @@
 #include "desktop/EditActions.h"
 
 #include <QApplication>
+#include <QCoreApplication>
 #include <QLineEdit>
 #include <QMetaMethod>
 #include <QPlainTextEdit>
@@ -33,8 +34,15 @@ bool inFocusedText(Direction direction, bool perform) {
   return false;
 }
 
-QString title(const QString& verb, const std::string& change) {
-  return change.empty() ? verb : verb + QLatin1Char(' ') + toQString(change);
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(EditActions)
+};
+
+// What the next undo takes back; a change without a name has the empty one.
+QString nameOfChange(Direction direction, UndoManager* manager) {
+  if (inFocusedText(direction, false)) return Texts::tr("Typing");
+  if (manager == nullptr) return {};
+  return toQString(direction == Direction::Undo ? manager->undoActionName() : manager->redoActionName());
 }
 
 }  // namespace
@@ -56,17 +64,13 @@ bool canRedoChange(UndoManager* manager) {
 }
 
 QString undoTitle(UndoManager* manager) {
-  const QString verb = QApplication::translate("EditActions", "&Undo");
-  if (inFocusedText(Direction::Undo, false))
-    return title(verb, toText(QApplication::translate("EditActions", "Typing")));
-  return title(verb, manager != nullptr ? manager->undoActionName() : std::string());
+  const QString change = nameOfChange(Direction::Undo, manager);
+  return change.isEmpty() ? Texts::tr("&Undo") : Texts::tr("&Undo %1").arg(withoutShortcut(change));
 }
 
 QString redoTitle(UndoManager* manager) {
-  const QString verb = QApplication::translate("EditActions", "&Redo");
-  if (inFocusedText(Direction::Redo, false))
-    return title(verb, toText(QApplication::translate("EditActions", "Typing")));
-  return title(verb, manager != nullptr ? manager->redoActionName() : std::string());
+  const QString change = nameOfChange(Direction::Redo, manager);
+  return change.isEmpty() ? Texts::tr("&Redo") : Texts::tr("&Redo %1").arg(withoutShortcut(change));
 }
 
 void sendToFocus(const char* operation) {

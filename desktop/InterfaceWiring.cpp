@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QPointer>
 #include <QVariant>
@@ -44,7 +45,7 @@ QString nameOf(const QWidget& widget) {
 }
 
 std::string undoNameOf(const QWidget& widget) {
-  return toText(InterfaceWiring::tr("Change of %1").arg(nameOf(widget)));
+  return toText(QCoreApplication::translate("InterfaceWiring", "Change of %1").arg(nameOf(widget)));
 }
 
 }  // namespace
@@ -62,7 +63,8 @@ QStringList InterfaceWiring::wire(QWidget& root, WindowMirror& mirror, const Out
   for (QWidget* widget : root.findChildren<QWidget*>()) wireWidget(*widget, mirror, wireOutlet);
   for (QAction* action : root.findChildren<QAction*>()) wireSender(*action, mirror);
   if (const std::string name = toText(propertyText(root, "closeAction")); !name.empty()) {
-    if (!names_.actions.contains(name)) refuse(root, tr("there is no action %1").arg(toQString(name)));
+    if (!names_.actions.contains(name))
+      refuse(root, QStringLiteral("there is no action %1").arg(toQString(name)));
     mirror.setCloseRequest([this, name] { send(name); });
   }
   refreshActions();
@@ -80,15 +82,17 @@ void InterfaceWiring::wireOutletOf(QWidget& widget, WindowMirror& mirror, const 
   const QString name = propertyText(widget, "outlet");
   if (name.isEmpty() || wireOutlet(name, widget)) return;
   const auto found = names_.outlets.find(toText(name));
-  if (found == names_.outlets.end()) return refuse(widget, tr("there is no outlet %1").arg(name));
-  if (!mirrorOutlet(widget, found->second, mirror)) refuse(widget, tr("it cannot show %1").arg(name));
+  if (found == names_.outlets.end()) return refuse(widget, QStringLiteral("there is no outlet %1").arg(name));
+  if (!mirrorOutlet(widget, found->second, mirror))
+    refuse(widget, QStringLiteral("it cannot show %1").arg(name));
 }
 
 void InterfaceWiring::wireSender(QObject& sender, WindowMirror& mirror) {
   const std::string name = toText(propertyText(sender, "action"));
   if (name.empty()) return;
   if (auto* entry = qobject_cast<QAction*>(&sender); entry != nullptr && wireMenuEntry(*entry, name)) return;
-  if (!names_.actions.contains(name)) return refuse(sender, tr("there is no action %1").arg(toQString(name)));
+  if (!names_.actions.contains(name))
+    return refuse(sender, QStringLiteral("there is no action %1").arg(toQString(name)));
   // A button that an element stands behind is pressed there.
   const auto outlet = names_.outlets.find(toText(propertyText(sender, "outlet")));
   if (outlet != names_.outlets.end() && std::holds_alternative<Button*>(outlet->second)) return;
@@ -101,7 +105,7 @@ void InterfaceWiring::wireSender(QObject& sender, WindowMirror& mirror) {
       if (names_.actions.at(name).leavesEdits || window.firstResponder()->resignFirstResponder()) perform();
     });
   } else {
-    return refuse(sender, tr("it sends no actions"));
+    return refuse(sender, QStringLiteral("it sends no actions"));
   }
   connect(&sender, &QObject::destroyed, this,
           [this, gone = &sender] { std::erase_if(senders_, [gone](auto& s) { return s.object == gone; }); });
@@ -120,7 +124,8 @@ bool InterfaceWiring::wireMenuEntry(QAction& entry, const std::string& action) {
     if (MenuItem* item = menu != nullptr ? menu->item(action, tag) : nullptr) {
       new MenuItemMirror(entry, *item);
     } else {
-      refuse(entry, tr("there is no menu entry %1 with the tag %2").arg(toQString(action)).arg(tag));
+      refuse(entry,
+             QStringLiteral("there is no menu entry %1 with the tag %2").arg(toQString(action)).arg(tag));
     }
     return true;
   }
@@ -155,7 +160,7 @@ void InterfaceWiring::wireBinding(QWidget& widget, WindowMirror& mirror) {
   } else if (names_.setting && names_.setting(toText(binding)).observe) {
     bindSetting(widget, mirror, toText(binding));
   } else {
-    refuse(widget, tr("there is no value %1").arg(binding));
+    refuse(widget, QStringLiteral("there is no value %1").arg(binding));
   }
 }
 
@@ -173,7 +178,7 @@ void InterfaceWiring::bindSelection(QWidget& widget, WindowMirror& mirror, const
     const QString zoneText = propertyText(widget, "zoneBinding");
     const auto zone = keyPathOf(zoneText);
     if (!zoneText.isEmpty() && (!zone || zone->controller != path.controller))
-      return refuse(widget, tr("there is no time zone %1").arg(zoneText));
+      return refuse(widget, QStringLiteral("there is no time zone %1").arg(zoneText));
     new DateMirror(*date, controller, path.key, zone ? zone->key : std::string(), store);
   } else if (auto* label = qobject_cast<QLabel*>(&widget)) {
     if (propertyText(widget, "shows") == QLatin1String("image")) {
@@ -186,7 +191,7 @@ void InterfaceWiring::bindSelection(QWidget& widget, WindowMirror& mirror, const
     new ArtworkMirror(*well, controller, path.key);
     return;
   } else {
-    return refuse(widget, tr("it cannot show a value"));
+    return refuse(widget, QStringLiteral("it cannot show a value"));
   }
   keepEnabled(widget, nullptr, path);
 }
@@ -211,7 +216,8 @@ void InterfaceWiring::setCheck(QWidget& widget, TextField& field) {
   const QString name = propertyText(widget, "validator");
   if (name.isEmpty()) return;
   const auto validator = names_.validators.find(toText(name));
-  if (validator == names_.validators.end()) return refuse(widget, tr("there is no check %1").arg(name));
+  if (validator == names_.validators.end())
+    return refuse(widget, QStringLiteral("there is no check %1").arg(name));
   field.setValidator(validator->second);
 }
 
@@ -219,7 +225,7 @@ void InterfaceWiring::keepEnabled(QWidget& widget, TextField* field, const KeyPa
   std::string enabledKey;
   if (const QString text = propertyText(widget, "enabledBinding"); !text.isEmpty()) {
     const auto enabled = keyPathOf(text);
-    if (!enabled) return refuse(widget, tr("there is no value %1").arg(text));
+    if (!enabled) return refuse(widget, QStringLiteral("there is no value %1").arg(text));
     enabledKey = enabled->key;
   }
   // Through the element where there is one: a field that is disabled drops its edit.
@@ -278,7 +284,7 @@ void InterfaceWiring::bindSetting(QWidget& widget, WindowMirror& mirror, const s
   } else if (auto* combo = qobject_cast<QComboBox*>(&widget)) {
     bindChoice(*combo, mirror, setting, tell, own->observations);
   } else {
-    refuse(widget, tr("it cannot show a setting"));
+    refuse(widget, QStringLiteral("it cannot show a setting"));
   }
 }
 
@@ -314,7 +320,8 @@ void InterfaceWiring::offerChoices(QComboBox& combo, const Window& window) {
   const std::string name = toText(propertyText(combo, "choices"));
   if (name.empty()) return;
   const auto found = names_.choices.find(name);
-  if (found == names_.choices.end()) return refuse(combo, tr("there are no choices %1").arg(toQString(name)));
+  if (found == names_.choices.end())
+    return refuse(combo, QStringLiteral("there are no choices %1").arg(toQString(name)));
   // What comes and goes is looked up for eyes to see it.
   if (found->second.comeAndGo && !window.isVisible()) return;
   combo.clear();
@@ -334,7 +341,7 @@ std::optional<InterfaceWiring::KeyPath> InterfaceWiring::keyPathOf(const QString
 }
 
 void InterfaceWiring::refuse(const QObject& object, const QString& reason) {
-  refused_ << tr("%1 of the interface: %2.").arg(object.objectName(), reason);
+  refused_ << QStringLiteral("%1 of the interface: %2.").arg(object.objectName(), reason);
 }
 
 }  // namespace clipwave

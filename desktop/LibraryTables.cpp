@@ -9,16 +9,16 @@ namespace {
 
 using Kind = Column::Kind;
 
-QString tr(const char* text) {
-  return QCoreApplication::translate("LibraryTables", text);
-}
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(LibraryTables)
+};
 
 Column publishColumn() {
   return {.kind = Kind::CheckBox,
           .key = "vcPublish",
-          .title = tr("Publish"),
+          .title = Texts::tr("Publish"),
           .symbol = QStringLiteral("in-feed"),
-          .actionName = tr("Change of Publish")};
+          .actionName = Texts::tr("Change of Publish")};
 }
 
 }  // namespace
@@ -30,42 +30,48 @@ std::vector<Column> episodeColumns() {
   return {publishColumn(),
           {.kind = Kind::CheckBox,
            .key = "vcCopy",
-           .title = tr("Copy when publishing"),
+           .title = Texts::tr("Copy when publishing"),
            .symbol = QStringLiteral("copy-movie"),
-           .actionName = tr("Change of Copy")},
-          {.kind = Kind::Title, .key = "vcTitle", .title = tr("Title")},
-          {.kind = Kind::Day, .key = "vcPublishDate", .title = tr("Date"), .sample = day},
+           .actionName = Texts::tr("Change of Copy")},
+          {.kind = Kind::Title, .key = "vcTitle", .title = Texts::tr("Title")},
+          {.kind = Kind::Day, .key = "vcPublishDate", .title = Texts::tr("Date"), .sample = day},
           {.kind = Kind::Duration,
            .key = "mediaTimeString",
-           .title = tr("Time"),
+           .title = Texts::tr("Time"),
            .sortsStored = true,
            .sample = "0:00:00"},
           {.kind = Kind::FileSize,
            .key = "size",
-           .title = tr("Size"),
+           .title = Texts::tr("Size"),
            .sortsStored = true,
            .sample = shortSizeText(1000LL << 20, locale)},
-          {.kind = Kind::Trouble, .key = "vcPath", .title = tr("Trouble with the movie"), .sortable = false}};
+          {.kind = Kind::Trouble,
+           .key = "vcPath",
+           .title = Texts::tr("Trouble with the movie"),
+           .sortable = false}};
 }
 
 std::vector<Column> channelColumns() {
-  return {
-      publishColumn(),
-      {.kind = Kind::Title, .key = "vcTitle", .title = tr("Channels")},
-      {.kind = Kind::Count, .key = "children", .title = tr("Episodes"), .sortable = false, .sample = "0000"}};
+  return {publishColumn(),
+          {.kind = Kind::Title, .key = "vcTitle", .title = Texts::tr("Channels")},
+          {.kind = Kind::Count,
+           .key = "children",
+           .title = Texts::tr("Episodes"),
+           .sortable = false,
+           .sample = "0000"}};
 }
 
 std::vector<Column> imageColumns() {
-  return {{.kind = Kind::Title, .key = "title", .title = tr("Title")},
-          {.kind = Kind::Text, .key = "url", .title = tr("URL")}};
+  return {{.kind = Kind::Title, .key = "title", .title = Texts::tr("Title")},
+          {.kind = Kind::Text, .key = "url", .title = Texts::tr("URL")}};
 }
 
 QString emptyEpisodeListText(const ArrayController& channels) {
   if (channels.selectionIndexes().empty())
-    return tr("No channel is selected.\nDrop movies here to begin a new one.");
+    return Texts::tr("No channel is selected.\nDrop movies here to begin a new one.");
   if (channels.selectionIndexes().size() > 1)
-    return tr("Several channels are selected.\nChoose one of them to see its episodes.");
-  return tr("No episodes yet.\nDrop movies here, or press Record");
+    return Texts::tr("Several channels are selected.\nChoose one of them to see its episodes.");
+  return Texts::tr("No episodes yet.\nDrop movies here, or press Record");
 }
 
 Observation followEmptyText(RecordTable& episodes, ArrayController& channels) {

@@ -6,13 +6,17 @@
 
 namespace clipwave {
 
-QString dayText(Date date, const QLocale& locale) {
+QString dayFormat(const QLocale& locale) {
   // The locale's short form has no month's name, the long one is too long for a list.
   QString format = locale.dateFormat(QLocale::LongFormat);
   format.replace("MMMM", "MMM").remove("dddd");
   while (!format.isEmpty() && (format.front().isSpace() || format.front() == ',')) format.remove(0, 1);
   while (!format.isEmpty() && (format.back().isSpace() || format.back() == ',')) format.chop(1);
-  return locale.toString(QDateTime::fromSecsSinceEpoch(date.wholeSeconds()).date(), format);
+  return format;
+}
+
+QString dayText(Date date, const QLocale& locale) {
+  return locale.toString(QDateTime::fromSecsSinceEpoch(date.wholeSeconds()).date(), dayFormat(locale));
 }
 
 QString shortDurationText(std::string_view stored) {

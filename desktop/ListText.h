@@ -10,6 +10,8 @@
 
 namespace clipwave {
 
+// The order of day, month and year in the locale, with the month's short name.
+QString dayFormat(const QLocale& locale);
 // The day in local time as the locale orders it, with the month's short name: "22 Nov 2026".
 QString dayText(Date date, const QLocale& locale);
 // "00:12:31" as "12:31", "01:02:03" as "1:02:03"; every other text as it is.

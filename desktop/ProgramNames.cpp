@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QCoreApplication>
 #include <QScopeGuard>
 
 #include "desktop/EditActions.h"
@@ -11,6 +12,10 @@
 namespace clipwave {
 
 namespace {
+
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(ProgramNames)
+};
 
 using Actions = std::map<std::string, InterfaceAction, std::less<>>;
 
@@ -94,11 +99,11 @@ void addImageActions(Actions& actions, ClipwaveProgram& program) {
   actions["revertImageChanges:"] = {[&episodes] { episodes.revertImageChanges(); }, {}, true};
   actions["addImage:"] = {[&images] {
     images.add();
-    images.setUndoActionName("New Artwork");
+    images.setUndoActionName(toText(Texts::tr("New Artwork")));
   }};
   actions["removeImage:"] = {[&images] {
                                images.removeObjectsAtArrangedObjectIndexes(images.selectionIndexes());
-                               images.setUndoActionName("Delete Artwork");
+                               images.setUndoActionName(toText(Texts::tr("Delete Artwork")));
                              },
                              hasSelection(images)};
 }
@@ -126,14 +131,14 @@ void addPublishActions(Actions& actions, ClipwaveProgram& program, const Desktop
                               [&controller] { return !controller.feedPreparation().urlsToLaunch().empty(); }};
   actions["copyLinks:"] = {[&controller, tell = desktop.tell] {
     QApplication::clipboard()->setText(toQString(controller.interface().statusTextView.string()).trimmed());
-    tell(toText(QObject::tr("The links are on the clipboard.")));
+    tell(toText(Texts::tr("The links are on the clipboard.")));
   }};
   actions["sendEmail:"] = {
       [&handOff, &program, tell = desktop.tell] {
         handOff.sendEmail();
         const Value text = program.services().generalPasteboard.propertyListForType(NSStringPboardType);
         QApplication::clipboard()->setText(toQString(text.stringValue()));
-        tell(toText(QObject::tr("The invitation is on the clipboard.")));
+        tell(toText(Texts::tr("The invitation is on the clipboard.")));
       },
       [&controller] { return !controller.channelController().arrangedObjects().empty(); }};
   actions["chooseDestination:"] = {
@@ -210,8 +215,8 @@ SettingAccess settingOf(Preferences& preferences, const std::string& keyPath) {
   };
   if (key == Preferences::kPassword)
     setting.hint = [&preferences] {
-      return toText(preferences.hasPassword() ? QObject::tr("Kept; type here to replace it")
-                                              : QObject::tr("None is kept"));
+      return toText(preferences.hasPassword() ? Texts::tr("Kept; type here to replace it")
+                                              : Texts::tr("None is kept"));
     };
   return setting;
 }
@@ -232,7 +237,7 @@ Choices devicesOf(CaptureKit& kit, OSType mediaType, const QString& noChoice) {
     return list;
   };
   choices.comeAndGo = true;
-  choices.missing = [](const QString& stored) { return QObject::tr("%1 (not connected)").arg(stored); };
+  choices.missing = [](const QString& stored) { return Texts::tr("%1 (not connected)").arg(stored); };
   return choices;
 }
 
@@ -242,8 +247,8 @@ void addChoices(InterfaceNames& names, ClipwaveProgram& program) {
   names.choices["timezones"] = {[&program] { return listOf(program.delegate().timezones()); }};
   names.choices["sizeUnits"] = {[] { return listOf({"Bytes", "KB", "MB", "GB"}); }};
   CaptureKit& kit = program.services().captureKit;
-  names.choices["cameras"] = devicesOf(kit, kVideoMediaType, QObject::tr("First camera found"));
-  names.choices["microphones"] = devicesOf(kit, kAudioMediaType, QObject::tr("First microphone found"));
+  names.choices["cameras"] = devicesOf(kit, kVideoMediaType, Texts::tr("First camera found"));
+  names.choices["microphones"] = devicesOf(kit, kAudioMediaType, Texts::tr("First microphone found"));
   const auto categories = [&program](bool isSubcategory) {
     std::vector<std::string> list;
     for (const auto& [name, subcategories] : program.services().bundle.dictionaryForResource("categories")) {

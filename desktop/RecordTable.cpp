@@ -96,6 +96,7 @@ void RecordTable::setUpHeader() {
   head.setSectionsClickable(true);
   head.setMinimumSectionSize(kSymbolColumnWidth);
   head.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  head.setTextElideMode(Qt::ElideRight);
   const QFontMetrics& metrics = fontMetrics();
   for (int section = 0; section < head.count(); ++section) {
     const Column& column = model_->column(section);

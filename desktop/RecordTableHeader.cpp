@@ -1,6 +1,7 @@
 #include "desktop/RecordTableHeader.h"
 
 #include <QPainter>
+#include <QStyleOptionHeader>
 
 #include "desktop/RecordTableModel.h"
 #include "desktop/SymbolicIcon.h"
@@ -12,6 +13,15 @@ constexpr int kSymbolSize = 16;
 constexpr int kRoomForArrow = 5;
 
 }  // namespace
+
+void RecordTableHeader::initStyleOptionForIndex(QStyleOptionHeader* option, int section) const {
+  QHeaderView::initStyleOptionForIndex(option, section);
+  if (option->sortIndicator == QStyleOptionHeader::None) return;
+  // A title that is shortened ends before the arrow.
+  const int taken = 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, option, this) +
+                    style()->pixelMetric(QStyle::PM_HeaderMarkSize, option, this);
+  option->text = option->fontMetrics.elidedText(option->text, textElideMode(), sectionSize(section) - taken);
+}
 
 void RecordTableHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
   // The style leaves a clip behind.

@@ -11,6 +11,7 @@ class RecordTableHeader final : public QHeaderView {
   explicit RecordTableHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
 
  protected:
+  void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override;
   void paintSection(QPainter* painter, const QRect& rect, int section) const override;
 };
 

@@ -175,7 +175,7 @@ QString RecordTableModel::accessibleText(const Column& shown, const ManagedObjec
     case Column::Kind::Trouble:
       return troubleText(record);
     case Column::Kind::Count:
-      return tr("%n episode(s)", nullptr, static_cast<int>(record.relatedObjects(shown.key).size()));
+      return tr("%n episodes", nullptr, static_cast<int>(record.relatedObjects(shown.key).size()));
     default:
       return text(shown, record);
   }

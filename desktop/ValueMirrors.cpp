@@ -168,7 +168,7 @@ ImagePicker::ImagePicker(QComboBox& widget, ArrayController& channels, ArrayCont
 void ImagePicker::refresh() {
   const QSignalBlocker silent(&widget_);
   widget_.clear();
-  widget_.addItem(tr("No artwork"), 0);
+  widget_.addItem(tr("None"), 0);
   for (ManagedObject* image : images_.arrangedObjects()) {
     const QString title = toQString(image->value("title").stringValue());
     widget_.addItem(title.isEmpty() ? tr("Untitled") : title, static_cast<qlonglong>(image->objectID()));

@@ -1,17 +1,15 @@
 // The part of Channel that keeps the folder of its recordings in step with its title.
 #include <algorithm>
-#include <initializer_list>
 
 #include "model/Channel.h"
 #include "platform/foundation/FileManager.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 namespace {
 
 constexpr const char* kFolderExistsMessage =
     "This channel name already exists at %@. Please select a different channel name or delete this folder.";
-constexpr const char* kNoFolderNameMessage =
-    "The channel's movie folder cannot be named \"%@\". Please select a different channel name.";
 constexpr const char* kMoveFailedTitle = "Error moving channel!";
 constexpr const char* kMoveFailedMessage =
     "There was an error moving %@ to %@.  Please check permissions on these folders.";
@@ -29,16 +27,15 @@ bool namesFolderInside(std::string_view title) {
   }
 }
 
-// Each "%@" of the text is replaced by the next argument; one inside an argument stands.
-std::string filledIn(std::string text, std::initializer_list<std::string_view> arguments) {
-  std::size_t at = 0;
-  for (const std::string_view argument : arguments) {
-    at = text.find("%@", at);
-    if (at == std::string::npos) break;
-    text.replace(at, 2, argument);
-    at += argument.size();
-  }
-  return text;
+Error noFolderError(std::string_view title) {
+  return Error{
+      std::string(kTitleErrorDomain),
+      kTitleNamesNoFolderError,
+      filledIn(localized("Editing",
+                         "The channel's movie folder cannot be named \"%1\". Please select a different "
+                         "channel name."),
+               {title}),
+      {}};
 }
 
 }  // namespace
@@ -58,7 +55,7 @@ Validation Channel::validateVcTitle(Value& proposed) {
   const std::string title(proposed.stringValue());
   // Asked before anything on disk is: the message about an existing folder invites to delete it.
   if (!namesFolderInside(title)) {
-    return Validation::refused(titleError(kTitleNamesNoFolderError, kNoFolderNameMessage, title));
+    return Validation::refused(noFolderError(title));
   }
   const std::string target = channelMovieFolder(host_.process().homeDirectory(), title);
   if (host_.files().fileExistsAtPath(target)) {
@@ -78,7 +75,7 @@ Validation Channel::moveMovieFolder(std::string_view title, const std::string& t
   if (!host_.files().fileExistsAtPath(source, &isDirectory) || !isDirectory) return Validation::ok();
   // With a "/" the folder would end up inside another channel's, and move away with that one.
   if (title.find('/') != std::string_view::npos) {
-    return Validation::refused(titleError(kTitleNamesNoFolderError, kNoFolderNameMessage, title));
+    return Validation::refused(noFolderError(title));
   }
   if (host_.files().movePath(source, target)) return Validation::ok();
   host_.showCriticalAlert(kMoveFailedTitle, filledIn(kMoveFailedMessage, {source, target}));

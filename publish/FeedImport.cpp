@@ -9,6 +9,7 @@
 #include "model/Vodcast.h"
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/FileManager.h"
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/NaturalLanguageDate.h"
 #include "platform/foundation/TimeZone.h"
 #include "platform/foundation/URLs.h"
@@ -119,7 +120,7 @@ Channel* FeedImport::importRSSWithURL(std::string_view url) {
     return nullptr;
   }
   if (items.size() > kMostItems) {
-    const std::string tooMany = "The feed has more than 100,000 items.";
+    const std::string tooMany = localized("Import", "The feed has more than 100,000 items.");
     showLoadFailure(Error{std::string(NSURLErrorDomain), kURLErrorDataLengthExceedsMaximum, tooMany, {}},
                     tooMany);
     return nullptr;
@@ -133,7 +134,7 @@ Channel* FeedImport::importRSSWithURL(std::string_view url) {
   services_.channelController.addObject(channel);
   fillChannel(channel, element);
   for (const XMLElement item : items) addEpisode(item);
-  services_.channelController.setUndoActionName("Import");
+  services_.channelController.setUndoActionName(localized("Undo", "Import"));
   return &channel;
 }
 

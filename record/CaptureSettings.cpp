@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/foundation/Localization.h"
+
 namespace clipwave {
 
 void setChannelVolume(SGChannel& channel, std::int16_t volume) {
@@ -34,7 +36,8 @@ OSStatus CaptureSettings::run(SGChannel& channel, Window* /*window*/) {
   });
   parts.cancelButton.setAction([&] { application_.stopModal(); });
   interfaces_.loadWindow(parts);
-  parts.window().setTitle(channel.mediaType() == kVideoMediaType ? "Video Settings" : "Sound Settings");
+  parts.window().setTitle(channel.mediaType() == kVideoMediaType ? localized("Recording", "Video settings")
+                                                                 : localized("Recording", "Sound settings"));
   application_.runModalForWindow(parts.window());
   parts.window().orderOut();
   return isAccepted ? take(channel, parts, devices) : userCanceledErr;
@@ -49,8 +52,8 @@ OSStatus CaptureSettings::take(SGChannel& channel, WindowParts& parts,
   // Also the one that it has: it may have gone and come back.
   const CaptureDevice& chosen = devices[static_cast<std::size_t>(*tag)];
   if (const auto taken = channel.setDevice(chosen.identifier); !taken) {
-    application_.runAlertPanel("“" + chosen.name + "” cannot be used.", taken.error().localizedDescription,
-                               "OK");
+    application_.runAlertPanel(filledIn(localized("Recording", "“%1” cannot be used."), {chosen.name}),
+                               taken.error().localizedDescription, localized("Alerts", "OK"));
     return ioErr;
   }
   return noErr;

@@ -2,6 +2,7 @@
 
 #include "model/Channel.h"
 #include "model/EpisodeFromFile.h"
+#include "platform/foundation/Localization.h"
 #include "transfer/CreateDirectoriesCatagory.h"
 
 namespace clipwave {
@@ -108,7 +109,7 @@ void RecordHandOff::newMovie(const Notification& notification) {
   const auto path = notification.userInfo.find(kRecordingPath);
   if (path == notification.userInfo.end()) return;
   addEpisodeFromFile(elements_.vodcastController, prefix, path->second.stringValue());
-  channels.setUndoActionName("Record Movie");
+  channels.setUndoActionName(localized("Undo", "Record Movie"));
   elements_.mainWindow.makeFirstResponder(&elements_.titleTextField);
 }
 

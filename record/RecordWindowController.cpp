@@ -1,9 +1,9 @@
 #include "record/RecordWindowController.h"
 
-#include <cmath>
 #include <cstdio>
 
 #include "platform/foundation/FileManager.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 namespace {
@@ -24,17 +24,23 @@ std::string clockText(double time) {
 }
 
 std::string freeSpaceText(std::int64_t bytes) {
-  char size[32];
-  const double megabytes = static_cast<double>(bytes) / 1e6;
-  if (megabytes < 1000)
-    std::snprintf(size, sizeof size, "%.0f MB", std::floor(megabytes));
-  else
-    std::snprintf(size, sizeof size, "%.1f GB", std::floor(megabytes / 100) / 10);
-  const auto minutes = static_cast<long long>(static_cast<double>(bytes) / kBytesPerSecond / 60);
-  const long long hours = minutes / 60;
-  if (hours > 1) return std::string(size) + " free, about " + std::to_string(hours) + " hours";
-  if (minutes > 1) return std::string(size) + " free, about " + std::to_string(minutes) + " minutes";
-  return std::string(size) + " free, hardly a minute";
+  const std::int64_t megabytes = bytes / 1'000'000;
+  std::string size = std::to_string(megabytes) + " MB";
+  if (megabytes >= 1000) {
+    //: The decimal mark of a number.
+    const std::string mark = localized("Recording", ".");
+    size = std::to_string(megabytes / 1000) + mark + std::to_string(megabytes / 100 % 10) + " GB";
+  }
+  const int minutes = static_cast<int>(static_cast<double>(bytes) / kBytesPerSecond / 60);
+  const int hours = minutes / 60;
+  if (hours > 1)
+    return filledIn(localizedCount("Recording", "%1 free, about %n hours", "%1 free, about %n hour", hours),
+                    {size});
+  if (minutes > 1)
+    return filledIn(
+        localizedCount("Recording", "%1 free, about %n minutes", "%1 free, about %n minute", minutes),
+        {size});
+  return filledIn(localized("Recording", "%1 free, hardly a minute"), {size});
 }
 
 std::string nameOf(std::string_view path) {
@@ -103,7 +109,7 @@ void RecordWindowController::controlTextDidChange() {
   checkedName_ = text;
   if (text.empty()) {
     startButton().setEnabled(false);
-    return showNameHint("The movie needs a name.");
+    return showNameHint(localized("Recording", "The movie needs a name."));
   }
   if (text.ends_with('.')) {
     services_.application.beep();
@@ -114,7 +120,7 @@ void RecordWindowController::controlTextDidChange() {
       stringByDeletingLastPathComponent(recorder_.filename()) + "/" + text + std::string(kExtension);
   if (services_.files.fileExistsAtPath(candidate)) {
     startButton().setEnabled(false);
-    return showNameHint("“" + text + "” exists already.");
+    return showNameHint(filledIn(localized("Recording", "“%1” exists already."), {text}));
   }
   startButton().setEnabled(true);
   recorder_.setFilename(candidate);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/foundation/Localization.h"
 #include "record/CaptureSettings.h"
 #include "record/PixelConversion.h"
 
@@ -24,11 +25,6 @@ constexpr double kDeviceRate = 44'100;
 
 constexpr int k32ARGBPixelFormat = 32;
 
-constexpr const char* kCreditTitle = "Built on FFmpeg";
-constexpr const char* kCreditMessage =
-    "Clipwave’s recorder captures, compresses and writes movies with the libraries of the FFmpeg project, "
-    "which come under the GNU Lesser General Public License.";
-constexpr const char* kSizeTrouble = "The picture cannot have this size. Choose another one.";
 constexpr const char* kCreditPage = "https://ffmpeg.org/";
 
 std::int16_t toShort(double number) {
@@ -196,7 +192,9 @@ void Recorder::setVideoSize(Size size) {
   if (!hasVideo()) return;
   gSeqGrabber_->pause(true);
   // A recording that goes on stands still as well: that has to be said.
-  if (!takeBounds(boundsOfSize(size))) return tellTrouble(Cause::Size, kSizeTrouble);
+  if (!takeBounds(boundsOfSize(size)))
+    return tellTrouble(Cause::Size,
+                       localized("Recording", "The picture cannot have this size. Choose another one."));
   endTrouble(Cause::Size);
   gSeqGrabber_->pause(false);
 }
@@ -311,8 +309,13 @@ bool Recorder::validateMenuItem(const MenuItem& item) const {
 }
 
 void Recorder::_runPanel() {
-  if (services_.application.runAlertPanel(kCreditTitle, kCreditMessage, "OK", "More Info") ==
-      Alert::Answer::Alternate)
+  if (services_.application.runAlertPanel(
+          localized("Recording", "Built on FFmpeg"),
+          localized("Recording",
+                    "Clipwave’s recorder captures, compresses and writes movies with the libraries of the "
+                    "FFmpeg project, "
+                    "which come under the GNU Lesser General Public License."),
+          "OK", "More Info") == Alert::Answer::Alternate)
     services_.workspace.openURL(kCreditPage);
 }
 

@@ -1,4 +1,5 @@
 // How the recorder starts and stops a recording, and drives it on.
+#include "platform/foundation/Localization.h"
 #include "record/PixelConversion.h"
 #include "record/Recorder.h"
 
@@ -31,7 +32,8 @@ void Recorder::startRecording() {
   const auto file = services_.captureKit.specificationOfPath(filename_);
   if (!file) {
     // No alert is shown for this one.
-    tellTrouble(Cause::Name, "“" + lastPathComponent(filename_) + "” cannot be made.");
+    tellTrouble(Cause::Name,
+                filledIn(localized("Recording", "“%1” cannot be made."), {lastPathComponent(filename_)}));
     return failRecording(true);
   }
   if (grabber.setDataOutput(*file, seqGrabToDisk) != noErr) return failRecording(false);

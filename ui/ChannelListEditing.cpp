@@ -1,6 +1,7 @@
 #include "ui/ChannelListEditing.h"
 
 #include "model/LibraryModel.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 
@@ -14,26 +15,33 @@ ChannelListEditing::ChannelListEditing(Application& application, Window& mainWin
       episodeListEditing_(episodeListEditing) {}
 
 void ChannelListEditing::addChannel() {
-  if (channelController_.add() != nullptr) channelController_.setUndoActionName("New Channel");
+  if (channelController_.add() != nullptr)
+    channelController_.setUndoActionName(localized("Undo", "New Channel"));
 }
 
 std::string ChannelListEditing::removalQuestion() const {
   const auto channels = channelController_.selectedObjects();
-  std::size_t episodes = 0;
-  for (const ManagedObject* channel : channels) episodes += channel->relatedObjects("children").size();
+  int episodes = 0;
+  for (const ManagedObject* channel : channels)
+    episodes += static_cast<int>(channel->relatedObjects("children").size());
 
-  const bool single = channels.size() == 1;
-  std::string question = "Delete " + std::to_string(channels.size()) + " channels";
-  if (single) {
-    const std::string_view title = channels.front()->primitiveValue("vcTitle").stringValue();
-    question = title.empty() ? "Delete the channel without a title"
-                             : "Delete the channel “" + std::string(title) + "”";
+  const std::string withEpisodes =
+      episodes == 0 ? "" : localizedCount("Editing", "%n episodes", "%n episode", episodes);
+  if (channels.size() != 1) {
+    const int count = static_cast<int>(channels.size());
+    return episodes == 0 ? localizedCount("Editing", "Delete %n channels?", "Delete %n channel?", count)
+                         : filledIn(localizedCount("Editing", "Delete %n channels and their %1?",
+                                                   "Delete %n channel and its %1?", count),
+                                    {withEpisodes});
   }
-  if (episodes > 0) {
-    question += single ? " and its " : " and their ";
-    question += std::to_string(episodes) + (episodes == 1 ? " episode" : " episodes");
-  }
-  return question + "?";
+  const std::string_view title = channels.front()->primitiveValue("vcTitle").stringValue();
+  if (title.empty())
+    return episodes == 0 ? localized("Editing", "Delete the channel without a title?")
+                         : filledIn(localized("Editing", "Delete the channel without a title and its %1?"),
+                                    {withEpisodes});
+  return episodes == 0
+             ? filledIn(localized("Editing", "Delete the channel “%1”?"), {title})
+             : filledIn(localized("Editing", "Delete the channel “%1” and its %2?"), {title, withEpisodes});
 }
 
 void ChannelListEditing::removeSelectedChannels() {
@@ -43,21 +51,24 @@ void ChannelListEditing::removeSelectedChannels() {
     return;
   }
   const auto answer = application_.runCriticalAlertPanel(
-      removalQuestion(), "The movie files stay where they are.", "Delete", "Cancel");
+      removalQuestion(), localized("Editing", "The movie files stay where they are."),
+      localized("Editing", "Delete"), localized("Alerts", "Cancel"));
   if (answer != Alert::Answer::Default) return;
   ManagedObjectContext* const context = channelController_.managedObjectContext();
   if (context == nullptr) return;
   UndoManager& undoManager = context->undoManager();
   undoManager.beginUndoGrouping();
   channelController_.removeObjectsAtArrangedObjectIndexes(indexes);
-  undoManager.setActionName(indexes.size() == 1 ? "Delete Channel" : "Delete Channels");
+  undoManager.setActionName(indexes.size() == 1 ? localized("Undo", "Delete Channel")
+                                                : localized("Undo", "Delete Channels"));
   undoManager.endUndoGrouping();
 }
 
 void ChannelListEditing::openMovies() {
-  chooseMovies("Each movie becomes an episode of a new channel.", [this](const OpenPanelAnswer& filenames) {
-    if (application_.delegate() != nullptr) application_.delegate()->openFiles(filenames);
-  });
+  chooseMovies(localized("Editing", "Each movie becomes an episode of a new channel."),
+               [this](const OpenPanelAnswer& filenames) {
+                 if (application_.delegate() != nullptr) application_.delegate()->openFiles(filenames);
+               });
 }
 
 void ChannelListEditing::addEpisodes() {

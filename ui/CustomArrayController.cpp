@@ -1,6 +1,7 @@
 #include "ui/CustomArrayController.h"
 
 #include "model/LibraryModel.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 
@@ -55,7 +56,8 @@ void CustomArrayController::removeObjectsAtArrangedObjectIndexes(const IndexSet&
     }
   }
   ArrayController::removeObjectsAtArrangedObjectIndexes(indexes);
-  setUndoActionName(indexes.size() == 1 ? "Delete Episode" : "Delete Episodes");
+  setUndoActionName(indexes.size() == 1 ? localized("Undo", "Delete Episode")
+                                        : localized("Undo", "Delete Episodes"));
 }
 
 void CustomArrayController::moveToTrash(const std::string& path) {

@@ -4,6 +4,7 @@
 
 #include "model/EpisodeFromFile.h"
 #include "model/LibraryModel.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 
@@ -50,19 +51,20 @@ void EpisodeListEditing::addMovieSheetEnded(const std::vector<std::string>& file
   if (filenames.empty()) return;
   clearMovie();
   elements_.vodcastController.selection().setValue("vcPath", filenames.front());
-  elements_.vodcastController.setUndoActionName("Choose Movie");
+  elements_.vodcastController.setUndoActionName(localized("Undo", "Choose Movie"));
 }
 
 void EpisodeListEditing::clearMovie() {
   elements_.previewPane.pause();
   Selection selection = elements_.vodcastController.selection();
   for (const std::string_view key : kMovieKeys) selection.setValue(key, {});
-  elements_.vodcastController.setUndoActionName("Clear Movie");
+  elements_.vodcastController.setUndoActionName(localized("Undo", "Clear Movie"));
 }
 
 void EpisodeListEditing::toggleSelected(ArrayController& controller, std::string_view key) {
   controller.selection().changeValues(key, [](const Value& value) { return !value.boolValue(); });
-  controller.setUndoActionName(key == "vcCopy" ? "Change of Copy" : "Change of Publish");
+  controller.setUndoActionName(key == "vcCopy" ? localized("Undo", "Change of Copy")
+                                               : localized("Undo", "Change of Publish"));
 }
 
 void EpisodeListEditing::toggleSelectedOnCopyVodcasts() {
@@ -152,7 +154,7 @@ bool EpisodeListEditing::acceptDrop(TableView& tableView, const DraggingInfo& in
     const auto attributes = services_.files.fileAttributesAtPath(path, true);
     if (attributes) episode->setValue("vcPublishDate", attributes->modificationDate);
   }
-  episodes.setUndoActionName("Add Episodes");
+  episodes.setUndoActionName(localized("Undo", "Add Episodes"));
   episodes.setSelectionIndexes({});
   episodes.setSelectionIndex(static_cast<std::size_t>(row));
   return true;

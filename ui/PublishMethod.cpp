@@ -2,6 +2,7 @@
 
 #include "model/Channel.h"
 #include "model/LibraryModel.h"
+#include "platform/foundation/Localization.h"
 #include "transfer/CopyFiles.h"
 
 namespace clipwave {
@@ -33,7 +34,7 @@ void PublishMethod::chooseDestination() {
   const OpenPanelAnswer chosen = services_.application.runOpenPanel(folderPanel());
   if (chosen.empty()) return;
   setURLTextFieldsWithURL(std::nullopt, chosen.front());
-  services_.channelController.setUndoActionName("Change of Destination");
+  services_.channelController.setUndoActionName(localized("Undo", "Change of Destination"));
 }
 
 void PublishMethod::chooseFolder() {

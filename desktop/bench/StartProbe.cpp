@@ -3,13 +3,16 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QLocale>
 #include <QTimer>
 
 #include "desktop/DesktopProgram.h"
+#include "desktop/Language.h"
 #include "platform/foundation/ProcessInfo.h"
 
 int main(int argc, char** argv) {
   QApplication qt(argc, argv);
+  const clipwave::Language language(QLocale::system().uiLanguages());
   clipwave::DesktopProgram desktop(clipwave::executablePath());
   if (!desktop.start({})) return 1;
   // Behind what was posted so far: painting, and the deferred calls of the start-up.

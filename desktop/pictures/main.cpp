@@ -1,15 +1,19 @@
 // Opens the library of the user's home folder in the real windows and takes pictures of them:
-//   clipwave-pictures FOLDER [main|instructions|first]
+//   clipwave-pictures FOLDER [main|instructions|first] [--pseudo TRANSLATIONS]
 // main: the main window alone; instructions: each window by itself and what is asked; first: a library's
-// first steps.
+// first steps. With --pseudo and a file of translations (.ts) the texts are those of the language that nobody
+// speaks, which shows what is not translated and what has no room.
 #include <QApplication>
+#include <QLocale>
 #include <QPalette>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QTimer>
 #include <iostream>
 
+#include "desktop/Language.h"
 #include "desktop/pictures/InstructionPictures.h"
+#include "desktop/pictures/PseudoTranslator.h"
 #include "platform/foundation/ProcessInfo.h"
 
 namespace clipwave {
@@ -93,11 +97,15 @@ void takeAll(DesktopProgram& desktop, Photographer& camera) {
   takeRecording(desktop, camera);
 }
 
-int run(const QStringList& arguments) {
-  if (arguments.size() < 2) {
-    std::cerr << "Usage: clipwave-pictures FOLDER [main|instructions|first]\n";
+int run(QStringList arguments) {
+  const qsizetype pseudo = arguments.indexOf(QLatin1String("--pseudo"));
+  PseudoTranslator translator(pseudo < 0 ? QString() : arguments.value(pseudo + 1));
+  if (pseudo > 0) arguments.remove(pseudo, qMin<qsizetype>(2, arguments.size() - pseudo));
+  if (arguments.size() < 2 || (pseudo > 0 && translator.isEmpty())) {
+    std::cerr << "Usage: clipwave-pictures FOLDER [main|instructions|first] [--pseudo TRANSLATIONS]\n";
     return 2;
   }
+  if (pseudo > 0) QCoreApplication::installTranslator(&translator);
   const QString what = arguments.value(2);
   DesktopProgram desktop(executablePath());
   if (!desktop.start({})) return 1;
@@ -124,6 +132,7 @@ int run(const QStringList& arguments) {
 
 int main(int argc, char** argv) {
   QApplication qt(argc, argv);
+  const clipwave::Language language(QLocale::system().uiLanguages());
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   return clipwave::run(QApplication::arguments());
 }

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/foundation/Localization.h"
+
 namespace clipwave {
 namespace {
 
@@ -84,7 +86,7 @@ void Application::runModalForWindow(Window& window) {
 
 bool Application::presentError(const Error& error) {
   const Error shown = delegate_ != nullptr ? delegate_->willPresentError(error) : error;
-  runAlertPanel("", shown.localizedDescription, "OK");
+  runAlertPanel("", shown.localizedDescription, localized("Alerts", "OK"));
   return false;
 }
 

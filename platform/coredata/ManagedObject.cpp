@@ -6,6 +6,7 @@
 
 #include "platform/coredata/ManagedObjectContext.h"
 #include "platform/coredata/RelationshipChange.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 namespace {
@@ -91,14 +92,16 @@ Validation ManagedObject::checkType(int index, const Value& value) const {
   if (value.isNull() || fits(property, value)) return Validation::ok();
   return Validation::refused(
       cocoaError(kKeyValueValidationError,
-                 "“" + property.name + "” of a " + entity_->name() + " cannot hold a value of this type."));
+                 filledIn(localized("Library", "“%1” of a %2 cannot hold a value of this type."),
+                          {property.name, entity_->name()})));
 }
 
 Validation ManagedObject::validateValue(std::string_view key, Value& proposed) {
   const int index = entity_->indexOf(key);
   if (index < 0) {
     return Validation::refused(
-        cocoaError(kKeyValueValidationError, "A " + entity_->name() + " has no “" + std::string(key) + "”."));
+        cocoaError(kKeyValueValidationError,
+                   filledIn(localized("Library", "A %1 has no “%2”."), {entity_->name(), key})));
   }
   return validateAt(index, proposed);
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/coredata/RelationshipChange.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 
@@ -203,11 +204,13 @@ void ManagedObjectContext::takeOut(ManagedObject& object) {
 Result<std::vector<ManagedObject*>> ManagedObjectContext::executeFetchRequest(const FetchRequest& request) {
   EntityTable* const home = table(request.entityName);
   if (home == nullptr)
-    return cocoaError(kFetchRequestError, "There is no kind of record named “" + request.entityName + "”.");
+    return cocoaError(
+        kFetchRequestError,
+        filledIn(localized("Library", "There is no kind of record named “%1”."), {request.entityName}));
   const int key = home->entity.indexOf(request.key);
   if (!request.key.empty() && (key < 0 || home->entity.toManySlot(key) >= 0)) {
-    return cocoaError(kFetchRequestError,
-                      "A " + request.entityName + " cannot be found by “" + request.key + "”.");
+    return cocoaError(kFetchRequestError, filledIn(localized("Library", "A %1 cannot be found by “%2”."),
+                                                   {request.entityName, request.key}));
   }
   std::vector<ManagedObject*> found;
   const AttributeIndex* const index = key < 0 ? nullptr : home->indexAt(key);
@@ -253,14 +256,15 @@ Result<void> ManagedObjectContext::validateForSave() {
       const Validation result = record->validateAt(static_cast<int>(i), proposed);
       if (result.valid) continue;
       errors.push_back(result.error.value_or(
-          cocoaError(kKeyValueValidationError,
-                     "“" + property.name + "” of a " + record->entity().name() + " is not valid.")));
+          cocoaError(kKeyValueValidationError, filledIn(localized("Library", "“%1” of a %2 is not valid."),
+                                                        {property.name, record->entity().name()}))));
     }
   }
   if (errors.empty()) return {};
   if (errors.size() == 1) return errors.front();
   Error all = cocoaError(kValidationMultipleErrorsError,
-                         std::to_string(errors.size()) + " values of the library are not valid.");
+                         filledIn(localized("Library", "%1 values of the library are not valid."),
+                                  {std::to_string(errors.size())}));
   all.detailedErrors = std::move(errors);
   return all;
 }

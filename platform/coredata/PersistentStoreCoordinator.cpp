@@ -4,14 +4,15 @@
 
 #include "platform/coredata/StoreLock.h"
 #include "platform/coredata/XMLStore.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 namespace {
 
-Error aboutStore(std::string_view what, std::string_view path, const Error& cause) {
+// `sentence` has "%1" for the path and "%2" for the cause.
+Error aboutStore(std::string_view sentence, std::string_view path, const Error& cause) {
   Error error = cause;
-  error.localizedDescription =
-      "The library at " + std::string(path) + " " + std::string(what) + ". " + cause.localizedDescription;
+  error.localizedDescription = filledIn(sentence, {path, cause.localizedDescription});
   return error;
 }
 
@@ -37,29 +38,31 @@ PersistentStoreCoordinator::PersistentStoreCoordinator(const ManagedObjectModel&
 PersistentStoreCoordinator::~PersistentStoreCoordinator() = default;
 
 Result<void> PersistentStoreCoordinator::addPersistentStore(std::string_view type, std::string_view path) {
-  constexpr std::string_view kCannotBeOpened = "cannot be opened";
+  const std::string cannotBeOpened = localized("Library", "The library at %1 cannot be opened. %2");
   if (type != NSXMLStoreType) {
-    return aboutStore(kCannotBeOpened, path,
-                      cocoaError(kPersistentStoreInvalidTypeError,
-                                 "There is no kind of store named “" + std::string(type) + "”."));
+    return aboutStore(
+        cannotBeOpened, path,
+        cocoaError(kPersistentStoreInvalidTypeError,
+                   filledIn(localized("Library", "There is no kind of store named “%1”."), {type})));
   }
   if (lock_) {
-    return aboutStore(kCannotBeOpened, path,
-                      cocoaError(kPersistentStoreOpenError, "Another library is open in its place."));
+    return aboutStore(
+        cannotBeOpened, path,
+        cocoaError(kPersistentStoreOpenError, localized("Library", "Another library is open in its place.")));
   }
   auto lock = StoreLock::acquire(std::string(path) + ".lock");
-  if (!lock) return aboutStore(kCannotBeOpened, path, lock.error());
+  if (!lock) return aboutStore(cannotBeOpened, path, lock.error());
   removeLeftSideFiles(files_, path);
   Result<std::string> text = files_.contentsAtPath(path);
   const bool exists = text.ok();
   if (exists) {
     size_ = text->size();
     Result<StoreContent> content = XMLStore::read(std::move(*text), model_);
-    if (!content) return aboutStore(kCannotBeOpened, path, content.error());
+    if (!content) return aboutStore(cannotBeOpened, path, content.error());
     content_ = std::move(*content);
   } else if (text.error().code != kFileReadNoSuchFileError && text.error().code != kFileNoSuchFileError) {
     // Not an empty library: what is there and cannot be read must not be overwritten.
-    return aboutStore(kCannotBeOpened, path, text.error());
+    return aboutStore(cannotBeOpened, path, text.error());
   }
   lock_ = std::move(*lock);
   path_ = path;
@@ -74,7 +77,7 @@ StoreContent PersistentStoreCoordinator::takeContent() {
 Result<void> PersistentStoreCoordinator::write(const StoreContent& content) {
   const std::string text = XMLStore::write(content, size_);
   if (Result<void> written = files_.writeAtomically(text, path_); !written)
-    return aboutStore("cannot be saved", path_, written.error());
+    return aboutStore(localized("Library", "The library at %1 cannot be saved. %2"), path_, written.error());
   size_ = text.size();
   fileExists_ = true;
   return {};

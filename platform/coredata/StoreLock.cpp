@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <system_error>
 
+#include "platform/foundation/Localization.h"
+
 namespace clipwave {
 namespace {
 
@@ -16,8 +18,10 @@ Error systemError(int number) {
   if (number == ENOENT || number == ENOTDIR) code = kFileReadNoSuchFileError;
   if (number == EROFS) code = kFileWriteVolumeReadOnlyError;
   if (number == ENOSPC || number == EDQUOT) code = kFileWriteOutOfSpaceError;
-  if (number == EWOULDBLOCK) return cocoaError(kFileLockingError, "It is open elsewhere.");
-  return cocoaError(code, "Its lock cannot be had: " + std::generic_category().message(number) + ".");
+  if (number == EWOULDBLOCK)
+    return cocoaError(kFileLockingError, localized("Library", "It is open elsewhere."));
+  return cocoaError(code, filledIn(localized("Library", "Its lock cannot be had: %1."),
+                                   {std::generic_category().message(number)}));
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "platform/coredata/StoreText.h"
 #include "platform/coredata/XMLStore.h"
 #include "platform/foundation/Base64.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 namespace {
@@ -65,12 +66,13 @@ class StoreReader {
   }
 
   bool failAt(std::size_t byte) {
-    return fail("It is damaged or cut off at byte " + std::to_string(byte) + ".");
+    return fail(
+        filledIn(localized("Library", "It is damaged or cut off at byte %1."), {std::to_string(byte)}));
   }
 
-  bool failIn(const ManagedObject& object, const std::string& what) {
-    return fail("It is damaged: the " + object.entity().name() + " " + std::to_string(object.objectID_) +
-                " " + what + ".");
+  // `sentence` has "%1" and "%2" for the kind and the id of the record, and perhaps "%3".
+  bool failIn(const ManagedObject& object, const std::string& sentence, std::string_view key = {}) {
+    return fail(filledIn(sentence, {object.entity().name(), std::to_string(object.objectID_), key}));
   }
 
   bool readDocument(std::string& text) {
@@ -81,7 +83,8 @@ class StoreReader {
         document.load_buffer_inplace(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
     if (!parsed) return failAt(illFormed.value_or(static_cast<std::size_t>(parsed.offset)));
     pugi::xml_node root = document.first_child();
-    if (root.next_sibling() || std::strcmp(root.name(), "library") != 0) return fail("It is not a library.");
+    if (root.next_sibling() || std::strcmp(root.name(), "library") != 0)
+      return fail(localized("Library", "It is not a library."));
     if (!readVersion(root)) return false;
     if (illFormed) return failAt(*illFormed);
     return readLibrary(root);
@@ -94,10 +97,11 @@ class StoreReader {
     const auto minor =
         storetext::parseInteger(point == version.npos ? std::string_view() : version.substr(point + 1));
     if (!major || !minor || *major < 1 || *minor < 0)
-      return fail("It is not a library: it bears no version.");
+      return fail(localized("Library", "It is not a library: it bears no version."));
     if (*major > XMLStore::kMajorVersion) {
       return fail(
-          "It was written by a newer version of this application (format " + std::string(version) + ").",
+          filledIn(localized("Library", "It was written by a newer version of this application (format %1)."),
+                   {version}),
           kPersistentStoreIncompatibleVersionHashError);
     }
     content_.version = version;
@@ -106,19 +110,22 @@ class StoreReader {
 
   bool readLibrary(pugi::xml_node& root) {
     const auto next = storetext::parseInteger(root.attribute("next").value());
-    if (!next || *next < 1) return fail("It is damaged: its next id is missing.");
-    if (*next > kMostRecords) return fail("It is damaged: there is no id left for a new record.");
+    if (!next || *next < 1) return fail(localized("Library", "It is damaged: its next id is missing."));
+    if (*next > kMostRecords)
+      return fail(localized("Library", "It is damaged: there is no id left for a new record."));
     content_.nextObjectID = *next;
     for (const pugi::xml_attribute& attribute : root.attributes()) {
       const std::string_view name = attribute.name();
       if (name != "version" && name != "next")
         storetext::appendAttribute(content_.unknown.attributes, name, attribute.value());
     }
-    if (!isBlank(root)) return fail("It is damaged: there is text between its records.");
+    if (!isBlank(root))
+      return fail(localized("Library", "It is damaged: there is text between its records."));
     for (pugi::xml_node element = root.first_child(); element;) {
       const pugi::xml_node following = element.next_sibling();
       if (element.type() != pugi::node_element) {
-        if (!isBlank(element)) return fail("It is damaged: there is text between its records.");
+        if (!isBlank(element))
+          return fail(localized("Library", "It is damaged: there is text between its records."));
       } else if (const EntityDescription* const entity = entityNamed(element.name())) {
         if (!readRecord(element, *entity)) return false;
         // The tree shrinks as the records grow. What this version does not know may be nested so deeply that
@@ -163,13 +170,17 @@ class StoreReader {
       }
     }
     if (object->objectID_ < 1 || object->objectID_ >= content_.nextObjectID)
-      return fail("It is damaged: a " + entity.name() + " has no id or one that was never given.");
+      return fail(filledIn(localized("Library", "It is damaged: a %1 has no id or one that was never given."),
+                           {entity.name()}));
     byID_.emplace_back(object->objectID_, object.get());
-    if (!isBlank(element)) return failIn(*object, "holds text beside its values");
+    if (!isBlank(element))
+      return failIn(*object, localized("Library", "It is damaged: the %1 %2 holds text beside its values."));
     std::size_t expected = 0;
     for (const pugi::xml_node& child : element.children()) {
       if (child.type() != pugi::node_element) {
-        if (!isBlank(child)) return failIn(*object, "holds text beside its values");
+        if (!isBlank(child))
+          return failIn(*object,
+                        localized("Library", "It is damaged: the %1 %2 holds text beside its values."));
         continue;
       }
       const int index = indexOf(entity, child.name(), expected);
@@ -208,7 +219,9 @@ class StoreReader {
     for (const pugi::xml_attribute& attribute : element.attributes()) {
       if (property.type == PropertyType::String && std::strcmp(attribute.name(), "encoding") == 0) {
         if (std::strcmp(attribute.value(), "base64") != 0)
-          return failIn(object, "has a “" + property.name + "” of an unknown encoding");
+          return failIn(object,
+                        localized("Library", "It is damaged: the %1 %2 has a “%3” of an unknown encoding."),
+                        property.name);
         isEncoded = true;
         continue;
       }
@@ -222,16 +235,21 @@ class StoreReader {
       pieces = text;
       for (const pugi::xml_node& piece : element.children()) {
         if (piece.type() == pugi::node_element)
-          return failIn(object, "has a “" + property.name + "” of an unknown type");
+          return failIn(object,
+                        localized("Library", "It is damaged: the %1 %2 has a “%3” of an unknown type."),
+                        property.name);
         pieces += piece.value();
       }
       text = pieces;
     }
-    if (!object.slot(index).isNull()) return failIn(object, "has two values for “" + property.name + "”");
+    if (!object.slot(index).isNull())
+      return failIn(object, localized("Library", "It is damaged: the %1 %2 has two values for “%3”."),
+                    property.name);
     if (property.type == PropertyType::ToMany) return readReferences(object, index, text);
     object.slot(index) = isEncoded ? decoded(text) : valueFrom(property, text);
     if (object.slot(index).isNull())
-      return failIn(object, "has a “" + property.name + "” that cannot be read");
+      return failIn(object, localized("Library", "It is damaged: the %1 %2 has a “%3” that cannot be read."),
+                    property.name);
     if (property.type == PropertyType::ToOne)
       references_.push_back({&object, index, object.slot(index).integerValue()});
     return true;
@@ -275,7 +293,10 @@ class StoreReader {
     while (!text.empty()) {
       const std::string_view word = text.substr(0, text.find(' '));
       const auto target = storetext::parseInteger(word);
-      if (!target) return failIn(object, "has a “" + object.propertyAt(index).name + "” that cannot be read");
+      if (!target)
+        return failIn(object,
+                      localized("Library", "It is damaged: the %1 %2 has a “%3” that cannot be read."),
+                      object.propertyAt(index).name);
       references_.push_back({&object, index, *target});
       text.remove_prefix(std::min(text.size(), word.size() + 1));
     }
@@ -286,21 +307,27 @@ class StoreReader {
     const auto byFirst = [](const auto& a, const auto& b) { return a.first < b.first; };
     if (!std::is_sorted(byID_.begin(), byID_.end(), byFirst)) std::sort(byID_.begin(), byID_.end(), byFirst);
     for (std::size_t i = 1; i < byID_.size(); ++i)
-      if (byID_[i].first == byID_[i - 1].first) return failIn(*byID_[i].second, "shares its id with another");
+      if (byID_[i].first == byID_[i - 1].first)
+        return failIn(*byID_[i].second,
+                      localized("Library", "It is damaged: the %1 %2 shares its id with another."));
     for (const Reference& reference : references_) {
       const auto found =
           std::lower_bound(byID_.begin(), byID_.end(), std::pair(reference.target, nullptr), byFirst);
       const PropertyDescription& property = reference.owner->propertyAt(reference.index);
       if (found == byID_.end() || found->first != reference.target ||
           found->second->entity().name() != property.destination) {
-        return failIn(*reference.owner, "names " + std::to_string(reference.target) + " as its “" +
-                                            property.name + "”, and there is no such " +
-                                            property.destination);
+        return fail(filledIn(
+            localized("Library", "It is damaged: the %1 %2 names %3 as its “%4”, and there is no such %5."),
+            {reference.owner->entity().name(), std::to_string(reference.owner->objectID_),
+             std::to_string(reference.target), property.name, property.destination}));
       }
       join(*reference.owner, reference.index, *found->second);
     }
     for (const Reference& reference : references_)
-      if (!isMutual(reference)) return failIn(*reference.owner, "belongs to a record that does not own it");
+      if (!isMutual(reference))
+        return failIn(
+            *reference.owner,
+            localized("Library", "It is damaged: the %1 %2 belongs to a record that does not own it."));
     return true;
   }
 

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "platform/foundation/Localization.h"
+
 namespace clipwave {
 namespace {
 
@@ -25,7 +27,10 @@ const SecretSchema& schema() {
 
 // What GLib says went wrong, as ours; frees it.
 Error taken(GError* error, int code) {
-  Error ours{"SecretService", code, error != nullptr ? error->message : "The secret service refused.", {}};
+  Error ours{"SecretService",
+             code,
+             error != nullptr ? error->message : localized("Account", "The secret service refused."),
+             {}};
   g_clear_error(&error);
   return ours;
 }

@@ -5,6 +5,7 @@
 #include "platform/dotmac/WebDAVErrors.h"
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/FileManager.h"
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/URLEscapes.h"
 #include "platform/foundation/URLs.h"
 
@@ -26,16 +27,21 @@ Result<WebDAVAddress> WebDAVAddress::fromText(std::string_view text) {
   text = trimmed(text);
   const std::size_t start = pathStart(text);
   auto server = webAddressOf(text.substr(0, start));
-  if (!server) return refused("An address begins with http:// or https:// and the name of a host.");
+  if (!server)
+    return refused(
+        localized("Account", "An address begins with http:// or https:// and the name of a host."));
   // A password in the address is nobody's to keep in the settings.
   if (server->hasUserInfo)
-    return refused(
-        "An address with a user name or a password in it is not kept; say the address without them.");
-  if (text.find_first_of("?#") != text.npos) return refused("An address holds no \"?\" and no \"#\".");
+    return refused(localized(
+        "Account",
+        "An address with a user name or a password in it is not kept; say the address without them."));
+  if (text.find_first_of("?#") != text.npos)
+    return refused(localized("Account", "An address holds no “?” and no “#”."));
   // Blanks and letters as a person enters them are escaped; what is escaped already stands.
   std::string top = server->origin + stringByAddingPercentEscapes(text.substr(start), "%", "");
   while (top.ends_with('/')) top.pop_back();
-  if (!isURL(top)) return refused("The address holds characters that no address can hold.");
+  if (!isURL(top))
+    return refused(localized("Account", "The address holds characters that no address can hold."));
   return WebDAVAddress(std::move(*server), std::move(top));
 }
 

@@ -4,6 +4,8 @@
 #include <string>
 #include <system_error>
 
+#include "platform/foundation/Localization.h"
+
 namespace clipwave {
 namespace {
 
@@ -27,55 +29,56 @@ int errorCode(int errorNumber, bool isReading) {
   }
 }
 
-std::string_view participle(FileOperation operation) {
+// What failed and why: "%1" is the path, "%2" the cause.
+std::string sentence(FileOperation operation) {
   switch (operation) {
     case FileOperation::Read:
-      return "read";
+      return localized("Files", "“%1” could not be read: %2.");
     case FileOperation::Write:
-      return "written";
+      return localized("Files", "“%1” could not be written: %2.");
     case FileOperation::Make:
-      return "created";
+      return localized("Files", "“%1” could not be created: %2.");
     case FileOperation::Remove:
-      return "removed";
+      return localized("Files", "“%1” could not be removed: %2.");
     case FileOperation::Move:
-      return "moved";
+      return localized("Files", "“%1” could not be moved: %2.");
   }
-  return "used";
+  return localized("Files", "“%1” could not be used: %2.");
 }
 
 std::string cause(int errorNumber, FileOperation operation) {
   switch (errorNumber) {
     case ENOENT:
       return operation == FileOperation::Make || operation == FileOperation::Write
-                 ? "its folder does not exist"
-                 : "it does not exist";
+                 ? localized("Files", "its folder does not exist")
+                 : localized("Files", "it does not exist");
     case EACCES:
     case EPERM:
-      return "you do not have permission";
+      return localized("Files", "you do not have permission");
     case EEXIST:
     case ENOTEMPTY:
-      return "something with that name exists already";
+      return localized("Files", "something with that name exists already");
     case ENOSPC:
-      return "the disk is full";
+      return localized("Files", "the disk is full");
     case EDQUOT:
-      return "your share of the disk is used up";
+      return localized("Files", "your share of the disk is used up");
     case EROFS:
-      return "the disk is read-only";
+      return localized("Files", "the disk is read-only");
     case EISDIR:
-      return "it is a folder";
+      return localized("Files", "it is a folder");
     case ENOTDIR:
-      return "a part of its path is not a folder";
+      return localized("Files", "a part of its path is not a folder");
     case ENAMETOOLONG:
-      return "its name is too long";
+      return localized("Files", "its name is too long");
     case ELOOP:
-      return "its links lead round in a circle";
+      return localized("Files", "its links lead round in a circle");
     case EMFILE:
     case ENFILE:
-      return "too many files are open";
+      return localized("Files", "too many files are open");
     case EFBIG:
-      return "it would be too large";
+      return localized("Files", "it would be too large");
     case EIO:
-      return "the disk reported an error";
+      return localized("Files", "the disk reported an error");
     default:
       return std::generic_category().message(errorNumber);
   }
@@ -84,8 +87,7 @@ std::string cause(int errorNumber, FileOperation operation) {
 }  // namespace
 
 Error fileError(int errorNumber, FileOperation operation, std::string_view path) {
-  std::string description = "\u201c" + std::string(path) + "\u201d could not be ";
-  description.append(participle(operation)).append(": ").append(cause(errorNumber, operation)).append(".");
+  std::string description = filledIn(sentence(operation), {path, cause(errorNumber, operation)});
   return cocoaError(errorCode(errorNumber, operation == FileOperation::Read), std::move(description));
 }
 

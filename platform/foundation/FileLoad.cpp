@@ -7,6 +7,7 @@
 
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/FileErrors.h"
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/URLErrors.h"
 #include "platform/foundation/URLEscapes.h"
 
@@ -55,7 +56,8 @@ Result<LoadedData> contentsOfFileURL(std::string_view url, FileManager& files, s
   if (attributes->type == FileAttributes::Type::Directory)
     return fileURLError(kURLErrorFileIsDirectory, EISDIR, *path);
   if (attributes->type != FileAttributes::Type::Regular)
-    return urlError(kURLErrorUnsupportedURL, "\u201c" + *path + "\u201d is not a file that can be loaded.");
+    return urlError(kURLErrorUnsupportedURL,
+                    filledIn(localized("Files", "“%1” is not a file that can be loaded."), {*path}));
   if (attributes->size > mostBytes) return tooLargeError(*path, mostBytes);
 
   const auto file = files.fileHandleForReadingAtPath(*path);

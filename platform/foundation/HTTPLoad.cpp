@@ -10,6 +10,7 @@
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/CurlLoop.h"
 #include "platform/foundation/HTTPSetUp.h"
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/URLErrors.h"
 #include "platform/foundation/URLs.h"
 #include "platform/foundation/WebAddress.h"
@@ -145,7 +146,8 @@ Result<LoadedData> HTTPLoad::result(int curlCode) {
   const bool isJudgedHere = failed.curlCode == CURLE_OK || failed.curlCode == CURLE_WRITE_ERROR;
   if (isJudgedHere && isWhole && !isResource(failed.status)) failed.curlCode = CURLE_HTTP_RETURNED_ERROR;
   if (failed.curlCode == CURLE_OK) return LoadedData{std::move(body_), charset()};
-  if (hasNoRoom_) return urlError(kURLErrorUnknown, "There is not enough memory for the data.");
+  if (hasNoRoom_)
+    return urlError(kURLErrorUnknown, localized("Network", "There is not enough memory for the data."));
   if (bodySize_ > mostBytes_) return tooLargeError(failed.host, mostBytes_);
   return transferError(failed);
 }

@@ -11,6 +11,7 @@
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/CurlLoop.h"
 #include "platform/foundation/HTTPSetUp.h"
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/URLErrors.h"
 #include "platform/foundation/URLs.h"
 
@@ -72,10 +73,13 @@ std::optional<Error> HTTPTransfer::findRefusal() {
   if (!address || address->hasUserInfo) return badURLError();
   address_ = *address;
   if (!isToken(request_.method) || !std::all_of(request_.headers.begin(), request_.headers.end(), &canBeSent))
-    return urlError(kURLErrorBadURL, "The request holds a method or a header that cannot be sent.");
+    return urlError(kURLErrorBadURL,
+                    localized("Network", "The request holds a method or a header that cannot be sent."));
   if (const auto& credentials = request_.credentials) {
     if (hasControls(credentials->user) || hasControls(credentials->password))
-      return urlError(kURLErrorBadURL, "The user name or the password holds characters that cannot be sent.");
+      return urlError(
+          kURLErrorBadURL,
+          localized("Network", "The user name or the password holds characters that cannot be sent."));
     if (address_.isReadableOnTheWay() && !credentials->mayGoUnencrypted)
       return insecureConnectionError(shownHost(address_.host));
   }

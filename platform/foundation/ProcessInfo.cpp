@@ -12,6 +12,7 @@
 
 #include "platform/foundation/FileManager.h"
 #include "platform/foundation/FolderCreation.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 namespace {
@@ -95,7 +96,7 @@ class SystemProcessInfo final : public ProcessInfo {
     std::string folder = environment(variable);
     if (folder.starts_with('/')) return folder;
     const std::string home = homeDirectory();
-    if (home.empty()) return cocoaError(kFileNoSuchFileError, "There is no home folder.");
+    if (home.empty()) return cocoaError(kFileNoSuchFileError, localized("Files", "There is no home folder."));
     return stringByAppendingPathComponent(home, underHome);
   }
 };

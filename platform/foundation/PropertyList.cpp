@@ -7,6 +7,7 @@
 
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/Base64.h"
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/TimeZone.h"
 #include "platform/foundation/XMLDocument.h"
 
@@ -14,11 +15,13 @@ namespace clipwave {
 namespace {
 
 Error corrupt(const std::string& reason) {
-  return cocoaError(kPropertyListReadCorruptError, "The property list cannot be read: " + reason);
+  return cocoaError(kPropertyListReadCorruptError,
+                    filledIn(localized("Documents", "The property list cannot be read: %1"), {reason}));
 }
 
-Error unreadable(std::string_view what, std::string_view text) {
-  return corrupt("\"" + std::string(text) + "\" is no " + std::string(what) + ".");
+// `sentence` has "%1" for the text.
+Error unreadable(std::string_view sentence, std::string_view text) {
+  return corrupt(filledIn(sentence, {text}));
 }
 
 void addData(XMLElement parent, std::string_view bytes) {
@@ -44,7 +47,8 @@ Result<Value> readInteger(std::string_view text) {
   std::uint64_t magnitude = 0;
   const char* end = digits.data() + digits.size();
   const auto [stop, problem] = std::from_chars(digits.data(), end, magnitude, hexadecimal ? 16 : 10);
-  if (stop != end || problem == std::errc::invalid_argument) return unreadable("integer", text);
+  if (stop != end || problem == std::errc::invalid_argument)
+    return unreadable(localized("Documents", "“%1” is no integer."), text);
   constexpr auto kMost = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
   const bool outside = problem == std::errc::result_out_of_range || magnitude > kMost;
   if (outside)
@@ -60,7 +64,8 @@ Result<Value> readReal(std::string_view text) {
   double real = 0;
   const char* end = digits.data() + digits.size();
   const auto [stop, problem] = std::from_chars(digits.data(), end, real);
-  if (stop != end || problem != std::errc()) return unreadable("number", text);
+  if (stop != end || problem != std::errc())
+    return unreadable(localized("Documents", "“%1” is no number."), text);
   return Value(real);
 }
 
@@ -70,7 +75,8 @@ Result<Value> read(const XMLElement& element);
 std::optional<Error> looseText(const XMLElement& element) {
   const std::string text = element.ownText();
   if (trimmed(text).empty()) return std::nullopt;
-  return corrupt("Text stands between the elements of \"" + element.name() + "\".");
+  return corrupt(
+      filledIn(localized("Documents", "Text stands between the elements of “%1”."), {element.name()}));
 }
 
 Result<Value> readArray(const XMLElement& element) {
@@ -91,7 +97,8 @@ Result<Value> readDictionary(const XMLElement& element) {
   for (const XMLElement& child : element.elements()) {
     const bool isKey = child.name() == "key";
     if (isKey == key.has_value()) {
-      return corrupt(isKey ? "The key \"" + *key + "\" has no value." : "A value has no key.");
+      return corrupt(isKey ? filledIn(localized("Documents", "The key “%1” has no value."), {*key})
+                           : localized("Documents", "A value has no key."));
     }
     if (isKey) {
       key = child.stringValue();
@@ -101,7 +108,7 @@ Result<Value> readDictionary(const XMLElement& element) {
     if (!value) return value;
     dictionary.insert_or_assign(*std::exchange(key, std::nullopt), std::move(*value));
   }
-  if (key) return corrupt("The key \"" + *key + "\" has no value.");
+  if (key) return corrupt(filledIn(localized("Documents", "The key “%1” has no value."), {*key}));
   return Value(std::move(dictionary));
 }
 
@@ -117,15 +124,15 @@ Result<Value> read(const XMLElement& element) {
   if (kind == "real") return readReal(text);
   if (kind == "date") {
     const std::optional<Date> date = dateFromISO8601(trimmed(text));
-    if (!date) return unreadable("date", text);
+    if (!date) return unreadable(localized("Documents", "“%1” is no date."), text);
     return Value(*date);
   }
   if (kind == "data") {
     const std::optional<std::string> bytes = bytesFromData(text);
-    if (!bytes) return unreadable("data", text);
+    if (!bytes) return unreadable(localized("Documents", "“%1” is no data."), text);
     return Value::data(*bytes);
   }
-  return corrupt("\"" + kind + "\" is no kind of value.");
+  return corrupt(filledIn(localized("Documents", "“%1” is no kind of value."), {kind}));
 }
 
 std::string realText(double real) {
@@ -185,11 +192,13 @@ Result<Value> propertyListFromData(std::string_view data) {
   const Result<XMLDocument> document = XMLDocument::parse(data, XMLDocument::Parsing::Strict);
   if (!document) return corrupt(document.error().localizedDescription);
   const XMLElement root = document->rootElement();
-  if (root.name() != "plist") return corrupt("The root element is \"" + root.name() + "\", not \"plist\".");
+  if (root.name() != "plist")
+    return corrupt(filledIn(localized("Documents", "The root element is “%1”, not “plist”."), {root.name()}));
   if (const auto problem = looseText(root)) return *problem;
   const std::vector<XMLElement> values = root.elements();
   if (values.size() != 1)
-    return corrupt("It holds " + std::to_string(values.size()) + " values instead of one.");
+    return corrupt(filledIn(localized("Documents", "It holds %1 values instead of one."),
+                            {std::to_string(values.size())}));
   return read(values.front());
 }
 

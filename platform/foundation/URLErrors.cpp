@@ -5,13 +5,10 @@
 #include <utility>
 
 #include "platform/foundation/HTTPStatus.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 namespace {
-
-std::string quoted(std::string_view name) {
-  return "\u201c" + std::string(name) + "\u201d";
-}
 
 URLErrorCode codeOf(const FailedTransfer& failed) {
   // Then the address that libcurl could not use is one that the server redirected to.
@@ -61,35 +58,40 @@ URLErrorCode codeOf(const FailedTransfer& failed) {
 }
 
 std::string sentence(const FailedTransfer& failed, URLErrorCode code) {
-  const std::string server = "The server " + quoted(failed.host);
-  if (failed.curlCode == CURLE_COULDNT_RESOLVE_PROXY) return "The proxy server could not be found.";
+  const auto aboutServer = [&](const std::string& text) { return filledIn(text, {failed.host}); };
+  if (failed.curlCode == CURLE_COULDNT_RESOLVE_PROXY)
+    return localized("Network", "The proxy server could not be found.");
   if (failed.curlCode == CURLE_HTTP_RETURNED_ERROR)
-    return server + " answered " + httpStatusText(failed.status) + ".";
+    return filledIn(localized("Network", "The server “%1” answered %2."),
+                    {failed.host, httpStatusText(failed.status)});
   if (failed.curlCode == CURLE_SSL_CACERT_BADFILE)
-    return "The file of trusted certificates could not be read.";
+    return localized("Network", "The file of trusted certificates could not be read.");
   switch (code) {
     case kURLErrorTimedOut:
-      return server +
-             (failed.isUpload ? " did not take everything in time." : " did not send everything in time.");
+      return aboutServer(failed.isUpload
+                             ? localized("Network", "The server “%1” did not take everything in time.")
+                             : localized("Network", "The server “%1” did not send everything in time."));
     case kURLErrorCannotFindHost:
-      return server + " could not be found.";
+      return aboutServer(localized("Network", "The server “%1” could not be found."));
     case kURLErrorCannotConnectToHost:
-      return server + " could not be reached.";
+      return aboutServer(localized("Network", "The server “%1” could not be reached."));
     case kURLErrorNetworkConnectionLost:
-      return server + " broke the connection off.";
+      return aboutServer(localized("Network", "The server “%1” broke the connection off."));
     case kURLErrorHTTPTooManyRedirects:
-      return server + " redirects too often.";
+      return aboutServer(localized("Network", "The server “%1” redirects too often."));
     case kURLErrorRedirectToUnsupportedURL:
-      return server + " redirects to an address that is neither http nor https.";
+      return aboutServer(
+          localized("Network", "The server “%1” redirects to an address that is neither http nor https."));
     case kURLErrorBadServerResponse:
-      return server + " gave an answer that cannot be understood.";
+      return aboutServer(localized("Network", "The server “%1” gave an answer that cannot be understood."));
     case kURLErrorServerCertificateUntrusted:
-      return server + " has a certificate that is not trusted.";
+      return aboutServer(localized("Network", "The server “%1” has a certificate that is not trusted."));
     case kURLErrorSecureConnectionFailed:
-      return server + " made no secure connection.";
+      return aboutServer(localized("Network", "The server “%1” made no secure connection."));
     default:
-      return (failed.isUpload ? "Sending to " : "Loading from ") + quoted(failed.host) +
-             " failed: " + curl_easy_strerror(static_cast<CURLcode>(failed.curlCode)) + ".";
+      return filledIn(failed.isUpload ? localized("Network", "Sending to “%1” failed: %2.")
+                                      : localized("Network", "Loading from “%1” failed: %2."),
+                      {failed.host, curl_easy_strerror(static_cast<CURLcode>(failed.curlCode))});
   }
 }
 
@@ -100,30 +102,36 @@ Error urlError(URLErrorCode code, std::string description) {
 }
 
 Error badURLError() {
-  return urlError(kURLErrorBadURL, "The address is not a valid URL.");
+  return urlError(kURLErrorBadURL, localized("Network", "The address is not a valid URL."));
 }
 
 Error unsupportedURLError(std::string_view scheme) {
-  return urlError(kURLErrorUnsupportedURL,
-                  "Addresses that begin with " + quoted(std::string(scheme) + ":") + " cannot be loaded.");
+  return urlError(
+      kURLErrorUnsupportedURL,
+      filledIn(localized("Network", "Addresses that begin with “%1:” cannot be loaded."), {scheme}));
 }
 
 Error tooLargeError(std::string_view name, std::int64_t most) {
   constexpr std::int64_t kMebibyte = std::int64_t{1} << 20;
-  const std::string limit =
-      most % kMebibyte == 0 ? std::to_string(most / kMebibyte) + " MiB" : std::to_string(most) + " bytes";
+  const std::string limit = most % kMebibyte == 0
+                                ? std::to_string(most / kMebibyte) + " MiB"
+                                : filledIn(localized("Network", "%1 bytes"), {std::to_string(most)});
   return urlError(kURLErrorDataLengthExceedsMaximum,
-                  "The data from " + quoted(name) + " are larger than " + limit + ".");
+                  filledIn(localized("Network", "The data from “%1” are larger than %2."), {name, limit}));
 }
 
 Error insecureConnectionError(std::string_view host) {
-  return urlError(kURLErrorInsecureConnection, "The connection to the server " + quoted(host) +
-                                                   " is not encrypted, so the password was not sent.");
+  return urlError(
+      kURLErrorInsecureConnection,
+      filledIn(localized("Network",
+                         "The connection to the server “%1” is not encrypted, so the password was not sent."),
+               {host}));
 }
 
 Error cannotReadSourceError(std::string_view host) {
-  return urlError(kURLErrorCannotReadSource,
-                  "The file for the server " + quoted(host) + " could not be read to its end.");
+  return urlError(
+      kURLErrorCannotReadSource,
+      filledIn(localized("Network", "The file for the server “%1” could not be read to its end."), {host}));
 }
 
 Error transferError(const FailedTransfer& failed) {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/foundation/FolderCreation.h"
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/PropertyList.h"
 
 namespace clipwave {
@@ -22,9 +23,11 @@ Result<Dictionary> readDictionary(FileManager& files, const std::string& path) {
   }
   auto list = propertyListFromData(*data);
   if (list && list->kind() == Value::Kind::Dictionary) return list->dictionaryValue();
-  const std::string reason = list ? "it holds no dictionary." : list.error().localizedDescription;
-  return cocoaError(kPropertyListReadCorruptError,
-                    "The settings in \u201c" + path + "\u201d could not be read: " + reason);
+  const std::string reason =
+      list ? localized("Files", "it holds no dictionary.") : list.error().localizedDescription;
+  return cocoaError(
+      kPropertyListReadCorruptError,
+      filledIn(localized("Files", "The settings in “%1” could not be read: %2"), {path, reason}));
 }
 
 }  // namespace

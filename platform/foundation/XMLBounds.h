@@ -24,8 +24,6 @@ inline constexpr std::size_t kLongestXMLDocumentType = 65'536;
 // The parser's dictionary does not grow with its names and gets slow.
 inline constexpr int kMostXMLNames = 65'536;
 
-inline constexpr std::string_view kTooManyXMLNodes = "The document holds too many elements.";
-
 inline Error refusedXML(std::string_view reason) {
   return cocoaError(kPropertyListReadCorruptError, std::string(reason));
 }

@@ -3,6 +3,7 @@
 #include <new>
 #include <utility>
 
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/XMLBounds.h"
 #include "platform/foundation/XMLEncoding.h"
 #include "platform/foundation/XMLReader.h"
@@ -108,8 +109,8 @@ XMLDocument::~XMLDocument() = default;
 Result<XMLDocument> XMLDocument::parse(std::string_view data, Parsing parsing, std::string_view charset) try {
   const bool tolerant = parsing == Parsing::Tolerant;
   std::optional<std::string> text = decodedXML(data, charset, tolerant);
-  if (!text) return refusedXML("The document's bytes do not fit its encoding.");
-  if (text->size() > kMostXMLBytes) return refusedXML("The document is too large.");
+  if (!text) return refusedXML(localized("Documents", "The document's bytes do not fit its encoding."));
+  if (text->size() > kMostXMLBytes) return refusedXML(localized("Documents", "The document is too large."));
   Result<std::unique_ptr<XMLTree>> tree = readXML(*text, tolerant);
   if (!tree && tolerant) {
     if (firstUnfitByte(*text) != std::string::npos) *text = textFitForXML(*text);
@@ -118,7 +119,7 @@ Result<XMLDocument> XMLDocument::parse(std::string_view data, Parsing parsing, s
   if (!tree) return tree.error();
   return XMLDocument(*std::move(tree));
 } catch (const std::bad_alloc&) {
-  return refusedXML("There is not enough memory for the document.");
+  return refusedXML(localized("Documents", "There is not enough memory for the document."));
 }
 
 XMLElement XMLDocument::rootElement() const {

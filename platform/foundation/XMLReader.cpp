@@ -11,6 +11,7 @@
 #include <new>
 #include <optional>
 
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/XMLBounds.h"
 #include "platform/foundation/XMLTag.h"
 #include "platform/foundation/XMLTreeBuilder.h"
@@ -26,7 +27,7 @@ std::string_view view(const xmlChar* text, int length) {
 }
 
 Error refusedAt(std::ptrdiff_t line, std::string_view reason) {
-  return refusedXML("Line " + std::to_string(line) + ": " + std::string(reason));
+  return refusedXML(filledIn(localized("Documents", "Line %1: %2"), {std::to_string(line), reason}));
 }
 
 std::ptrdiff_t lineOf(std::string_view text, std::size_t at) {
@@ -66,7 +67,8 @@ std::optional<Error> overburdening(std::string_view text) {
     }
     if (!rest.starts_with("<!") && !rest.starts_with("<?")) {
       const TagExtent tag = extentOfTag(text, at);
-      if (tag.attributes > kMostXMLAttributes) return refusedXML("A tag carries too many attributes.");
+      if (tag.attributes > kMostXMLAttributes)
+        return refusedXML(localized("Documents", "A tag carries too many attributes."));
       if (tag.end == std::string_view::npos) break;
       at = tag.end;
       continue;
@@ -81,9 +83,10 @@ std::optional<Error> overburdening(std::string_view text) {
     } else {
       end = endOfXMLDocumentType(text, at);
       if (end - at > kLongestXMLDocumentType && end <= text.size())
-        return refusedXML("The document type is too long.");
+        return refusedXML(localized("Documents", "The document type is too long."));
     }
-    if (end == std::string_view::npos) return refusedAt(lineOf(text, at), "What begins here has no end.");
+    if (end == std::string_view::npos)
+      return refusedAt(lineOf(text, at), localized("Documents", "What begins here has no end."));
     at = end;
   }
   return std::nullopt;
@@ -125,7 +128,7 @@ struct Parse {
     if (!refusesControls) return;
     for (std::size_t at = 0; (at = text.find('\xC2', at)) != std::string_view::npos; ++at) {
       if (at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) < 0xA0)
-        return failHere("There is a control character.");
+        return failHere(localized("Documents", "There is a control character."));
     }
   }
 };
@@ -173,10 +176,12 @@ void startElement(void* context, const xmlChar* name, const xmlChar** attributes
       parse.checkControls(value);
       parse.builder.addAttribute(view(each[0]), value);
     }
-    if (parse.builder.isOverfull()) parse.fail(refusedXML(kTooManyXMLNodes));
-    if (parse.builder.openElements() > kMostXMLLevels) parse.failHere("The elements are nested too deeply.");
+    if (parse.builder.isOverfull())
+      parse.fail(refusedXML(localized("Documents", "The document holds too many elements.")));
+    if (parse.builder.openElements() > kMostXMLLevels)
+      parse.failHere(localized("Documents", "The elements are nested too deeply."));
     if (xmlDictSize(parse.parser->dict) > kMostXMLNames)
-      parse.fail(refusedXML("The document holds too many different names."));
+      parse.fail(refusedXML(localized("Documents", "The document holds too many different names.")));
   });
 }
 
@@ -196,7 +201,8 @@ void appendText(void* context, const xmlChar* text, int length) {
 void addInstruction(void* context, const xmlChar* target, const xmlChar* data) {
   guarded(context, [=](Parse& parse) {
     parse.builder.addInstruction(view(target), view(data));
-    if (parse.builder.isOverfull()) parse.fail(refusedXML(kTooManyXMLNodes));
+    if (parse.builder.isOverfull())
+      parse.fail(refusedXML(localized("Documents", "The document holds too many elements.")));
   });
 }
 
@@ -205,7 +211,8 @@ void addInstruction(void* context, const xmlChar* target, const xmlChar* data) {
 xmlEntity* findEntity(void* context, const xmlChar* name) {
   guarded(context, [=](Parse& parse) {
     const bool isDeclaration = parse.parser->inSubset != 0;
-    if (!isDeclaration) parse.failHere("The entity \"" + std::string(view(name)) + "\" is not known.");
+    if (!isDeclaration)
+      parse.failHere(filledIn(localized("Documents", "The entity “%1” is not known."), {view(name)}));
   });
   return nullptr;
 }
@@ -215,8 +222,9 @@ void declareAttribute(void* context, const xmlChar*, const xmlChar*, int, int, c
                       xmlEnumeration* tree) {
   xmlFreeEnumeration(tree);
   if (defaultValue == nullptr) return;
-  guarded(context,
-          [](Parse& parse) { parse.fail(refusedXML("The document type declares attribute values.")); });
+  guarded(context, [](Parse& parse) {
+    parse.fail(refusedXML(localized("Documents", "The document type declares attribute values.")));
+  });
 }
 
 void noteError(void* context, xmlErrorPtr problem) {
@@ -263,17 +271,18 @@ void run(Parse& parse, const std::string& text) {
 }  // namespace
 
 Result<std::unique_ptr<XMLTree>> readXML(const std::string& text, bool fromAnyone) {
-  if (text.size() > INT_MAX) return refusedXML("The document is too large.");
+  if (text.size() > INT_MAX) return refusedXML(localized("Documents", "The document is too large."));
   // The parser would take it for the end of the text.
   if (const std::size_t nul = text.find('\0'); nul != std::string::npos)
-    return refusedAt(lineOf(text, nul), "There is a character that XML cannot carry.");
+    return refusedAt(lineOf(text, nul),
+                     localized("Documents", "There is a character that XML cannot carry."));
   if (std::optional<Error> error = overburdening(text)) return *std::move(error);
   Parse parse;
   parse.refusesControls = fromAnyone;
   run(parse, text);
   if (parse.error) return *std::move(parse.error);
-  if (parse.parser->wellFormed == 0) return refusedXML("The document is not XML.");
-  if (!parse.builder.hasRoot()) return refusedXML("The document holds no element.");
+  if (parse.parser->wellFormed == 0) return refusedXML(localized("Documents", "The document is not XML."));
+  if (!parse.builder.hasRoot()) return refusedXML(localized("Documents", "The document holds no element."));
   return parse.builder.takeTree();
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/foundation/ASCII.h"
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/XMLBounds.h"
 #include "platform/foundation/XMLTag.h"
 #include "platform/foundation/XMLText.h"
@@ -138,10 +139,11 @@ class Assembly {
     for (std::size_t i = RootSearch(text_, tokens).run(); i < tokens.size(); ++i) {
       if (builder_.hasRoot() && open_.empty()) break;
       take(tokens[i]);
-      if (builder_.isOverfull()) return refusedXML(kTooManyXMLNodes);
+      if (builder_.isOverfull())
+        return refusedXML(localized("Documents", "The document holds too many elements."));
     }
     while (!open_.empty()) close();
-    if (!builder_.hasRoot()) return refusedXML("The document holds no element.");
+    if (!builder_.hasRoot()) return refusedXML(localized("Documents", "The document holds no element."));
     return builder_.takeTree();
   }
 
@@ -229,11 +231,13 @@ class Assembly {
 }  // namespace
 
 Result<std::unique_ptr<XMLTree>> readBrokenXML(std::string_view text) {
-  if (text.size() >= UINT32_MAX) return refusedXML("The document is too large.");
+  if (text.size() >= UINT32_MAX) return refusedXML(localized("Documents", "The document is too large."));
   XMLTokenizer tokenizer(text);
   tokenizer.run();
-  if (tokenizer.isHopeless()) return refusedXML("The document is no XML that could be repaired.");
-  if (tokenizer.isOverburdened()) return refusedXML(kTooManyXMLNodes);
+  if (tokenizer.isHopeless())
+    return refusedXML(localized("Documents", "The document is no XML that could be repaired."));
+  if (tokenizer.isOverburdened())
+    return refusedXML(localized("Documents", "The document holds too many elements."));
   matchTags(text, tokenizer.tokens());
   return Assembly(text).assemble(tokenizer.tokens());
 }

@@ -13,6 +13,7 @@
 #include <system_error>
 #include <thread>
 
+#include "platform/foundation/Localization.h"
 #include "platform/quicktime/CameraModes.h"
 
 extern "C" {
@@ -139,7 +140,8 @@ void silenceSystemSound() {
 std::vector<CaptureDevice> microphones() {
   std::vector<CaptureDevice> found;
   if (hasSoundServer()) found = soundServerSources();
-  if (hasSystemSound()) found.push_back({std::string(kSystemSound), "The System’s Sound Input"});
+  if (hasSystemSound())
+    found.push_back({std::string(kSystemSound), localized("Devices", "The System’s Sound Input")});
   return found;
 }
 
@@ -167,7 +169,8 @@ class SystemCaptureDevices final : public CaptureDevices {
   std::vector<CaptureDevice> list(OSType mediaType) override {
     const bool isVideo = mediaType == kVideoMediaType;
     auto found = answerInTime<std::vector<CaptureDevice>>(isVideo ? cameras : microphones);
-    found.push_back({std::string(kTestPatternDevice), isVideo ? "Test Pattern" : "Test Tone"});
+    found.push_back({std::string(kTestPatternDevice),
+                     isVideo ? localized("Devices", "Test Pattern") : localized("Devices", "Test Tone")});
     return found;
   }
 

@@ -16,6 +16,7 @@ extern "C" {
 }
 
 #include "platform/foundation/FileManager.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 namespace {
@@ -171,8 +172,9 @@ bool FragmentedFile::addToIndex(std::string_view fragment) {
 
 Result<void> FragmentedFile::finish() {
   if (whole_ == 0)
-    return cocoaError(kFileWriteUnknownError,
-                      "Nothing was recorded into “" + lastPathComponent(path_) + "”.");
+    return cocoaError(
+        kFileWriteUnknownError,
+        filledIn(localized("Recording", "Nothing was recorded into “%1”."), {lastPathComponent(path_)}));
   const int fault = lookForFault();
   if (cutBack() == 0 && index_ && index_->finish(whole_)) {
     std::string index = index_->take();
@@ -217,19 +219,24 @@ Error FragmentedFile::error(int number) const {
   switch (number) {
     case ENOENT:
     case ENOTDIR:
-      return cocoaError(kFileNoSuchFileError, "The movie “" + name + "” is missing.");
+      return cocoaError(kFileNoSuchFileError,
+                        filledIn(localized("Movies", "The movie “%1” is missing."), {name}));
     case EACCES:
     case EPERM:
-      return cocoaError(kFileWriteNoPermissionError, "The movie “" + name + "” may not be written.");
+      return cocoaError(kFileWriteNoPermissionError,
+                        filledIn(localized("Movies", "The movie “%1” may not be written."), {name}));
     case EROFS:
-      return cocoaError(kFileWriteVolumeReadOnlyError, "The disk of “" + name + "” is read-only.");
+      return cocoaError(kFileWriteVolumeReadOnlyError,
+                        filledIn(localized("Movies", "The disk of “%1” is read-only."), {name}));
     case ENOSPC:
     case EDQUOT:
     case EFBIG:
-      return cocoaError(kFileWriteOutOfSpaceError, "There is no more room on the disk for “" + name + "”.");
+      return cocoaError(kFileWriteOutOfSpaceError,
+                        filledIn(localized("Movies", "There is no more room on the disk for “%1”."), {name}));
     default:
-      return cocoaError(kFileWriteUnknownError, "The movie “" + name + "” could not be written: " +
-                                                    std::generic_category().message(number) + ".");
+      return cocoaError(kFileWriteUnknownError,
+                        filledIn(localized("Movies", "The movie “%1” could not be written: %2."),
+                                 {name, std::generic_category().message(number)}));
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/foundation/Localization.h"
 #include "platform/quicktime/CaptureTime.h"
 
 namespace clipwave {
@@ -82,13 +83,16 @@ Result<void> GrabberChannel::setDevice(std::string_view identifier) {
   const std::vector<CaptureDevice> found = devices();
   const auto device = std::ranges::find(found, identifier, &CaptureDevice::identifier);
   if (services_.isRecording())
-    return cocoaError(kFileReadUnknownError, "The device cannot be changed during a recording.");
+    return cocoaError(kFileReadUnknownError,
+                      localized("Recording", "The device cannot be changed during a recording."));
   if (device == found.end())
-    return cocoaError(kFileReadNoSuchFileError, "The device is not connected any more.");
+    return cocoaError(kFileReadNoSuchFileError,
+                      localized("Recording", "The device is not connected any more."));
   openUntil_ = captureTime() + kLongestOpening;
   if (*device == device_ && !source_->hasEnded()) return {};
   if (!tryDevice(*device))
-    return cocoaError(kFileReadUnknownError, "“" + device->name + "” cannot be used at the moment.");
+    return cocoaError(kFileReadUnknownError,
+                      filledIn(localized("Recording", "“%1” cannot be used at the moment."), {device->name}));
   return services_.defaults.setValue(choiceKey(), std::string(identifier));
 }
 

@@ -17,6 +17,7 @@ extern "C" {
 }
 
 #include "platform/foundation/FileManager.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 namespace {
@@ -38,10 +39,13 @@ void keepQuiet(void*, int, const char*, va_list) {}
 Error openError(const std::string& path, int code) {
   const std::string name = lastPathComponent(path);
   if (code == ENOENT || code == ENOTDIR)
-    return cocoaError(kFileReadNoSuchFileError, "The movie “" + name + "” is missing.");
+    return cocoaError(kFileReadNoSuchFileError,
+                      filledIn(localized("Movies", "The movie “%1” is missing."), {name}));
   if (code == EACCES || code == EPERM)
-    return cocoaError(kFileReadNoPermissionError, "The movie “" + name + "” may not be read.");
-  return cocoaError(kFileReadUnknownError, "“" + name + "” cannot be played as a movie.");
+    return cocoaError(kFileReadNoPermissionError,
+                      filledIn(localized("Movies", "The movie “%1” may not be read."), {name}));
+  return cocoaError(kFileReadUnknownError,
+                    filledIn(localized("Movies", "“%1” cannot be played as a movie."), {name}));
 }
 
 // Photographs come in the same container as movies; only the brand at the head of the file tells.

@@ -14,6 +14,7 @@ extern "C" {
 }
 
 #include "platform/foundation/FileManager.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 namespace {
@@ -62,7 +63,8 @@ Result<std::unique_ptr<MovieReader>> MovieReader::open(const std::string& path,
   reader->choose(reader->sound_, AVMEDIA_TYPE_AUDIO);
   if (!reader->hasPicture() && !reader->hasSound()) {
     return cocoaError(kFileReadUnknownError,
-                      "The movie “" + lastPathComponent(path) + "” is of a kind that cannot be played.");
+                      filledIn(localized("Movies", "The movie “%1” is of a kind that cannot be played."),
+                               {lastPathComponent(path)}));
   }
   reader->readFacts();
   return reader;

@@ -9,6 +9,7 @@ extern "C" {
 #include <libavcodec/avcodec.h>
 }
 
+#include "platform/foundation/Localization.h"
 #include "platform/quicktime/CaptureTime.h"
 #include "platform/quicktime/FragmentedFile.h"
 #include "platform/quicktime/PictureEncoder.h"
@@ -34,7 +35,7 @@ constexpr double kJitter = 0.05;
 constexpr double kLongestRecording = 1e8;  // seconds; a time beyond is a mistake
 
 Error encodingError() {
-  return cocoaError(kFileWriteUnknownError, "The recording could not be encoded.");
+  return cocoaError(kFileWriteUnknownError, localized("Recording", "The recording could not be encoded."));
 }
 
 class FragmentedMovieWriter final : public MovieWriter {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/foundation/FileManager.h"
+#include "platform/foundation/Localization.h"
 
 namespace clipwave {
 namespace {
@@ -48,7 +49,8 @@ void PlayerThread::run() {
   } catch (const std::exception& exception) {
     const std::string reason = exception.what();
     link_.report([&](PlayerNews& news) {
-      news.error = cocoaError(kFileReadUnknownError, "The movie cannot be played: " + reason + ".");
+      news.error = cocoaError(kFileReadUnknownError,
+                              filledIn(localized("Movies", "The movie cannot be played: %1."), {reason}));
     });
   }
 }
@@ -264,8 +266,10 @@ void PlayerThread::finish() {
   atEnd_ = true;
   std::optional<Error> error;
   if (isBroken) {
-    error = cocoaError(kFileReadUnknownError, "The movie “" + lastPathComponent(path_) +
-                                                  "” is damaged: it breaks off before its end.");
+    error =
+        cocoaError(kFileReadUnknownError,
+                   filledIn(localized("Movies", "The movie “%1” is damaged: it breaks off before its end."),
+                            {lastPathComponent(path_)}));
   }
   link_.setMoment({position_, steady_clock::now(), false, serial_});
   link_.reportStop(serial_, std::move(error));

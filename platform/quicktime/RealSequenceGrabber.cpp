@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/foundation/Localization.h"
 #include "platform/quicktime/CaptureTime.h"
 
 namespace clipwave {
@@ -12,6 +13,14 @@ OSStatus statusOf(const Error& error) {
   if (error.code == kFileWriteOutOfSpaceError) return dskFulErr;
   if (error.code == kFileReadNoSuchFileError || error.code == kFileNoSuchFileError) return fnfErr;
   return ioErr;
+}
+
+std::string cameraIsGone() {
+  return localized("Recording", "The camera was disconnected.");
+}
+
+std::string microphoneIsGone() {
+  return localized("Recording", "The microphone was disconnected.");
 }
 
 }  // namespace
@@ -110,8 +119,8 @@ void RealSequenceGrabber::draw(bool again) {
 }
 
 OSStatus RealSequenceGrabber::checkDevices() {
-  const std::pair<GrabberChannel*, const char*> channels[] = {
-      {video_.get(), "The camera was disconnected."}, {sound_.get(), "The microphone was disconnected."}};
+  const std::pair<GrabberChannel*, std::string> channels[] = {{video_.get(), cameraIsGone()},
+                                                              {sound_.get(), microphoneIsGone()}};
   OSStatus status = noErr;
   for (const auto& [channel, sentence] : channels) {
     if (channel == nullptr || !channel->noticeEnd()) continue;
@@ -129,7 +138,8 @@ OSStatus RealSequenceGrabber::fail(OSStatus status, std::string trouble) {
 
 OSStatus RealSequenceGrabber::fail(const Error& error) {
   const bool isFull = error.code == kFileWriteOutOfSpaceError;
-  return fail(statusOf(error), isFull ? "The disk is full." : error.localizedDescription);
+  return fail(statusOf(error),
+              isFull ? localized("Recording", "The disk is full.") : error.localizedDescription);
 }
 
 OSStatus RealSequenceGrabber::update() {
@@ -171,9 +181,10 @@ bool RealSequenceGrabber::records(const GrabberChannel* channel) const {
 OSStatus RealSequenceGrabber::startRecord() {
   if (recording_ || path_.empty()) return paramErr;
   if (!records(video_.get()) && !records(sound_.get())) return paramErr;
-  if (!kit_.services.files.fileExistsAtPath(path_)) return fail(fnfErr, "There is no file to record into.");
-  if (records(video_.get()) && !video_->refresh()) return fail(ioErr, "The camera was disconnected.");
-  if (records(sound_.get()) && !sound_->refresh()) return fail(ioErr, "The microphone was disconnected.");
+  if (!kit_.services.files.fileExistsAtPath(path_))
+    return fail(fnfErr, localized("Recording", "There is no file to record into."));
+  if (records(video_.get()) && !video_->refresh()) return fail(ioErr, cameraIsGone());
+  if (records(sound_.get()) && !sound_->refresh()) return fail(ioErr, microphoneIsGone());
   return openRecording();
 }
 

@@ -8,6 +8,8 @@ extern "C" {
 #include <libavutil/frame.h>
 }
 
+#include "platform/foundation/Localization.h"
+
 namespace clipwave {
 namespace {
 
@@ -28,7 +30,7 @@ Result<std::unique_ptr<Recording>> Recording::start(const Plan& plan) {
   try {
     return std::unique_ptr<Recording>(new Recording(plan, std::move(*writer)));
   } catch (const std::system_error&) {
-    return cocoaError(kFileWriteUnknownError, "The recording could not be started.");
+    return cocoaError(kFileWriteUnknownError, localized("Recording", "The recording could not be started."));
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 
+#include "desktop/Language.h"
 #include "tests/support/TemporaryFolder.h"
 
 int main(int argc, char** argv) {
@@ -16,6 +17,7 @@ int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("CLIPWAVE_TEST_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   ::testing::InitGoogleTest(&argc, argv);
   QApplication application(argc, argv);
+  const clipwave::Language language({QStringLiteral("C")});
   QApplication::setDesktopSettingsAware(false);
   return RUN_ALL_TESTS();
 }

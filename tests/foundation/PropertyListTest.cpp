@@ -44,13 +44,13 @@ TEST(PropertyList, AnythingElseIsReportedAsCorruptWithTheReason) {
   const std::pair<std::string, const char*> corrupt[] = {
       {"bplist00\xD1", "property list cannot be read"},
       {deep, "cannot be read"},
-      {"<html><true/></html>", "\"html\", not \"plist\""},
+      {"<html><true/></html>", "“html”, not “plist”"},
       {plist("<true/><true/>"), "2 values"},
-      {plist("<dict><key>k</key><key>l</key></dict>"), "The key \"k\" has no value."},
+      {plist("<dict><key>k</key><key>l</key></dict>"), "The key “k” has no value."},
       {plist("<dict><true/></dict>"), "no key"},
       {plist("<array>loose<true/></array>"), "Text stands between"},
-      {plist("<array><set/></array>"), "\"set\" is no kind of value."},
-      {plist("<integer>12 apples</integer>"), "\"12 apples\" is no integer."},
+      {plist("<array><set/></array>"), "“set” is no kind of value."},
+      {plist("<integer>12 apples</integer>"), "“12 apples” is no integer."},
       {plist("<data>A=A=</data>"), "is no data."}};
   for (const auto& [data, complaint] : corrupt) EXPECT_THAT(failureOf(data), HasSubstr(complaint));
 }

@@ -66,7 +66,7 @@ TEST(XMLDocument, StrictParsingSaysWhereTextIsNotWellFormed) {
     EXPECT_NE(strictFailure(text), "") << text;
   // What a document type may declare would leave a hole in the text.
   EXPECT_EQ(strictFailure("<!DOCTYPE r [<!ENTITY e 'x'>]>\n<r>&e;</r>"),
-            "Line 2: The entity \"e\" is not known.");
+            "Line 2: The entity “e” is not known.");
   EXPECT_EQ(strictFailure("<!DOCTYPE r [<!-- " + times(20'000, "x ]>\n'") + " -->]><r/>"),
             "The document type is too long.");
   EXPECT_EQ(strictFailure(times(200, "<a>") + times(200, "</a>")), "");
