@@ -75,6 +75,13 @@
     </message>
 </context>
 <context>
+    <name>Arrivals</name>
+    <message>
+        <source>“%1” is not an address on the web.</source>
+        <translation>„%1“ ist keine Adresse im Web.</translation>
+    </message>
+</context>
+<context>
     <name>CaptureSettings</name>
     <message>
         <source>Settings</source>
@@ -1723,6 +1730,18 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
         <source>Please enter a number that is not negative.</source>
         <translation>Bitte eine Zahl eingeben, die nicht negativ ist.</translation>
     </message>
+    <message>
+        <source>Subscriptions</source>
+        <translation>Abonnements</translation>
+    </message>
+    <message>
+        <source>Open &amp;subscription links (itpc, pcast) with Clipwave</source>
+        <translation>Abo-&amp;Links (itpc, pcast) mit Clipwave öffnen</translation>
+    </message>
+    <message>
+        <source>The desktop then hands such links to Clipwave, which makes a channel of the feed</source>
+        <translation>Der Desktop übergibt solche Links dann an Clipwave, das aus dem Feed einen Kanal macht</translation>
+    </message>
 </context>
 <context>
     <name>ProgramNames</name>
@@ -1768,6 +1787,13 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
     <message>
         <source>Folder</source>
         <translation>Ordner</translation>
+    </message>
+</context>
+<context>
+    <name>QObject</name>
+    <message>
+        <source>Clipwave has to be installed before links can open with it.</source>
+        <translation>Clipwave muss installiert sein, bevor Links damit geöffnet werden können.</translation>
     </message>
 </context>
 <context>

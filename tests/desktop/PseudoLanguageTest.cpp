@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -57,6 +58,7 @@ class PseudoLanguage : public RunningDesktop {
   // Notes what of the window is not translated or has no room.
   void look(QWidget& root, const QString& name);
   void lookAtMenus();
+  void lookAtMenu(QMenu& menu);
   // Shows every page of the tabs in turn.
   void lookAtPages(QTabWidget& tabs, const QString& name);
   void expectTranslated(const QWidget& widget, const QString& text);
@@ -172,13 +174,15 @@ void PseudoLanguage::lookAtMenus() {
   for (const QAction* entry : bar.actions())
     EXPECT_TRUE(bar.rect().contains(bar.actionGeometry(const_cast<QAction*>(entry))))
         << "the menu bar has no room";
-  for (QMenu* menu : window().findChildren<QMenu*>()) {
-    emit menu->aboutToShow();
-    expectTranslated(*menu, menu->title());
-    for (const QAction* entry : menu->actions())
-      for (const QString& text : {entry->text(), entry->iconText(), entry->toolTip()})
-        expectTranslated(*menu, text);
-  }
+  for (QMenu* menu : window().findChildren<QMenu*>()) lookAtMenu(*menu);
+}
+
+void PseudoLanguage::lookAtMenu(QMenu& menu) {
+  emit menu.aboutToShow();
+  expectTranslated(menu, menu.title());
+  for (const QAction* entry : menu.actions())
+    for (const QString& text : {entry->text(), entry->iconText(), entry->toolTip()})
+      expectTranslated(menu, text);
 }
 
 void PseudoLanguage::lookAtPages(QTabWidget& tabs, const QString& name) {
@@ -215,6 +219,9 @@ TEST_F(PseudoLanguage, TheOtherWindowsAreTranslatedAndHaveRoom) {
   lookAtSheet("editImageProps:", state().editImagePropsWindow, "closeEditImagePropsSheet:");
   lookAtSheet("showAboutWindow:", desktop().program().controller().aboutWindowController().window(),
               "closeAboutWindow:");
+  state().statusWindow.makeKeyAndOrderFront();
+  look(*shown(state().statusWindow), "report");
+  state().statusWindow.orderOut();
   reply([&](QDialog& dialog) {
     lookAtPages(*dialog.findChild<QTabWidget*>(), "preferences");
     wiring.send("dismissPrefs:");
@@ -242,6 +249,7 @@ TEST_F(PseudoLanguage, RecordingIsTranslatedAndHasRoom) {
   Recorder& recorder = sheet.recorder();
   ASSERT_TRUE(until([&] { return recorder.image() != nullptr && sheet.window().isVisible(); }));
   look(*shown(sheet.window()), "record");
+  lookAtMenu(*find<QPushButton>("optionsButton").menu());
   sheet.filenameTextField().edit("");
   look(*shown(sheet.window()), "record-no-name");
   sheet.filenameTextField().edit("Soup");

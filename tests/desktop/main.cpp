@@ -14,6 +14,9 @@ int main(int argc, char** argv) {
     qputenv(folder, home.makeFolder(folder).c_str());
   ::chmod(qgetenv("XDG_RUNTIME_DIR").constData(), 0700);
   qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+  // Whatever the developer's language is.
+  qputenv("LC_ALL", "C.UTF-8");
+  qunsetenv("LANGUAGE");
   if (!qEnvironmentVariableIsSet("CLIPWAVE_TEST_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   ::testing::InitGoogleTest(&argc, argv);
   QApplication application(argc, argv);
