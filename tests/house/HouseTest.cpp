@@ -130,9 +130,10 @@ TEST(House, TheDesktopEntryNamesEveryMovieTypeThatTheProgramTakes) {
   const std::string root = CLIPWAVE_SOURCE_DIR;
   const std::string entry = testing::readFile(root + "/packaging/clipwave.desktop");
   const std::string types = entry.substr(entry.find("MimeType=") + 9);
-  const Names taken = found(testing::readFile(root + "/resources/Info.plist.in"),
-                            "<key>CFBundleTypeMIMETypes</key>\\s*<string>([^<]+)</string>");
+  Names taken = found(testing::readFile(root + "/resources/Info.plist.in"),
+                      "<key>CFBundleTypeMIMETypes</key>\\s*<string>([^<]+)</string>");
   EXPECT_GT(taken.size(), 10U);
+  taken.insert("video/dv");  // feeds say video/x-dv, the desktop's database of types does not
   EXPECT_EQ(found(types, "([^;\\s]+);"), taken);
 }
 
