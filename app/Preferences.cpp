@@ -64,9 +64,9 @@ std::optional<std::string> Preferences::troubleWithAddress(std::string_view key,
   if (address.empty() || (!isServer && key != MemberSettings::kHomePage)) return std::nullopt;
   if (auto trouble = troubleWithMemberAddress(address)) return trouble;
   if (isServer && isReadableOnTheWay(address) && !defaults_.boolean(MemberSettings::kAllowsPlainHTTP))
-    return localized(
-        "Account",
-        "Over plain http anyone on the way can read the password. Use https, or allow plain http first.");
+    return localized("Account",
+                     "Over plain http anyone on the way can read the password. Use https, or allow "
+                     "unencrypted connections first.");
   return std::nullopt;
 }
 

@@ -71,7 +71,7 @@ QString emptyEpisodeListText(const ArrayController& channels) {
     return Texts::tr("No channel is selected.\nDrop movies here to begin a new one.");
   if (channels.selectionIndexes().size() > 1)
     return Texts::tr("Several channels are selected.\nChoose one of them to see its episodes.");
-  return Texts::tr("No episodes yet.\nDrop movies here, or press Record");
+  return Texts::tr("No episodes yet.\nDrop movies here, or press “Record”.");
 }
 
 Observation followEmptyText(RecordTable& episodes, ArrayController& channels) {

@@ -40,7 +40,7 @@ std::string freeSpaceText(std::int64_t bytes) {
     return filledIn(
         localizedCount("Recording", "%1 free, about %n minutes", "%1 free, about %n minute", minutes),
         {size});
-  return filledIn(localized("Recording", "%1 free, hardly a minute"), {size});
+  return filledIn(localized("Recording", "%1 free, less than a minute"), {size});
 }
 
 std::string nameOf(std::string_view path) {

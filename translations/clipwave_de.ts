@@ -31,7 +31,7 @@
 <context>
     <name>Account</name>
     <message>
-        <source>Over plain http anyone on the way can read the password. Use https, or allow plain http first.</source>
+        <source>Over plain http anyone on the way can read the password. Use https, or allow unencrypted connections first.</source>
         <translation>Über unverschlüsseltes HTTP kann unterwegs jeder das Passwort mitlesen. Verwenden Sie HTTPS oder erlauben Sie zuerst unverschlüsselte Verbindungen.</translation>
     </message>
     <message>
@@ -39,7 +39,7 @@
         <translation>Bitte zuerst den Server und den Mitgliedsnamen eingeben.</translation>
     </message>
     <message>
-        <source>An address has no blanks around it.</source>
+        <source>An address has no spaces around it.</source>
         <translation>Eine Adresse darf nicht mit Leerzeichen beginnen oder enden.</translation>
     </message>
     <message>
@@ -684,7 +684,7 @@ Einen davon auswählen, um seine Episoden zu sehen.</translation>
     </message>
     <message>
         <source>No episodes yet.
-Drop movies here, or press Record</source>
+Drop movies here, or press “Record”.</source>
         <translation>Noch keine Episoden.
 Filme hierher ziehen oder auf „Aufnehmen“ klicken.</translation>
     </message>
@@ -1719,7 +1719,7 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
         <translation>&amp;Größte Position</translation>
     </message>
     <message>
-        <source>of the room, such as 0.75</source>
+        <source>of the width, such as 0.75</source>
         <translation>der Breite, zum Beispiel 0.75</translation>
     </message>
     <message>
@@ -1966,8 +1966,8 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
         <translation>„%1“ kann nicht angelegt werden.</translation>
     </message>
     <message>
-        <source>%1 free, hardly a minute</source>
-        <translation>%1 frei, kaum eine Minute</translation>
+        <source>%1 free, less than a minute</source>
+        <translation>%1 frei, weniger als eine Minute</translation>
     </message>
     <message>
         <source>The movie needs a name.</source>

@@ -17,7 +17,7 @@ bool isReadableOnTheWay(std::string_view address) {
 }
 
 std::optional<std::string> troubleWithMemberAddress(std::string_view address) {
-  if (trimmed(address) != address) return localized("Account", "An address has no blanks around it.");
+  if (trimmed(address) != address) return localized("Account", "An address has no spaces around it.");
   const auto disk = WebDAVAddress::fromText(address);
   return disk ? std::nullopt : std::optional(disk.error().localizedDescription);
 }
