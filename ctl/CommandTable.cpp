@@ -5,6 +5,7 @@ namespace clipwave {
 
 namespace {
 
+using Kind = Argument::Kind;
 using Count = Argument::Count;
 
 const Argument kChannel{"CHANNEL", Kind::Channel};

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ctl/CommandLine.h"
+#include "ctl/CommandArguments.h"
 #include "ctl/Companion.h"
 
 namespace clipwave {

@@ -1,7 +1,7 @@
 // What could stand in place of the last word of a command line, for the shells that complete it.
 #pragma once
 
-#include "ctl/CommandLine.h"
+#include "ctl/CommandArguments.h"
 
 namespace clipwave {
 

@@ -1,4 +1,4 @@
-#include "ctl/CommandLine.h"
+#include "ctl/CommandArguments.h"
 
 #include <algorithm>
 

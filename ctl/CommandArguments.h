@@ -12,13 +12,15 @@ namespace clipwave {
 
 using CommandLine = std::vector<std::string>;
 
-// What stands in a place of a command line, for those who complete it.
-enum class Kind { Text, Channel, ChannelOrEpisode, File, Assignment, Setting };
-
 struct Argument {
+  // What stands in its place, for those who complete it. Assignment: KEY=VALUE of the record named before;
+  // Setting: KEY or KEY=VALUE of the user defaults.
+  enum class Kind { Text, Channel, ChannelOrEpisode, File, Assignment, Setting };
+  enum class Count { One, AtMostOne, OneOrMore, Any };
+
   std::string name;  // as the synopsis shows it
   Kind kind = Kind::Text;
-  enum class Count { One, AtMostOne, OneOrMore, Any } count = Count::One;
+  Count count = Count::One;
 
   bool isOptional() const { return count == Count::AtMostOne || count == Count::Any; }
   bool isRepeated() const { return count == Count::OneOrMore || count == Count::Any; }
