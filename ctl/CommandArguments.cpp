@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ctl/CommandHelp.h"
+#include "ctl/CommandTable.h"
 #include "ctl/Commands.h"
 
 namespace clipwave {

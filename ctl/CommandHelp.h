@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "ctl/Commands.h"
+#include "ctl/CommandTable.h"
 
 namespace clipwave {
 

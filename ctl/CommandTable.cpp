@@ -1,4 +1,8 @@
 // The words in which the program and its commands are described.
+#include "ctl/CommandTable.h"
+
+#include <algorithm>
+
 #include "ctl/Commands.h"
 
 namespace clipwave {
@@ -180,6 +184,11 @@ const std::vector<Command>& commandTable() {
        runDefaults},
   };
   return kTable;
+}
+
+const Command* commandNamed(const std::string& name) {
+  const auto command = std::ranges::find(commandTable(), name, &Command::name);
+  return command == commandTable().end() ? nullptr : &*command;
 }
 
 const ProgramDescription& programDescription() {

@@ -4,7 +4,7 @@
 #include <iostream>
 #include <map>
 
-#include "ctl/Commands.h"
+#include "ctl/CommandTable.h"
 #include "ctl/RecordLookup.h"
 #include "ctl/RecordText.h"
 #include "platform/foundation/ProcessInfo.h"
