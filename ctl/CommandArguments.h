@@ -27,10 +27,10 @@ struct Argument {
 };
 
 struct Option {
-  std::string name;   // with its hyphens
-  std::string value;  // as the synopsis shows it; "" for an option that takes none
-  std::string help;   // one line without a full stop
-  int group = 0;      // of those in a group, but 0, only one may be said
+  std::string name;        // with its hyphens
+  std::string value = {};  // as the synopsis shows it; "" for an option that takes none
+  std::string help;        // one line without a full stop
+  int group = 0;           // of those in a group, but 0, only one may be said
   bool isRequired = false;
 };
 

@@ -12,12 +12,12 @@ namespace clipwave {
 
 struct Command {
   std::string name;
-  std::vector<Argument> arguments;  // optional ones come last, and at the most the last one is repeated
-  std::vector<Option> options;
+  std::vector<Argument> arguments = {};  // optional ones come last, and at the most the last one is repeated
+  std::vector<Option> options = {};
   std::string summary;            // one line without a full stop
   std::vector<std::string> help;  // paragraphs
-  bool opensLibrary;
-  bool mayMeetSecrets;  // wrong words of its command line are not repeated
+  bool opensLibrary = false;
+  bool mayMeetSecrets = false;  // wrong words of its command line are not repeated
   ExitStatus (*run)(Companion& companion, const CommandArguments& arguments);
 };
 
