@@ -24,8 +24,9 @@ const std::vector<std::string> kSetHelp = {
     "such as 2009-03-04T02:05:09Z; paths are seen from the current folder. A vcPath puts another movie in "
     "place. Either all of the values are set or none.",
     "protocolTag is the publish method. 1: into the folder that mediaPath= of the same command names; both "
-    "URLs become http://127.0.0.1/ until vcURL= and websiteURL= say others. 2: onto the iDisk of the .Mac "
-    "account (see account), with the addresses that belong to it; mediaPath is a path there."};
+    "URLs become http://127.0.0.1/ until vcURL= and websiteURL= say others; until then nothing is published. "
+    "2: onto the iDisk of the .Mac account (see account), with the addresses that belong to it; mediaPath is "
+    "a path there."};
 
 const std::vector<std::string> kPublishHelp = {
     "Prints the subscription links of the channels published. What becomes of files that exist at the "
