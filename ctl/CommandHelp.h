@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "ctl/Commands.h"
+#include "ctl/CommandTable.h"
 
 namespace clipwave {
 
@@ -12,6 +12,7 @@ namespace clipwave {
 std::string textOf(const Option& option);
 // The command with all that it takes, in parts that belong together.
 std::vector<std::string> synopsisPartsOf(const Command& command);
+// The same as one line, as usage errors show it.
 std::string synopsisOf(const Command& command);
 
 // Both end in a line break, and have lines of 80 columns at the most.

@@ -1,15 +1,9 @@
 #include "ctl/Commands.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
 namespace clipwave {
-
-const Command* commandNamed(const std::string& name) {
-  const auto command = std::ranges::find(commandTable(), name, &Command::name);
-  return command == commandTable().end() ? nullptr : &*command;
-}
 
 ExitStatus usageError(const std::string& message) {
   printError("clipwavectl", message);

@@ -4,7 +4,7 @@
 #include <iostream>
 #include <map>
 
-#include "ctl/Commands.h"
+#include "ctl/CommandTable.h"
 #include "ctl/RecordLookup.h"
 #include "ctl/RecordText.h"
 #include "platform/foundation/ProcessInfo.h"
@@ -105,7 +105,8 @@ void offerSettings(const UserDefaultsController& defaults, const std::string& ty
   }
 }
 
-void offerArgument(Kind kind, const CommandLine& before, const std::string& typed) {
+void offerArgument(Argument::Kind kind, const CommandLine& before, const std::string& typed) {
+  using Kind = Argument::Kind;
   if (kind == Kind::Text) return;
   if (kind == Kind::File) return offerFiles();
   Companion companion(executablePath(), false);

@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "ctl/CommandHelp.h"
+#include "ctl/CommandTable.h"
 #include "ctl/Commands.h"
 #include "ctl/Completion.h"
 #include "platform/foundation/ProcessInfo.h"

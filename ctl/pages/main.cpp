@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "ctl/CommandHelp.h"
-#include "ctl/Commands.h"
+#include "ctl/CommandTable.h"
 
 namespace clipwave {
 

@@ -12,23 +12,25 @@ namespace clipwave {
 
 using CommandLine = std::vector<std::string>;
 
-// What stands in a place of a command line, for those who complete it.
-enum class Kind { Text, Channel, ChannelOrEpisode, File, Assignment, Setting };
-
 struct Argument {
+  // What stands in its place, for those who complete it. Assignment: KEY=VALUE of the record named before;
+  // Setting: KEY or KEY=VALUE of the user defaults.
+  enum class Kind { Text, Channel, ChannelOrEpisode, File, Assignment, Setting };
+  enum class Count { One, AtMostOne, OneOrMore, Any };
+
   std::string name;  // as the synopsis shows it
   Kind kind = Kind::Text;
-  enum class Count { One, AtMostOne, OneOrMore, Any } count = Count::One;
+  Count count = Count::One;
 
   bool isOptional() const { return count == Count::AtMostOne || count == Count::Any; }
   bool isRepeated() const { return count == Count::OneOrMore || count == Count::Any; }
 };
 
 struct Option {
-  std::string name;   // with its hyphens
-  std::string value;  // as the synopsis shows it; "" for an option that takes none
-  std::string help;   // one line without a full stop
-  int group = 0;      // of those in a group, but 0, only one may be said
+  std::string name;        // with its hyphens
+  std::string value = {};  // as the synopsis shows it; "" for an option that takes none
+  std::string help;        // one line without a full stop
+  int group = 0;           // of those in a group, but 0, only one may be said
   bool isRequired = false;
 };
 

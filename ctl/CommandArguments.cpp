@@ -1,8 +1,9 @@
-#include "ctl/CommandLine.h"
+#include "ctl/CommandArguments.h"
 
 #include <algorithm>
 
 #include "ctl/CommandHelp.h"
+#include "ctl/CommandTable.h"
 #include "ctl/Commands.h"
 
 namespace clipwave {
