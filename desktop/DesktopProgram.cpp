@@ -95,7 +95,7 @@ bool DesktopProgram::start(const std::vector<std::string>& items) {
   signals_ = std::make_unique<TerminationSignals>(*runLoop_, [this] { interface_->quit(); });
   arrivals_ = std::make_unique<Arrivals>(*program_);
   if (instance_) {
-    instance_->setOnFiles([this](const std::vector<std::string>& others, const QByteArray& activationToken) {
+    instance_->setOnItems([this](const std::vector<std::string>& others, const QByteArray& activationToken) {
       interface_->raise(activationToken);
       arrivals_->take(others);
     });

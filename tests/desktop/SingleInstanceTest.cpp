@@ -48,7 +48,7 @@ class SingleInstanceTest : public ::testing::Test {
     return found.size() == 1 ? QString::fromStdString(folder / found.front().toStdString()) : QString();
   }
   void receive(SingleInstance& instance) {
-    instance.setOnFiles([this](const std::vector<std::string>& paths, const QByteArray& token) {
+    instance.setOnItems([this](const std::vector<std::string>& paths, const QByteArray& token) {
       received.push_back(token.toStdString());
       received.insert(received.end(), paths.begin(), paths.end());
     });
