@@ -1,5 +1,6 @@
 #include "record/RecordWindowController.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "platform/foundation/FileManager.h"
@@ -31,7 +32,8 @@ std::string freeSpaceText(std::int64_t bytes) {
     const std::string mark = localized("Recording", ".");
     size = std::to_string(megabytes / 1000) + mark + std::to_string(megabytes / 100 % 10) + " GB";
   }
-  const int minutes = static_cast<int>(static_cast<double>(bytes) / kBytesPerSecond / 60);
+  const int minutes =
+      static_cast<int>(std::min(static_cast<double>(bytes) / kBytesPerSecond / 60, 1e9));  // of any disk
   const int hours = minutes / 60;
   if (hours > 1)
     return filledIn(localizedCount("Recording", "%1 free, about %n hours", "%1 free, about %n hour", hours),

@@ -61,14 +61,20 @@ class Lines {
   bool isInGroup_ = false;
 };
 
+// Of several lines the last one counts.
 std::vector<std::string> applicationsIn(std::string_view text, std::string_view group,
                                         std::string_view type) {
   std::vector<std::string> names;
   for (Lines lines(text, group, type); lines.next();) {
-    if (!lines.isOfType()) continue;
-    for (std::string& name : lines.applications()) names.push_back(std::move(name));
+    if (lines.isOfType()) names = lines.applications();
   }
   return names;
+}
+
+int countOfLines(std::string_view text, std::string_view group, std::string_view type) {
+  int count = 0;
+  for (Lines lines(text, group, type); lines.next();) count += lines.isOfType() ? 1 : 0;
+  return count;
 }
 
 std::string lineOf(std::string_view type, const std::vector<std::string>& applications) {
@@ -98,12 +104,13 @@ std::string without(std::string_view text, std::string_view group, std::string_v
 std::string with(std::string_view text, std::string_view group, std::string_view type,
                  std::string_view application) {
   const std::string others = without(text, group, type, application);
-  const bool hasLine = !applicationsIn(others, group, type).empty();
+  int linesToCome = countOfLines(others, group, type);
+  const bool hasLine = linesToCome > 0;
   const std::string own = lineOf(type, {std::string(application)});
   std::string result;
   bool isDone = false;
   for (Lines lines(others, group, type); lines.next();) {
-    if (hasLine && !isDone && lines.isOfType()) {
+    if (lines.isOfType() && --linesToCome == 0) {
       auto names = lines.applications();
       names.insert(names.begin(), std::string(application));
       result += lineOf(type, names);
@@ -148,25 +155,22 @@ Result<void> DefaultApplications::choose(std::string_view application, std::stri
     chosen = list;
     break;
   }
-  const auto before = contentsOf(chosen);
-  if (!before) return before.error();
-  std::string text = with(*before, kDefaults, type, application);
-  text = without(text, kRemoved, type, application);
-  return write(chosen, *before, with(text, kAdded, type, application));
+  if (auto changed =
+          change(chosen, [&](const std::string& text) { return with(text, kDefaults, type, application); });
+      !changed)
+    return changed;
+  // Associations stand in the list for every desktop alone.
+  return change(lists.back(), [&](const std::string& text) {
+    return with(without(text, kRemoved, type, application), kAdded, type, application);
+  });
 }
 
 Result<void> DefaultApplications::forget(std::string_view application, std::string_view type) {
   for (const std::string& list : ownLists()) {
-    const auto before = contentsOf(list);
-    if (!before) return before.error();
-    const auto isNamedIn = [&](std::string_view group) {
-      const auto names = applicationsIn(*before, group, type);
-      return std::ranges::find(names, application) != names.end();
-    };
-    if (!isNamedIn(kDefaults) && !isNamedIn(kAdded)) continue;
-    const std::string text = without(*before, kDefaults, type, application);
-    if (auto written = write(list, *before, without(text, kAdded, type, application)); !written)
-      return written;
+    auto changed = change(list, [&](const std::string& text) {
+      return without(without(text, kDefaults, type, application), kAdded, type, application);
+    });
+    if (!changed) return changed;
   }
   return {};
 }
@@ -192,9 +196,12 @@ Result<std::string> DefaultApplications::contentsOf(const std::string& list) con
   return files_.contentsAtPath(list);
 }
 
-Result<void> DefaultApplications::write(const std::string& list, const std::string& before,
-                                        const std::string& after) {
-  if (after == before) return {};
+Result<void> DefaultApplications::change(const std::string& list,
+                                         const std::function<std::string(const std::string&)>& edit) {
+  const auto before = contentsOf(list);
+  if (!before) return before.error();
+  const std::string after = edit(*before);
+  if (after == *before) return {};
   const std::string folder = stringByDeletingLastPathComponent(list);
   if (auto made = createFolderWithParents(files_, folder, 0700); !made) return made;
   return files_.writeAtomically(after, list);

@@ -2,6 +2,7 @@
 // Internal to this room.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,7 +31,7 @@ class DefaultApplications {
   std::vector<std::string> ownLists() const;
   // "" for a list that is not there.
   Result<std::string> contentsOf(const std::string& list) const;
-  Result<void> write(const std::string& list, const std::string& before, const std::string& after);
+  Result<void> change(const std::string& list, const std::function<std::string(const std::string&)>& edit);
 
   FileManager& files_;
 };

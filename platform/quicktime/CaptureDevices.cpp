@@ -140,8 +140,7 @@ void silenceSystemSound() {
 std::vector<CaptureDevice> microphones() {
   std::vector<CaptureDevice> found;
   if (hasSoundServer()) found = soundServerSources();
-  if (hasSystemSound())
-    found.push_back({std::string(kSystemSound), localized("Devices", "The System’s Sound Input")});
+  if (hasSystemSound()) found.push_back({std::string(kSystemSound), {}});  // named by who shows it
   return found;
 }
 
@@ -169,6 +168,9 @@ class SystemCaptureDevices final : public CaptureDevices {
   std::vector<CaptureDevice> list(OSType mediaType) override {
     const bool isVideo = mediaType == kVideoMediaType;
     auto found = answerInTime<std::vector<CaptureDevice>>(isVideo ? cameras : microphones);
+    // Not on that thread: it may go on while the program ends, and its language with it.
+    for (CaptureDevice& device : found)
+      if (device.identifier == kSystemSound) device.name = localized("Devices", "The System’s Sound Input");
     found.push_back({std::string(kTestPatternDevice),
                      isVideo ? localized("Devices", "Test Pattern") : localized("Devices", "Test Tone")});
     return found;
