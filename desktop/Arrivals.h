@@ -20,8 +20,9 @@ class Arrivals {
   // Whether it is an address of a feed, and no file that has such a name here.
   static bool isFeedAddress(const std::string& item);
 
-  // Absolute paths are opened as movies at once. Addresses of feeds are imported one after the other, as soon
-  // as no question, no sheet and no publish run is under way that an import would disturb.
+  // Items are absolute paths, or texts that isFeedAddress accepts; what is neither is told as no address on
+  // the web. Paths are opened as movies at once, whatever goes on; addresses are imported one after the
+  // other, as soon as no question, no sheet and no publish run is under way that an import would disturb.
   void take(const std::vector<std::string>& items);
 
  private:

@@ -3,34 +3,14 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QSessionManager>
-#include <QUrl>
-#include <filesystem>
 
+#include "desktop/CommandLine.h"
 #include "desktop/QtRunLoop.h"
 #include "desktop/SymbolicIcon.h"
 #include "desktop/Text.h"
 #include "platform/foundation/Localization.h"
 
 namespace clipwave {
-
-namespace {
-
-// Files are given as paths, or as the file URLs that some file managers hand over; addresses of feeds stay as
-// they are.
-std::vector<std::string> absoluteItems(const std::vector<std::string>& arguments) {
-  std::vector<std::string> items;
-  for (const std::string& argument : arguments) {
-    const QUrl url(toQString(argument));
-    std::error_code error;
-    items.push_back(url.isLocalFile() ? toPath(url.toLocalFile())
-                    : Arrivals::isFeedAddress(argument)
-                        ? argument
-                        : std::filesystem::absolute(argument, error).string());
-  }
-  return items;
-}
-
-}  // namespace
 
 DesktopProgram::DesktopProgram(const std::string& executablePath)
     : runLoop_(makeQtRunLoop(clock_)),
@@ -63,10 +43,12 @@ void DesktopProgram::dressApplication() {
 }
 
 int DesktopProgram::run(const std::vector<std::string>& arguments) {
-  const std::vector<std::string> items = absoluteItems(arguments);
+  const CommandLine line = commandLineOf(arguments);
+  for (const std::string& complaint : line.complaints) log_.write(complaint);
+  if (line.exitStatus) return *line.exitStatus;
   const auto library = platform_->services().process.applicationSupportFolder();
   instance_ = std::make_unique<SingleInstance>(*runLoop_, library ? *library : std::string());
-  switch (instance_->claim(items)) {
+  switch (instance_->claim(line.items)) {
     case SingleInstance::Role::Second:
       return 0;
     case SingleInstance::Role::Unreachable:
@@ -76,7 +58,7 @@ int DesktopProgram::run(const std::vector<std::string>& arguments) {
     case SingleInstance::Role::First:
       break;
   }
-  if (!start(items)) return 1;
+  if (!start(line.items)) return 1;
   runLoop_->run();
   return 0;
 }
@@ -95,7 +77,7 @@ bool DesktopProgram::start(const std::vector<std::string>& items) {
   signals_ = std::make_unique<TerminationSignals>(*runLoop_, [this] { interface_->quit(); });
   arrivals_ = std::make_unique<Arrivals>(*program_);
   if (instance_) {
-    instance_->setOnFiles([this](const std::vector<std::string>& others, const QByteArray& activationToken) {
+    instance_->setOnItems([this](const std::vector<std::string>& others, const QByteArray& activationToken) {
       interface_->raise(activationToken);
       arrivals_->take(others);
     });

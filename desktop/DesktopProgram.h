@@ -30,8 +30,8 @@ class DesktopProgram final : public QObject {
   ~DesktopProgram() override;
 
   // Runs until the user quits, and answers the process's exit status. `arguments` are movies to be opened
-  // and addresses of feeds to be imported. Where the program runs already, they are handed to it, and this
-  // one ends at once.
+  // and addresses of feeds to be imported; what is neither is told on standard error (CommandLine.h). Where
+  // the program runs already, they are handed to it, and this one ends at once.
   int run(const std::vector<std::string>& arguments);
 
   // Opens the library and shows the window; false, with the reason told, where the program cannot go on.

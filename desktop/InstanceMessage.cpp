@@ -19,8 +19,8 @@ constexpr quint32 kLongestBody = 32 * 1024 * 1024;
 
 QByteArray frameOf(const InstanceMessage& message) {
   QByteArray body = message.activationToken + '\0';
-  for (const std::string& path : message.paths)
-    body.append(path.data(), static_cast<qsizetype>(path.size())).append('\0');
+  for (const std::string& item : message.items)
+    body.append(item.data(), static_cast<qsizetype>(item.size())).append('\0');
   char length[4];
   qToBigEndian(static_cast<quint32>(body.size()), length);
   return QByteArray(kMark, kMarkLength).append(length, 4) + body;
@@ -37,11 +37,11 @@ std::optional<InstanceMessage> messageFrom(const QByteArray& bytes, bool* isBrok
   *isBroken = !bytes.endsWith('\0');
   if (*isBroken) return std::nullopt;
   QList<QByteArray> parts = bytes.sliced(kHeadLength).chopped(1).split('\0');
-  InstanceMessage message{.paths = {}, .activationToken = parts.takeFirst()};
-  for (const QByteArray& path : parts) {
-    *isBroken = !path.startsWith('/') && !feedURLForAddress(path.toStdString());
+  InstanceMessage message{.items = {}, .activationToken = parts.takeFirst()};
+  for (const QByteArray& item : parts) {
+    *isBroken = !item.startsWith('/') && !feedURLForAddress(item.toStdString());
     if (*isBroken) return std::nullopt;
-    message.paths.push_back(path.toStdString());
+    message.items.push_back(item.toStdString());
   }
   return message;
 }

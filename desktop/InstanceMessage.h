@@ -1,4 +1,5 @@
-// What a second start says to the first: its files and its activation token, in one frame of bytes.
+// What a second start says to the first: its files and addresses, and its activation token, in one frame of
+// bytes.
 #pragma once
 
 #include <QByteArray>
@@ -9,11 +10,11 @@
 namespace clipwave {
 
 struct InstanceMessage {
-  std::vector<std::string> paths;  // absolute ones, and addresses of feeds
+  std::vector<std::string> items;  // absolute paths, and addresses of feeds
   QByteArray activationToken;
 };
 
-// A mark, the length of the rest (four bytes, the highest first), then the token and the paths, a NUL behind
+// A mark, the length of the rest (four bytes, the highest first), then the token and the items, a NUL behind
 // each.
 QByteArray frameOf(const InstanceMessage& message);
 

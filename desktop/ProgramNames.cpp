@@ -4,6 +4,9 @@
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QScopeGuard>
+#include <algorithm>
+#include <array>
+#include <vector>
 
 #include "desktop/EditActions.h"
 #include "desktop/Text.h"
@@ -180,12 +183,20 @@ SettingAccess subscriptionSetting(Workspace& workspace) {
     });
   };
   setting.storeFlag = [&workspace](bool flag) -> std::string {
+    const auto choose = [&workspace](const char* scheme, bool isChosen) {
+      return isChosen ? workspace.setDefaultApplicationForURLScheme(kEntry, scheme)
+                      : workspace.removeDefaultApplicationForURLScheme(kEntry, scheme);
+    };
+    std::vector<const char*> changed;
     for (const char* scheme : kSchemes) {
-      const auto done = flag ? workspace.setDefaultApplicationForURLScheme(kEntry, scheme)
-                             : workspace.removeDefaultApplicationForURLScheme(kEntry, scheme);
+      const bool wasChosen = workspace.defaultApplicationForURLScheme(scheme) == kEntry;
+      const auto done = choose(scheme, flag);
+      if (done && wasChosen != flag) changed.push_back(scheme);
       if (done) continue;
+      // The user decides on both, so that one alone goes back to what it was.
+      for (const char* other : changed) static_cast<void>(choose(other, !flag));
       return done.error().code == kFileNoSuchFileError
-                 ? toText(QObject::tr("Clipwave has to be installed before links can open with it."))
+                 ? toText(Texts::tr("Clipwave has to be installed before links can open with it."))
                  : done.error().localizedDescription;
     }
     return {};

@@ -108,12 +108,12 @@ bool handOver(const QByteArray& frame, const QString& socketPath, const QDeadlin
   return socket.getChar(&answer) && answer == kAcknowledged;
 }
 
-InstanceMessage messageWith(const std::vector<std::string>& paths, const QByteArray& token) {
-  InstanceMessage message{.paths = {}, .activationToken = token};
-  for (const std::string& path : paths) {
+InstanceMessage messageWith(const std::vector<std::string>& items, const QByteArray& token) {
+  InstanceMessage message{.items = {}, .activationToken = token};
+  for (const std::string& item : items) {
     std::error_code ignored;
-    if (path.empty()) continue;
-    message.paths.push_back(Arrivals::isFeedAddress(path) ? path : fs::absolute(path, ignored).string());
+    if (item.empty()) continue;
+    message.items.push_back(Arrivals::isFeedAddress(item) ? item : fs::absolute(item, ignored).string());
   }
   return message;
 }
@@ -128,9 +128,9 @@ class SingleInstance::Reception : public QObject {
     connect(&server_, &QLocalServer::newConnection, this, [this] { receive(); });
   }
 
-  Role claim(const std::vector<std::string>& paths, Seconds timeout) {
+  Role claim(const std::vector<std::string>& items, Seconds timeout) {
     if (place_.empty()) return Role::First;
-    const QByteArray frame = frameOf(messageWith(paths, token_));
+    const QByteArray frame = frameOf(messageWith(items, token_));
     const QDeadlineTimer end(static_cast<qint64>(timeout.count() * 1000));
     do {
       const auto outcome = lock_.take(place_ + ".lock");
@@ -143,8 +143,8 @@ class SingleInstance::Reception : public QObject {
     return Role::Unreachable;
   }
 
-  void setOnFiles(OnFiles onFiles) {
-    onFiles_ = std::move(onFiles);
+  void setOnItems(OnItems onItems) {
+    onItems_ = std::move(onItems);
     for (InstanceMessage& message : std::exchange(waiting_, {})) deliverLater(std::move(message));
   }
 
@@ -185,7 +185,7 @@ class SingleInstance::Reception : public QObject {
     visitor->putChar(kAcknowledged);
     visitor->flush();
     visitor->disconnectFromServer();
-    onFiles_ ? deliverLater(std::move(*message)) : waiting_.push_back(std::move(*message));
+    onItems_ ? deliverLater(std::move(*message)) : waiting_.push_back(std::move(*message));
   }
 
   static void dismiss(QLocalSocket* visitor) {
@@ -196,7 +196,7 @@ class SingleInstance::Reception : public QObject {
 
   void deliverLater(InstanceMessage message) {
     runLoop_.performLater([this, alive = std::weak_ptr(alive_), message = std::move(message)] {
-      if (!alive.expired() && onFiles_) onFiles_(message.paths, message.activationToken);
+      if (!alive.expired() && onItems_) onItems_(message.items, message.activationToken);
     });
   }
 
@@ -206,7 +206,7 @@ class SingleInstance::Reception : public QObject {
   std::vector<QPointer<QLocalSocket>> visitors_;  // as they came
   ProcessLock lock_;                              // dropped after the socket is gone
   QLocalServer server_;                           // owns the visitors
-  OnFiles onFiles_;
+  OnItems onItems_;
   std::vector<InstanceMessage> waiting_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
@@ -216,8 +216,8 @@ SingleInstance::SingleInstance(RunLoop& runLoop, const std::string& libraryFolde
 
 SingleInstance::~SingleInstance() = default;
 
-SingleInstance::Role SingleInstance::claim(const std::vector<std::string>& paths, Seconds timeout) {
-  return reception_->claim(paths, timeout);
+SingleInstance::Role SingleInstance::claim(const std::vector<std::string>& items, Seconds timeout) {
+  return reception_->claim(items, timeout);
 }
 
 std::string SingleInstance::unreachableMessage() {
@@ -227,8 +227,8 @@ std::string SingleInstance::unreachableMessage() {
       .toStdString();
 }
 
-void SingleInstance::setOnFiles(OnFiles onFiles) {
-  reception_->setOnFiles(std::move(onFiles));
+void SingleInstance::setOnItems(OnItems onItems) {
+  reception_->setOnItems(std::move(onItems));
 }
 
 }  // namespace clipwave

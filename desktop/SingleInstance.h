@@ -18,7 +18,7 @@ namespace clipwave {
 class SingleInstance {
  public:
   enum class Role { First, Second, Unreachable };
-  using OnFiles = std::function<void(std::vector<std::string> paths, QByteArray activationToken)>;
+  using OnItems = std::function<void(std::vector<std::string> items, QByteArray activationToken)>;
 
   // Takes the desktop's activation token ($XDG_ACTIVATION_TOKEN, else $DESKTOP_STARTUP_ID) from the
   // environment: the desktop gives it to this process alone. `runLoop` must outlive it.
@@ -27,19 +27,19 @@ class SingleInstance {
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
 
-  // First: this process goes on, and receives the files of later ones until this object ends; also where the
-  // two could meet nowhere (the library's own lock then decides). Second: the first one has acknowledged the
-  // files (relative paths are taken from the current folder, addresses
-  // of feeds as they are); this process has nothing left to do.
-  // Unreachable: there is a first one and it did not answer within `timeout`; unreachableMessage() tells the
-  // user. Blocks up to `timeout`.
-  Role claim(const std::vector<std::string>& paths, Seconds timeout = Seconds(5));
+  // `items` are paths of files, relative ones from the current folder, and addresses of feeds. First: this
+  // process goes on, and receives the items of later ones until this object ends; also where the two could
+  // meet nowhere (the library's own lock then decides). Second: the first one has acknowledged the items;
+  // this process has nothing left to do. Unreachable: there is a first one and it did not answer within
+  // `timeout`; unreachableMessage() tells the user. Blocks up to `timeout`.
+  Role claim(const std::vector<std::string>& items, Seconds timeout = Seconds(5));
+  // What the user is told then, in their language.
   static std::string unreachableMessage();
 
   // Called from the loop, as a deferred call, once for each later start: with its absolute paths and
   // addresses (none: only the window is wanted) and its activation token. What arrives before this is set
   // waits for it.
-  void setOnFiles(OnFiles onFiles);
+  void setOnItems(OnItems onItems);
 
  private:
   class Reception;

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QObject>
 #include <QString>
+#include <QVariant>
 #include <string>
 #include <string_view>
 

@@ -1410,12 +1410,12 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
         <translation>&amp;RSS</translation>
     </message>
     <message>
-        <source>Clipwave &amp;help</source>
-        <translation>Clipwave-&amp;Hilfe</translation>
-    </message>
-    <message>
         <source>&amp;About Clipwave</source>
         <translation>&amp;Über Clipwave</translation>
+    </message>
+    <message>
+        <source>Clipwave &amp;Instructions</source>
+        <translation>Clipwave-&amp;Anleitung</translation>
     </message>
 </context>
 <context>
@@ -1781,19 +1781,16 @@ Mit „Kanal“ einen anlegen oder Filme hierher ziehen.</translation>
         <source>First microphone found</source>
         <translation>Erstes gefundenes Mikrofon</translation>
     </message>
+    <message>
+        <source>Clipwave has to be installed before links can open with it.</source>
+        <translation>Clipwave muss installiert sein, bevor Links damit geöffnet werden können.</translation>
+    </message>
 </context>
 <context>
     <name>Publishing</name>
     <message>
         <source>Folder</source>
         <translation>Ordner</translation>
-    </message>
-</context>
-<context>
-    <name>QObject</name>
-    <message>
-        <source>Clipwave has to be installed before links can open with it.</source>
-        <translation>Clipwave muss installiert sein, bevor Links damit geöffnet werden können.</translation>
     </message>
 </context>
 <context>

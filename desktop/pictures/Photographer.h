@@ -2,7 +2,9 @@
 #pragma once
 
 #include <QString>
+#include <cstddef>
 #include <functional>
+#include <utility>
 
 #include "desktop/DesktopProgram.h"
 

@@ -1,5 +1,6 @@
 // A language that nobody speaks: every text in brackets, with accents, and longer than English. What stays
 // plain never went through the translations, and what is cut off would be cut off in a wordy language.
+// tests/desktop uses it, too.
 #pragma once
 
 #include <QSet>

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/appkit/DesktopFolders.h"
+#include "platform/appkit/DesktopEnvironment.h"
 #include "platform/foundation/ASCII.h"
 #include "platform/foundation/FolderCreation.h"
 

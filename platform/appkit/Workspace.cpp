@@ -9,7 +9,7 @@
 
 #include "platform/appkit/DefaultApplications.h"
 #include "platform/appkit/DesktopEntry.h"
-#include "platform/appkit/DesktopFolders.h"
+#include "platform/appkit/DesktopEnvironment.h"
 #include "platform/appkit/DetachedProcess.h"
 #include "platform/foundation/ASCII.h"
 

@@ -163,6 +163,7 @@ TEST_F(Actions, AddressesThatArriveAreImportedOnceNothingIsInTheirWay) {
 
 TEST_F(Actions, SubscriptionLinksAreLeftAloneUntilTheUserAsks) {
   const EnvironmentVariable systems("XDG_DATA_DIRS", (home / "systems").c_str());
+  const EnvironmentVariable session("XDG_CURRENT_DESKTOP", "X");
   const auto list = [&] { return readFile(home / "config/mimeapps.list"); };
   start();
   reply([&](QDialog& dialog) {
@@ -172,7 +173,7 @@ TEST_F(Actions, SubscriptionLinksAreLeftAloneUntilTheUserAsks) {
     EXPECT_FALSE(box.isChecked()) << "without its entry there is nothing that the desktop could start";
     EXPECT_EQ(list(), "");
     home.write("data/applications/clipwave-subscribe.desktop", "[Desktop Entry]\n");
-    for (const bool isOn : {true, false, true}) {
+    for (const bool isOn : {true, false, true, false}) {
       click(box);
       EXPECT_EQ(box.isChecked(), isOn);
       for (const char* scheme : {"itpc", "pcast"}) {
@@ -180,11 +181,19 @@ TEST_F(Actions, SubscriptionLinksAreLeftAloneUntilTheUserAsks) {
         EXPECT_EQ(list().find(line) != std::string::npos, isOn) << scheme;
       }
     }
+    // A list that can be written for the one scheme, and none for the other.
+    std::filesystem::remove(home / "config/mimeapps.list");
+    home.makeFolder("config/mimeapps.list");
+    home.write("config/x-mimeapps.list", "[Default Applications]\nx-scheme-handler/itpc=own.desktop\n");
+    answer("OK");
+    click(box);
+    EXPECT_FALSE(box.isChecked());
+    EXPECT_THAT(readFile(home / "config/x-mimeapps.list"), Not(HasSubstr("clipwave-subscribe")));
     clickButton(dialog, "Done");
   });
   choose("actionPreferences");
   EXPECT_TRUE(until([&] { return allReplied(); }));
-  EXPECT_THAT(alerts(), ElementsAre(HasSubstr("has to be installed")));
+  EXPECT_THAT(alerts(), ElementsAre(HasSubstr("has to be installed"), HasSubstr("mimeapps.list")));
 }
 
 TEST_F(Actions, AnUpdateIsOfferedOnASheetThatLeadsToItsPage) {

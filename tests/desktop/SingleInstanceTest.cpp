@@ -48,7 +48,7 @@ class SingleInstanceTest : public ::testing::Test {
     return found.size() == 1 ? QString::fromStdString(folder / found.front().toStdString()) : QString();
   }
   void receive(SingleInstance& instance) {
-    instance.setOnFiles([this](const std::vector<std::string>& paths, const QByteArray& token) {
+    instance.setOnItems([this](const std::vector<std::string>& paths, const QByteArray& token) {
       received.push_back(token.toStdString());
       received.insert(received.end(), paths.begin(), paths.end());
     });
@@ -95,6 +95,31 @@ TEST_F(SingleInstanceTest, ASecondStartHandsItsFilesToTheFirstWhichGetsThemAfter
   EXPECT_EQ(role, "1");
   loop->runUntilIdle();
   EXPECT_THAT(received, ElementsAre("token 7", folder / "a b.mov", "/ü 100% #.mov", "itpc://h/f"));
+}
+
+TEST_F(SingleInstanceTest, TheProgramHandsOverTheFilesThatThereAreAndTellsOfTheOthers) {
+  const EnvironmentVariable data("XDG_DATA_HOME", folder.makeFolder("data").c_str());
+  SingleInstance first(*loop, folder / "data");
+  ASSERT_EQ(first.claim({}), Role::First);
+  receive(first);
+  folder.write("-odd 1.mov", "x");
+  const QString url = QString::fromStdString("file://" + folder / "-odd%201.mov");
+  const std::tuple<QStringList, int, const char*> starts[] = {
+      {{"--nonsense", "-odd 1.mov"}, 2, "clipwave: There is no option --nonsense. See man clipwave.\n"},
+      {{"--", "-x", "data"}, 1, "clipwave: There is no file -x.\nclipwave: There is no file data.\n"},
+      {{"-odd 1.mov", "itpc://h/f", "file:///no", url}, 0, "clipwave: There is no file file:///no.\n"},
+      {{"--"}, 0, ""}};
+  for (const auto& [arguments, status, told] : starts) {
+    QProcess process;
+    process.setWorkingDirectory(QString::fromStdString(folder.path()));
+    process.start(CLIPWAVE, arguments);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 20'000));
+    EXPECT_EQ(process.exitCode(), status) << told;
+    EXPECT_EQ(process.readAllStandardError().toStdString(), told);
+  }
+  loop->runUntilIdle();
+  const std::string odd = folder / "-odd 1.mov";
+  EXPECT_THAT(received, ElementsAre("", odd, "itpc://h/f", odd, ""));
 }
 
 TEST_F(SingleInstanceTest, WhatACrashedProcessLeftIsTakenOverAndAHangingOneIsGivenUp) {

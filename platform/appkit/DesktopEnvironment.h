@@ -1,4 +1,5 @@
-// Where the desktop keeps its applications and its settings. Internal to this room.
+// Where the desktop keeps its applications and settings, and what the session says of itself. Internal to
+// this room.
 #pragma once
 
 #include <string>
@@ -9,7 +10,7 @@ namespace clipwave {
 // "" where it is not set.
 std::string environmentVariable(const char* name);
 
-// All are the most important first. The user's own folder is the first one.
+// Each list has the most important one first. The user's own folder is the first one.
 std::vector<std::string> applicationFolders();
 std::vector<std::string> configurationFolders();
 // The desktops that the session says it is, in lower case.

@@ -1,4 +1,4 @@
-#include "platform/appkit/DesktopFolders.h"
+#include "platform/appkit/DesktopEnvironment.h"
 
 #include <algorithm>
 #include <cstdlib>
