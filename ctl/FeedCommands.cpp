@@ -38,8 +38,6 @@ std::string urlFromArgument(Companion& companion, const std::string& argument) {
 ExitStatus runImport(Companion& companion, const CommandArguments& arguments) {
   if (arguments.words().front().empty()) return usageError("import takes one file or URL.");
   const std::string url = urlFromArgument(companion, arguments.words().front());
-  if (feedURLForAddress(url) && !(isURL(url) && isWebURL(url)))
-    return failure("\"" + arguments.words().front() + "\" is not an address on the web.");
   FeedImport& import = companion.controller().feedImport();
   Channel* channel = import.importRSSWithURL(url);
   if (channel == nullptr) {

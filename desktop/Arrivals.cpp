@@ -3,8 +3,6 @@
 #include <QApplication>
 #include <filesystem>
 
-#include "desktop/Text.h"
-#include "platform/foundation/URLs.h"
 #include "publish/SubscriptionLinks.h"
 
 namespace clipwave {
@@ -60,14 +58,8 @@ void Arrivals::importNext() {
 }
 
 void Arrivals::import(const std::string& address) {
-  const std::string url = feedURLForAddress(address).value_or(std::string());
-  if (isURL(url) && isWebURL(url)) {
-    program_.controller().feedImport().importRSSWithURL(url);
-    return;
-  }
-  const QString message = QCoreApplication::translate("Arrivals", "“%1” is not an address on the web.");
-  program_.services().application.runCriticalAlertPanel("Error loading URL!",
-                                                        toText(message.arg(toQString(address))), "OK");
+  // What is no address is told as the sheet for addresses tells it.
+  program_.controller().feedImport().importRSSWithURL(feedURLForAddress(address).value_or(address));
 }
 
 }  // namespace clipwave

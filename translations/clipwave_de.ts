@@ -75,13 +75,6 @@
     </message>
 </context>
 <context>
-    <name>Arrivals</name>
-    <message>
-        <source>“%1” is not an address on the web.</source>
-        <translation>„%1“ ist keine Adresse im Web.</translation>
-    </message>
-</context>
-<context>
     <name>CaptureSettings</name>
     <message>
         <source>Settings</source>

@@ -150,7 +150,7 @@ TEST_F(Actions, AddressesThatArriveAreImportedOnceNothingIsInTheirWay) {
   answer("OK");
   start({"itpc" + server.url("/feed.xml").substr(4), "pcast://", home.write("a.mov", "a")});
   ASSERT_TRUE(until([&] { return allReplied(); }));
-  EXPECT_THAT(alerts(), ElementsAre("Error loading URL!|“pcast://” is not an address on the web."));
+  EXPECT_THAT(alerts(), ElementsAre("Error loading URL!|Invalid RSS feed."));
   EXPECT_THAT(titles(channels()), UnorderedElementsAre("Channel 01", "Channel 02", "Old show"));
   choose("actionImportURL");
   Arrivals arrivals(desktop().program());
