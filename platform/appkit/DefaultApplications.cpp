@@ -155,14 +155,13 @@ Result<void> DefaultApplications::choose(std::string_view application, std::stri
     chosen = list;
     break;
   }
-  if (auto changed =
-          change(chosen, [&](const std::string& text) { return with(text, kDefaults, type, application); });
-      !changed)
-    return changed;
-  // Associations stand in the list for every desktop alone.
-  return change(lists.back(), [&](const std::string& text) {
+  // Associations stand in the list for every desktop alone. They come first: without a choice they choose
+  // nothing.
+  auto associated = change(lists.back(), [&](const std::string& text) {
     return with(without(text, kRemoved, type, application), kAdded, type, application);
   });
+  if (!associated) return associated;
+  return change(chosen, [&](const std::string& text) { return with(text, kDefaults, type, application); });
 }
 
 Result<void> DefaultApplications::forget(std::string_view application, std::string_view type) {
