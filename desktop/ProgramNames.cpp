@@ -6,6 +6,7 @@
 #include <QScopeGuard>
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <vector>
 
 #include "desktop/EditActions.h"
@@ -177,24 +178,24 @@ SettingAccess subscriptionSetting(Workspace& workspace) {
   static constexpr std::array kSchemes = {"itpc", "pcast"};
   static constexpr const char* kEntry = "clipwave-subscribe.desktop";
   SettingAccess setting;
-  setting.flag = [&workspace] {
-    return std::ranges::all_of(kSchemes, [&workspace](const char* scheme) {
-      return workspace.defaultApplicationForURLScheme(scheme) == kEntry;
-    });
+  const auto isChosen = [&workspace](const char* scheme) {
+    return workspace.defaultApplicationForURLScheme(scheme) == kEntry;
   };
-  setting.storeFlag = [&workspace](bool flag) -> std::string {
-    const auto choose = [&workspace](const char* scheme, bool isChosen) {
-      return isChosen ? workspace.setDefaultApplicationForURLScheme(kEntry, scheme)
-                      : workspace.removeDefaultApplicationForURLScheme(kEntry, scheme);
+  setting.flag = [isChosen] { return std::ranges::all_of(kSchemes, isChosen); };
+  setting.storeFlag = [&workspace, isChosen](bool flag) -> std::string {
+    const auto choose = [&workspace](const char* scheme, bool on) {
+      return on ? workspace.setDefaultApplicationForURLScheme(kEntry, scheme)
+                : workspace.removeDefaultApplicationForURLScheme(kEntry, scheme);
     };
-    std::vector<const char*> changed;
+    std::vector<const char*> changing;
+    std::ranges::copy_if(kSchemes, std::back_inserter(changing),
+                         [&](const char* scheme) { return isChosen(scheme) != flag; });
     for (const char* scheme : kSchemes) {
-      const bool wasChosen = workspace.defaultApplicationForURLScheme(scheme) == kEntry;
       const auto done = choose(scheme, flag);
-      if (done && wasChosen != flag) changed.push_back(scheme);
       if (done) continue;
-      // The user decides on both, so that one alone goes back to what it was.
-      for (const char* other : changed) static_cast<void>(choose(other, !flag));
+      // The user decides on both: what was changed up to here, or halfway, goes back to what it was.
+      for (const char* other : changing)
+        if (isChosen(other) == flag) static_cast<void>(choose(other, !flag));
       return done.error().code == kFileNoSuchFileError
                  ? toText(Texts::tr("Clipwave has to be installed before links can open with it."))
                  : done.error().localizedDescription;

@@ -163,7 +163,7 @@ TEST_F(Actions, AddressesThatArriveAreImportedOnceNothingIsInTheirWay) {
 
 TEST_F(Actions, SubscriptionLinksAreLeftAloneUntilTheUserAsks) {
   const EnvironmentVariable systems("XDG_DATA_DIRS", (home / "systems").c_str());
-  const EnvironmentVariable session("XDG_CURRENT_DESKTOP", "X");
+  const EnvironmentVariable session("XDG_CURRENT_DESKTOP", "X:Y");
   const auto list = [&] { return readFile(home / "config/mimeapps.list"); };
   start();
   reply([&](QDialog& dialog) {
@@ -181,9 +181,8 @@ TEST_F(Actions, SubscriptionLinksAreLeftAloneUntilTheUserAsks) {
         EXPECT_EQ(list().find(line) != std::string::npos, isOn) << scheme;
       }
     }
-    // A list that can be written for the one scheme, and none for the other.
-    std::filesystem::remove(home / "config/mimeapps.list");
-    home.makeFolder("config/mimeapps.list");
+    // Only what is asked behind the list that speaks of the first scheme cannot be read.
+    home.makeFolder("config/y-mimeapps.list");
     home.write("config/x-mimeapps.list", "[Default Applications]\nx-scheme-handler/itpc=own.desktop\n");
     answer("OK");
     click(box);
@@ -193,7 +192,7 @@ TEST_F(Actions, SubscriptionLinksAreLeftAloneUntilTheUserAsks) {
   });
   choose("actionPreferences");
   EXPECT_TRUE(until([&] { return allReplied(); }));
-  EXPECT_THAT(alerts(), ElementsAre(HasSubstr("has to be installed"), HasSubstr("mimeapps.list")));
+  EXPECT_THAT(alerts(), ElementsAre(HasSubstr("has to be installed"), HasSubstr("y-mimeapps.list")));
 }
 
 TEST_F(Actions, AnUpdateIsOfferedOnASheetThatLeadsToItsPage) {
