@@ -2,24 +2,22 @@
 
 #include <poll.h>
 #include <signal.h>
-#include <sys/signalfd.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <initializer_list>
 #include <iostream>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "ctl/CaughtSignals.h"
 
 namespace clipwave {
 
 namespace {
-
-sigset_t signalSet(std::initializer_list<int> signals) {
-  sigset_t set;
-  sigemptyset(&set);
-  for (const int signal : signals) sigaddset(&set, signal);
-  return set;
-}
 
 // For as long as it lives the terminal shows nothing of what is typed. Signals that came meanwhile do their
 // work when the terminal is as it was before; one that stops the process would else leave a silent terminal
@@ -27,10 +25,6 @@ sigset_t signalSet(std::initializer_list<int> signals) {
 class SilentTerminal {
  public:
   SilentTerminal() {
-    const sigset_t held = signalSet({SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP});
-    const sigset_t ending = signalSet({SIGINT, SIGTERM, SIGHUP, SIGQUIT});
-    sigprocmask(SIG_BLOCK, &held, &maskBefore_);
-    signals_ = ::signalfd(-1, &ending, SFD_CLOEXEC);
     isSilent_ = ::tcgetattr(STDIN_FILENO, &before_) == 0;
     if (!isSilent_) return;
     termios silent = before_;
@@ -42,23 +36,29 @@ class SilentTerminal {
   ~SilentTerminal() {
     if (isSilent_) ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
     std::cerr << std::endl;
-    if (signals_ >= 0) ::close(signals_);
-    sigprocmask(SIG_SETMASK, &maskBefore_, nullptr);
+    while (const auto signal = signals_->take()) held_.push_back(*signal);
+    signals_.reset();
+    for (const int signal : held_) ::raise(signal);
   }
   SilentTerminal(const SilentTerminal&) = delete;
   SilentTerminal& operator=(const SilentTerminal&) = delete;
 
-  // False when a signal is about to end the process.
-  bool waitForInput() const {
-    pollfd sources[] = {{STDIN_FILENO, POLLIN, 0}, {signals_, POLLIN, 0}};
-    while (::poll(sources, 2, -1) < 0 && errno == EINTR) continue;
-    return sources[1].revents == 0;
+  // False when a signal is about to end the process; one that stops it waits.
+  bool waitForInput() {
+    for (;;) {
+      pollfd sources[] = {{STDIN_FILENO, POLLIN, 0}, {signals_->descriptor(), POLLIN, 0}};
+      while (::poll(sources, 2, -1) < 0 && errno == EINTR) continue;
+      while (const auto signal = signals_->take()) held_.push_back(*signal);
+      if (std::ranges::any_of(held_, [](int signal) { return signal != SIGTSTP; })) return false;
+      if (sources[0].revents != 0) return true;
+    }
   }
 
  private:
   termios before_{};
-  sigset_t maskBefore_{};
-  int signals_ = -1;
+  std::optional<CaughtSignals> signals_{
+      std::in_place, std::initializer_list<int>{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP}};
+  std::vector<int> held_;
   bool isSilent_ = false;
 };
 
@@ -83,7 +83,7 @@ std::optional<std::string> readPassword(const std::string& prompt) {
   if (::isatty(STDIN_FILENO) == 0) {
     line = readLine();
   } else {
-    const SilentTerminal terminal;
+    SilentTerminal terminal;
     std::cerr << prompt << std::flush;
     if (terminal.waitForInput()) line = readLine();
   }
